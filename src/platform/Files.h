@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Files and folders of the host.
+///
+/// Paths are texts of the record core (code-page bytes). Both "/" and "\" separate, doubled separators count
+/// as one. On hosts whose names distinguish letter case a name that does not exist as written is found
+/// without regard to case, component by component, as the game itself would find it. A name that the code
+/// page cannot express travels as its raw UTF-8 bytes, so any folder of the host can be used.
+///
+/// Failing operations throw Failure with the classic number (53, 57, 61, 70, 75, 76) and a description that
+/// holds the path and the system's reason.
+namespace velmora::Files {
+
+/// The separator of this host: "\" on Windows, "/" elsewhere.
+extern const char Separator;
+
+/// The host's form of a path, resolved without regard to case as described above. A last component that does
+/// not exist keeps its spelling.
+std::filesystem::path HostPath(std::string_view path);
+
+/// The core's text of a host path (inverse of HostPath for existing files).
+std::string PathText(const std::filesystem::path& path);
+
+bool FileExists(std::string_view path);
+bool FolderExists(std::string_view path);
+
+/// Names (without folder) of the files of a folder, subfolders left out, in the order in which the file
+/// system lists them.
+std::vector<std::string> ListFiles(std::string_view folder);
+
+/// Part after the last separator; the whole text without one.
+std::string NameOf(std::string_view path);
+/// Part up to and including the last separator; empty without one.
+std::string FolderOf(std::string_view path);
+/// `folder` with a separator of this host appended unless it ends in one, then `name`. An empty folder adds
+/// nothing.
+std::string Join(std::string_view folder, std::string_view name);
+
+/// Whole contents as they stand.
+std::string ReadWhole(std::string_view path);
+std::uint64_t SizeOf(std::string_view path);
+
+/// Appends bytes, creating the file when it is missing.
+void Append(std::string_view path, std::string_view bytes);
+
+/// Replaces (or creates) a file as a whole: writes beside it, flushes to disk, renames over it, flushes the
+/// folder. Keeps the mode of the old file, follows a symbolic link to its target. On failure the old file is
+/// untouched and the temporary is gone.
+void ReplaceSafely(std::string_view path, std::string_view bytes);
+
+/// Copies one file, replacing an existing target (as a whole, as ReplaceSafely does).
+void CopyFile(std::string_view from, std::string_view to);
+
+/// Copies a folder with everything in it. `copying` is told each file before it is copied; when anything
+/// fails, what was copied is removed again before the failure is thrown.
+void CopyTree(std::string_view from, std::string_view to,
+              const std::function<void(const std::string& file)>& copying = {});
+
+/// Sum of the sizes of all files in a folder and below.
+std::uint64_t TreeSize(std::string_view folder);
+
+void DeleteFile(std::string_view path);
+/// Creates a folder, with its parents; an existing one is left alone.
+void CreateFolder(std::string_view path);
+
+/// True when files can be created in the folder.
+bool FolderWritable(std::string_view folder);
+
+} // namespace velmora::Files
