@@ -12,6 +12,8 @@ enum FailureNumber : std::int32_t {
     FailureAlreadyReported = -1,
     FailureInvalidArgument = 5,
     FailureOverflow = 6,
+    FailureOutOfMemory = 7,
+    FailureSubscript = 9,
     FailureTypeMismatch = 13,
     FailureAutomation = 51,
     FailureFileNotFound = 53,
