@@ -1,0 +1,186 @@
+#include "services/modWriter.h"
+
+#include "platform/CodePage.h"
+#include "platform/Failure.h"
+#include "services/Settings.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmora {
+
+namespace {
+
+constexpr std::array<std::string_view, 10> DigitWords{"Zero", "One", "Two",   "Three", "Four",
+                                                      "Five", "Six", "Seven", "Eight", "Nine"};
+constexpr std::string_view WildCard = "%s";
+constexpr std::size_t MostReviewNames = 4;
+
+char UpperOf(char c) {
+    return static_cast<char>(CodePage::Upper(static_cast<unsigned char>(c)));
+}
+
+bool IsLegalInName(char c) {
+    const char upper = UpperOf(c);
+    return (upper >= 'A' && upper <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+/// Splits at every wild card, written small or large.
+std::vector<std::string_view> SplitAtWildCards(std::string_view text) {
+    std::vector<std::string_view> parts;
+    std::size_t start = 0;
+    for (std::size_t at; (at = CodePage::FindNoCase(text, WildCard, start)) != std::string_view::npos;
+         start = at + WildCard.size())
+        parts.push_back(text.substr(start, at - start));
+    parts.push_back(text.substr(start));
+    return parts;
+}
+
+std::int32_t CodeAt(std::span<const std::int32_t> subs, std::size_t at) {
+    if (at >= subs.size())
+        throw Failure(FailureSubscript, "Subscript out of range");
+    return subs[at];
+}
+
+} // namespace
+
+std::string SanitizeName(std::string& name, std::string_view kind) {
+    std::string report;
+    const std::string kindText(kind);
+    if (!name.empty() && name[0] >= '0' && name[0] <= '9') {
+        report = "Illegal " + kindText +
+                 " name found, the first character in the name can not be numeric, the name " + name +
+                 " will be converted.  1 will become One, 2 will become Two, etc.";
+        name.replace(0, 1, DigitWords[static_cast<std::size_t>(name[0] - '0')]);
+    }
+    for (const char c : name) {
+        if (IsLegalInName(c))
+            continue;
+        if (!report.empty())
+            report += '\r';
+        report += "Illegal character \"" + std::string(1, UpperOf(c)) + "\" found in the " + kindText +
+                  " name " + name + ".  It will be removed.";
+    }
+    std::erase_if(name, [](char c) { return !IsLegalInName(c); });
+    if (!report.empty())
+        report += "\r\rFinal revised " + kindText + " name is now: " + name + ".";
+    return report;
+}
+
+std::string StripIllegalFileChars(std::string_view text) {
+    std::string stripped(text);
+    std::erase_if(stripped, [](char c) {
+        return c == ' ' ||
+               std::find(IllegalFileChars.begin(), IllegalFileChars.end(), c) != IllegalFileChars.end();
+    });
+    return stripped;
+}
+
+void FilterKeyPress(std::int16_t& keyCode) {
+    constexpr std::int16_t enter = 13;
+    if (keyCode == enter)
+        keyCode = 0;
+    else if (keyCode == '"')
+        keyCode = '\'';
+}
+
+void NormalizeWildCards(std::string& text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find_first_not_of('%', at), text.size());
+        const bool isWildCard = end > at && end < text.size() && (text[end] == 's' || text[end] == 'S');
+        // The last percent sign of a run belongs to the wild card; the others go in pairs.
+        const std::size_t others = end - at - (isWildCard ? 1 : 0);
+        result.append(others + others % 2, '%');
+        if (isWildCard)
+            result += WildCard;
+        else if (end < text.size())
+            result += text[end];
+        at = end + 1;
+    }
+    text = std::move(result);
+}
+
+void CheckWildCards(std::string_view text, std::int32_t maximum, std::string_view label,
+                    std::span<const std::int32_t> subs, std::vector<Reason>& reasons) {
+    const std::string field(label);
+    auto wildCards = static_cast<std::int32_t>(SplitAtWildCards(text).size()) - 1;
+    if (wildCards > maximum) {
+        reasons.push_back({"Too many wild cards in the " + field + " text (" + std::to_string(wildCards) +
+                               ") !  You are limited to " + std::to_string(maximum) + " wild cards.",
+                           "too-many-wild-cards"});
+        wildCards = maximum;
+    }
+    const auto set = static_cast<std::int32_t>(
+        std::count_if(subs.begin(), subs.end(), [](auto code) { return code != 0; }));
+    if (wildCards == 0 && set > 0)
+        reasons.push_back(
+            {"No wild cards in the " + field + " text, but Wild Card subs were set.", "wild-cards-missing"});
+    for (std::int32_t j = 0; j < wildCards; ++j)
+        if (CodeAt(subs, static_cast<std::size_t>(j)) == 0)
+            reasons.push_back(
+                {"The number or placement of wild cards (%s) used in the " + field +
+                     " text do not match the number of wild card subs set using the drop down boxes.",
+                 "wild-card-placement"});
+    if (set != wildCards)
+        reasons.push_back({std::to_string(set) + " Wild Card Sub boxes were set, but there are " +
+                               std::to_string(wildCards) + " '%s' character groupings in the " + field +
+                               " text.",
+                           "wild-card-count"});
+}
+
+std::string TextForFile(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '"') {
+            result += '\'';
+        } else if (text[i] == '\r' || text[i] == '\n') {
+            result += "\\n";
+            if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+                ++i;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+std::string ReviewText(std::string_view text, std::span<const std::string> names) {
+    const std::vector<std::string_view> parts = SplitAtWildCards(text);
+    std::string result;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        result += parts[i];
+        if (i + 1 < parts.size() && i < MostReviewNames)
+            result += "[" + (i < names.size() ? CodePage::ToUpper(names[i]) : std::string()) + "]";
+    }
+    return CodePage::ReplaceNoCase(ReplaceAll(result, "%%", "%"), "\\n", "\r");
+}
+
+std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {
+    return Join(Split(text, what), with);
+}
+
+std::string Join(std::span<const std::string> texts, std::string_view separator) {
+    std::string joined;
+    for (const std::string& text : texts) {
+        if (&text != texts.data())
+            joined += separator;
+        joined += text;
+    }
+    return joined;
+}
+
+std::vector<std::string> Split(std::string_view text, std::string_view separator) {
+    std::vector<std::string> pieces;
+    std::size_t start = 0;
+    if (!separator.empty())
+        for (std::size_t at; (at = text.find(separator, start)) != std::string_view::npos;
+             start = at + separator.size())
+            pieces.emplace_back(text.substr(start, at - start));
+    pieces.emplace_back(text.substr(start));
+    return pieces;
+}
+
+} // namespace velmora
