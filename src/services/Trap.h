@@ -14,14 +14,18 @@ namespace velmora {
 using Parameters = std::vector<std::string>;
 inline const Parameters NoInputParms{"NO INPUT PARMS"};
 
-inline std::string ParameterText(bool value) { return value ? "True" : "False"; }
+inline std::string ParameterText(bool value) {
+    return value ? "True" : "False";
+}
 
 /// Reports the exception being handled to the error handler under the routine's name. Other exceptions than
-/// Failure count as number 51 with their text.
+/// Failure count as number 51 with their text, a lack of memory as 7. Without an error handler the exception
+/// passes on as it is.
 void ReportCurrentFailure(std::string_view routine, const Parameters& parameters, bool isTopLevel);
 
 /// Runs a routine's body; a failure is reported under the routine's name and passed up.
-template <class Body> auto Trap(std::string_view routine, const Parameters& parameters, Body&& body) {
+template <class Body>
+auto Trap(std::string_view routine, const Parameters& parameters, Body&& body) {
     try {
         return std::forward<Body>(body)();
     } catch (...) {
@@ -31,7 +35,8 @@ template <class Body> auto Trap(std::string_view routine, const Parameters& para
 }
 
 /// Runs an event routine's body; a failure ends here, shown and logged. True when the body ran through.
-template <class Body> bool TrapEvent(std::string_view routine, const Parameters& parameters, Body&& body) {
+template <class Body>
+bool TrapEvent(std::string_view routine, const Parameters& parameters, Body&& body) {
     try {
         std::forward<Body>(body)();
         return true;
