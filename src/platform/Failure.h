@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <source_location>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace velmora {
 
@@ -30,10 +30,11 @@ enum FailureNumber : std::int32_t {
 /// Line is the source line it was raised at, 0 when not known.
 class Failure : public std::runtime_error {
   public:
+    // std::source_location is still missing from the clang that fuzzes; the builtin serves every compiler
+    // here.
     Failure(std::int32_t number, const std::string& description, std::string source = {},
-            std::source_location where = std::source_location::current())
-        : std::runtime_error(description), Number(number), Source(std::move(source)),
-          Line(static_cast<std::int32_t>(where.line())) {}
+            std::int32_t line = __builtin_LINE())
+        : std::runtime_error(description), Number(number), Source(std::move(source)), Line(line) {}
 
     [[nodiscard]] std::string Description() const { return what(); }
 

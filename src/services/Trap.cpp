@@ -8,23 +8,17 @@ namespace velmora {
 
 namespace {
 
-Failure WithoutLine(std::int32_t number, const std::string& description) {
-    Failure failure(number, description);
-    failure.Line = 0;
-    return failure;
-}
-
 Failure CurrentFailure() {
     try {
         throw;
     } catch (const Failure& failure) {
         return failure;
     } catch (const std::bad_alloc&) {
-        return WithoutLine(FailureOutOfMemory, "Out of memory");
+        return {FailureOutOfMemory, "Out of memory", "", 0};
     } catch (const std::exception& exception) {
-        return WithoutLine(FailureAutomation, exception.what());
+        return {FailureAutomation, exception.what(), "", 0};
     } catch (...) {
-        return WithoutLine(FailureAutomation, "Unknown failure");
+        return {FailureAutomation, "Unknown failure", "", 0};
     }
 }
 

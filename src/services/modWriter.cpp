@@ -53,13 +53,15 @@ std::string SanitizeName(std::string& name, std::string_view kind) {
                  " will be converted.  1 will become One, 2 will become Two, etc.";
         name.replace(0, 1, DigitWords[static_cast<std::size_t>(name[0] - '0')]);
     }
+    const std::string found = "\" found in the " + kindText + " name " + name + ".  It will be removed.";
     for (const char c : name) {
         if (IsLegalInName(c))
             continue;
         if (!report.empty())
             report += '\r';
-        report += "Illegal character \"" + std::string(1, UpperOf(c)) + "\" found in the " + kindText +
-                  " name " + name + ".  It will be removed.";
+        report += "Illegal character \"";
+        report += UpperOf(c);
+        report += found;
     }
     std::erase_if(name, [](char c) { return !IsLegalInName(c); });
     if (!report.empty())
