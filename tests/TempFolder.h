@@ -42,6 +42,10 @@ class TempFolder {
         return {std::istreambuf_iterator<char>(file), {}};
     }
     [[nodiscard]] bool Has(const std::string& name) const { return std::filesystem::exists(host / name); }
+    /// How many files and folders are right in it: what a clean-up left behind shows here.
+    [[nodiscard]] int EntryCount() const {
+        return static_cast<int>(std::distance(std::filesystem::directory_iterator(host), {}));
+    }
 
   private:
     std::filesystem::path host;

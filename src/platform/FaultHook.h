@@ -1,0 +1,28 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <system_error>
+
+namespace velmora {
+
+/// Lets tests break what the host does to files: called before every system call that changes something,
+/// with its name ("open", "write", "fsync", "close", "rename", "unlink", "mkdir", "rmdir"). 0 lets the call
+/// happen, an errno value makes it fail that way.
+inline int (*gFaultHook)(const char* operation) = nullptr;
+
+/// The longest piece that one "write" takes, given what is wanted: full disks begin with short writes.
+inline std::size_t (*gShortWriteHook)(std::size_t wanted) = nullptr;
+
+inline void CheckFault(const char* operation) {
+    const int code = gFaultHook != nullptr ? gFaultHook(operation) : 0;
+    if (code != 0) {
+        throw std::system_error(code, std::generic_category(), operation);
+    }
+}
+
+inline std::size_t WritablePiece(std::size_t wanted) {
+    return gShortWriteHook != nullptr ? std::min(wanted, gShortWriteHook(wanted)) : wanted;
+}
+
+} // namespace velmora

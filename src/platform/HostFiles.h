@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+/// The one narrow place through which the program touches the host's files. Everything here throws
+/// std::system_error with the host's reason; Files.cpp turns that into the failures users know.
+namespace velmora::HostFiles {
+
+using Path = std::filesystem::path;
+
+/// A regular file open for reading. Opening refuses folders, pipes and devices.
+class InFile {
+  public:
+    explicit InFile(const Path& path);
+    ~InFile();
+    InFile(const InFile&) = delete;
+    InFile& operator=(const InFile&) = delete;
+
+    /// The size at the time of opening; a hint only, the file may change while it is read.
+    [[nodiscard]] std::uint64_t Size() const { return SizeAtOpening; }
+    /// The number of bytes read, 0 at the end only.
+    std::size_t Read(char* buffer, std::size_t size);
+
+  private:
+    std::intptr_t Handle;
+    std::uint64_t SizeAtOpening = 0;
+};
+
+/// A file open for writing. Whoever wants to know that the bytes arrived calls Close.
+class OutFile {
+  public:
+    enum class Opening { CreateNew, Append };
+    OutFile(const Path& path, Opening opening);
+    ~OutFile();
+    OutFile(const OutFile&) = delete;
+    OutFile& operator=(const OutFile&) = delete;
+
+    /// Takes over the mode of another file, and its owner where the user may give files away.
+    void TakeModeOf(const Path& other);
+    /// Writes all of it or throws.
+    void Write(std::string_view bytes);
+    /// Returns once the bytes are on the disk itself.
+    void Flush();
+    void Close();
+
+  private:
+    std::intptr_t Handle;
+};
+
+/// Where a path leads through symbolic links; the last one's target need not exist.
+Path FollowLinks(const Path& path);
+
+/// Throws unless a file may be put in this place: what stands there, if anything, must be a regular file
+/// that the user may write.
+void CheckReplaceable(const Path& target);
+
+/// Puts `finished` in the place of `target` in the same folder, for good: the folder is flushed too. When
+/// that fails the old file is in its place again.
+void Replace(const Path& finished, const Path& target);
+
+void Unlink(const Path& file);
+void MakeFolder(const Path& folder);
+void RemoveFolder(const Path& folder);
+bool MayCreateIn(const Path& folder);
+
+/// True for every way in which the host says that a disk, or the user's share of it, is full.
+bool IsDiskFull(const std::error_code& code);
+
+} // namespace velmora::HostFiles

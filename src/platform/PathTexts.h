@@ -1,0 +1,24 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// How texts of the core and texts of the host become each other; the rule is told in Files.h.
+namespace velmora::PathTexts {
+
+/// Any text of the host as a text of the core.
+std::string FromHostText(std::string_view text);
+
+/// A text of the core as UTF-8, unless it is UTF-8 already.
+std::string ToHostText(std::string_view text);
+
+/// One component of a path as the host spells it, and back.
+std::filesystem::path HostName(std::string_view component);
+std::string NameText(const std::filesystem::path& name);
+
+/// The components of a path text, separators left out.
+std::vector<std::string_view> Components(std::string_view path);
+
+} // namespace velmora::PathTexts
