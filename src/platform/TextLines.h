@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+/// Lines of the host's text files (profile strings, registry files).
+namespace velmora::TextLines {
+
+/// The lines of a text without their ends, CR LF or LF. A text that ends with a line end has no line after
+/// it.
+inline std::vector<std::string_view> Split(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/// A text without the blanks and tabs around it.
+inline std::string_view Stripped(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r";
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
+} // namespace velmora::TextLines
