@@ -14,8 +14,9 @@ namespace velmora::Process {
 /// when it cannot be started.
 void Start(const std::vector<std::string>& commandLine);
 
-/// Runs a command line and returns when it has ended, calling `waiting` about every 50 ms meanwhile. A start failure is not reported: the
-/// call returns at once. `windowStyle` is a standard show-window code where the host has such.
+/// Runs a command line and returns when it has ended, calling `waiting` about every 50 ms meanwhile. A start
+/// failure is not reported: the call returns at once. `windowStyle` is a standard show-window code where the
+/// host has such.
 void RunAndWait(std::string_view commandLine, std::optional<int> windowStyle,
                 const std::function<void()>& waiting = {});
 

@@ -12,8 +12,8 @@
 /// replaced as a whole (Files::ReplaceSafely).
 namespace velmora::ProfileStrings {
 
-/// Value of a key, at most `size - 1` characters of it; `fallback` (trailing blanks stripped, cut alike) when file, section or
-/// key is missing.
+/// Value of a key, at most `size - 1` characters of it; `fallback` (trailing blanks stripped, cut alike) when
+/// file, section or key is missing.
 std::string Read(std::string_view section, std::string_view key, std::string_view fallback, std::size_t size,
                  std::string_view file);
 

@@ -8,7 +8,14 @@
 
 namespace velmora {
 
-enum class RegistryType : std::uint32_t { None = 0, Sz = 1, ExpandSz = 2, Binary = 3, Dword = 4, MultiSz = 7 };
+enum class RegistryType : std::uint32_t {
+    None = 0,
+    Sz = 1,
+    ExpandSz = 2,
+    Binary = 3,
+    Dword = 4,
+    MultiSz = 7
+};
 
 /// A stored value: its type and its raw bytes as the registry holds them (texts in the code page, with their
 /// final NUL; numbers as four bytes, lowest first).

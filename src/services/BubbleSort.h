@@ -22,6 +22,18 @@ inline int CompareForSort(std::int32_t left, std::int32_t right) {
     return left < right ? -1 : left > right;
 }
 
+/// True when two elements of a list compare equal.
+template <class Element, class Compare>
+bool HasEquals(std::span<const Element> list, const Compare& compare) {
+    std::vector<const Element*> order;
+    for (const Element& element : list)
+        order.push_back(&element);
+    std::sort(order.begin(), order.end(), [&](const auto* l, const auto* r) { return compare(*l, *r) < 0; });
+    return std::adjacent_find(order.begin(), order.end(), [&](const auto* l, const auto* r) {
+               return compare(*l, *r) == 0;
+           }) != order.end();
+}
+
 /// The passes of the bubble sort in descending order. Equal elements change places in every pass that meets
 /// them, so only the passes themselves tell the order of equals.
 template <class Element, class Compare>
@@ -56,25 +68,23 @@ void BubbleSortBy(std::vector<Element>& list, const Key& key, bool descending = 
                              [&](const Element& l, const Element& r) { return compare(l, r) < 0; });
             return;
         }
-        std::vector<Element> sorted(part.begin(), part.end());
-        std::sort(sorted.begin(), sorted.end(),
-                  [&](const Element& l, const Element& r) { return compare(l, r) > 0; });
-        const bool hasEquals =
-            std::adjacent_find(sorted.begin(), sorted.end(), [&](const auto& l, const auto& r) {
-                return compare(l, r) == 0;
-            }) != sorted.end();
-        if (!hasEquals) {
-            std::move(sorted.begin(), sorted.end(), part.begin());
-            return;
-        }
-        DescendingPasses(part, compare);
+        if (HasEquals<Element>(part, compare))
+            DescendingPasses(part, compare);
+        else
+            std::sort(part.begin(), part.end(),
+                      [&](const Element& l, const Element& r) { return compare(l, r) > 0; });
     });
 }
 
 /// Sorts a list of texts or numbers.
 template <class Element>
+<<<<<<< HEAD
 void BubbleSort(std::vector<Element>& list, bool descending = false, std::size_t upper = HighestIndex) {
     BubbleSortBy(list, std::identity{}, descending, upper);
+=======
+void BubbleSort(std::vector<Element>& list, bool descending = false) {
+    BubbleSortBy(list, std::identity{}, descending);
+>>>>>>> 611049a (Add the shared engine: records, line grammar, loading and writing of files)
 }
 
 } // namespace velmora

@@ -31,7 +31,8 @@ std::size_t PositionByNumber(const Catalogue& catalogue, std::int32_t number);
 /// The same for codes, without regard to case.
 std::size_t PositionByCode(const CodeCatalogue& catalogue, std::string_view code);
 /// Position of a name, 0 when it is missing.
-template <class Item> std::size_t PositionByName(const KeyedCollection<Item>& catalogue, std::string_view name) {
+template <class Item>
+std::size_t PositionByName(const KeyedCollection<Item>& catalogue, std::string_view name) {
     const std::size_t at = catalogue.IndexOf(name);
     return at == KeyedCollection<Item>::None ? 0 : at;
 }

@@ -14,7 +14,8 @@ namespace velmora {
 
 /// An ordered map from text key to item: keeps insertion order, compares keys without regard to case, finds
 /// a key in constant time.
-template <class Item> class KeyedCollection {
+template <class Item>
+class KeyedCollection {
   public:
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
 
@@ -26,7 +27,8 @@ template <class Item> class KeyedCollection {
     /// Adds at the end. Throws Failure (457) when the key is taken.
     Item& Add(std::string key, Item item) {
         if (!TryAdd(std::move(key), std::move(item)))
-            throw Failure(FailureDuplicateKey, "This key is already associated with an element of this collection");
+            throw Failure(FailureDuplicateKey,
+                          "This key is already associated with an element of this collection");
         return entries.back().second;
     }
 
@@ -98,7 +100,9 @@ template <class Item> class KeyedCollection {
     struct Hash {
         using is_transparent = void;
         const KeyedCollection* Owner;
-        std::size_t operator()(std::size_t at) const { return CodePage::HashNoCase(Owner->entries[at].first); }
+        std::size_t operator()(std::size_t at) const {
+            return CodePage::HashNoCase(Owner->entries[at].first);
+        }
         std::size_t operator()(std::string_view key) const { return CodePage::HashNoCase(key); }
     };
     struct Equal {

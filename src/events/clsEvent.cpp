@@ -1,0 +1,72 @@
+#include "events/clsEvent.h"
+
+#include <array>
+
+namespace velmora {
+
+namespace {
+
+using E = clsEvent;
+
+constexpr std::array<Field, 28> EventFields{
+    TextField<&E::Title>("Title", 14),
+    TextField<&E::Description>("Description", 8),
+    TextField<&E::Image>("Image", 14),
+    NumberField<&E::EventType>("EventType", 10, true),
+    TextField<&E::GoodOption>("GoodOption", 9),
+    TextField<&E::NeutralOption>("NeutralOption", 6),
+    TextField<&E::EvilOption>("EvilOption", 9, true),
+    NumberField<&E::GoodAttribute>("GoodAttribute", 9),
+    NumberField<&E::NeutralAttribute>("NeutralAttribute", 6),
+    NumberField<&E::EvilAttribute>("EvilAttribute", 9, true),
+    NumberField<&E::GoodValue>("GoodValue", 9),
+    NumberField<&E::NeutralValue>("NeutralValue", 6),
+    NumberField<&E::EvilValue>("EvilValue", 9, true),
+    NumberField<&E::GoodPopChange>("GoodPopChange", 5),
+    NumberField<&E::NeutralPopChange>("NeutralPopChange", 2),
+    NumberField<&E::EvilPopChange>("EvilPopChange", 5, true),
+    NumberField<&E::MoralityWeight>("MoralityWeight", 8),
+    NumberField<&E::Probability>("Probability", 2, true),
+    NumberField<&E::DescStr01>("DescStr01", 2),
+    NumberField<&E::DescStr02>("DescStr02", 2),
+    NumberField<&E::DescStr03>("DescStr03", 2),
+    NumberField<&E::DescStr04>("DescStr04", 2, true),
+    NumberField<&E::GoodOptStr01>("GoodOptStr01", 2),
+    NumberField<&E::GoodOptStr02>("GoodOptStr02", 2, true),
+    NumberField<&E::NeutralOptStr01>("NeutralOptStr01", 1),
+    NumberField<&E::NeutralOptStr02>("NeutralOptStr02", 1, true),
+    NumberField<&E::EvilOptStr01>("EvilOptStr01", 2),
+    NumberField<&E::EvilOptStr02>("EvilOptStr02", 2, true),
+};
+
+RecordKind MakeEventKind() {
+    RecordKind kind;
+    kind.Word = "event";
+    kind.Window = "frmEvents";
+    kind.NameWord = "Event";
+    kind.Header = "EVENT";
+    kind.End = "ENDEVENT";
+    kind.Extension = ".event";
+    kind.BackupMark = "EVENT";
+    kind.LoadRoutine = "LoadCurrentEvents";
+    kind.ParseRoutine = "ParseOutEventFile";
+    kind.ReorderRoutine = "ReorderEvents";
+    kind.MissingFolderText = "Unable to acces the Velmora Data directory!";
+    kind.DuplicateText = "Duplicate event found!  EventName = ";
+    kind.DuplicateRule = "duplicate-event";
+    kind.Fields = EventFields;
+    kind.Name = TextField<&E::EventName>("EVENT", 1, false, "EventName");
+    kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
+    kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<E>(); };
+    return kind;
+}
+
+} // namespace
+
+const RecordKind EventKind = MakeEventKind();
+
+std::string clsEvent::GenerateEventString(bool) const {
+    return BlockOf(EventKind, *this);
+}
+
+} // namespace velmora

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "records/Finding.h"
+#include "records/LineGrammar.h"
+#include "records/RecordKind.h"
+
+#include <array>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+/// Reads the blocks of one file. Values are held per key for the whole file: a block that omits a key takes
+/// the value of the nearest earlier block that had it.
+class BlockReader {
+  public:
+    /// `take` gets each record at the end of its block, content and HeaderLine set, and the block's end line.
+    using Taker = std::function<void(std::unique_ptr<Record>, std::size_t endLine)>;
+
+    BlockReader(const RecordKind& recordKind, std::string fileName, const FindingSink& findings, Taker taker);
+
+    /// Reads a file's bytes; lines end with CR LF or LF. Throws Failure (6 or 13) naming file, line and key
+    /// for a number beyond 32 bits or a late number that was never given.
+    void Read(std::string_view bytes);
+
+  private:
+    struct Held {
+        std::string_view Text;
+        double Late = 0;
+        std::int32_t Number = 0;
+        bool Given = false;
+        std::vector<std::string_view> Entries;
+    };
+
+    void ReadLine(std::string_view line);
+    [[nodiscard]] std::size_t FindField(std::string_view key);
+    void Hold(std::size_t at, std::string_view value);
+    void BeginBlock(std::string_view value);
+    void EndBlock();
+    void Fill(Record& record);
+    /// A view that outlives the line it was read from.
+    std::string_view Keep(std::string_view value);
+    std::int32_t ToNumber(double value, std::string_view key) const;
+    void Report(std::string_view rule, std::string text) const;
+
+    const RecordKind& kind;
+    std::string file;
+    const FindingSink& sink;
+    Taker take;
+
+    std::vector<Held> held; // one an entry of kind.Fields
+    std::array<std::vector<std::size_t>, 32> fieldsByLength;
+    std::size_t nextField = 0; // blocks mostly hold their keys in table order
+    std::string name;
+    std::int32_t headerNumber = 0;
+    std::size_t headerLine = 0;
+    std::size_t lineNumber = 0;
+    std::string scratch;
+    std::deque<std::string> kept;
+};
+
+} // namespace velmora

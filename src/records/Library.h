@@ -1,0 +1,87 @@
+#pragma once
+
+#include "records/Finding.h"
+#include "records/RecordKind.h"
+#include "services/KeyedCollection.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+/// Where a kind's files live and what loading does with them.
+struct LoadRequest {
+    std::string Folder;       ///< data directory, with trailing separator
+    std::string BackupFolder; ///< where backup copies go, with trailing separator
+    std::string OwnFile;      ///< the user's own target file, listed even before it exists
+    bool MakeBackups = false; ///< the caller allows backups
+    bool AutoBackup = false;  ///< the user wants them
+    FindingSink Findings;
+    std::function<void(const std::string& file, std::size_t done, std::size_t total)> Reading;
+};
+
+/// All records of one kind: read from a folder of files, kept in order, written back file by file.
+/// Failures travel under the kind's own routine names.
+class Library {
+  public:
+    explicit Library(const RecordKind& recordKind) : Kind(recordKind) {}
+
+    const RecordKind& Kind;
+    KeyedCollection<std::unique_ptr<Record>> Records; ///< key: the record's name
+    KeyedCollection<std::int32_t> Files;              ///< file name to 0-based position in load order
+    std::vector<std::string> FilesLosingRecords;      ///< files that a committed record was moved away from
+
+    /// Asked of each record before it is added; false drops it. May change it and report findings.
+    using Admission =
+        std::function<bool(Record&, const std::function<void(std::string_view rule, std::string text)>&)>;
+    Admission Admit;
+
+    /// Reads every file of the folder in path order, after backing it up. False, with a finding, when the
+    /// folder does not exist. A failure leaves the records completed so far.
+    bool Load(const LoadRequest& request);
+    void Clear();
+
+    Record& At(std::size_t position) const { return *Records.ItemAt(position); }
+    [[nodiscard]] Record* Find(std::string_view name) const;
+    [[nodiscard]] const std::string& NameOf(const Record& record) const { return Kind.NameOf(record); }
+    [[nodiscard]] bool AnyDirty() const;
+
+    /// Adds a new record of that name to the end, owned by a file: numbers and IsBeingAdded set.
+    Record& AddNew(const std::string& name, const std::string& folder, const std::string& shortName);
+    void Remove(std::string_view name);
+
+    /// Mode 0 restores load order, any other sorts by name. Renumbers.
+    void SortBy(std::int32_t mode);
+    /// Numbers the records by position, from 1.
+    void Reorder();
+
+    /// Gives every record of a file to another file.
+    void RenameFile(const std::string& oldFile, const std::string& newFile);
+    /// Gives one record to another file; `oldFile` is noted as losing it.
+    void MoveRecord(Record& record, const std::string& folder, const std::string& oldFile,
+                    const std::string& newFile);
+    /// Names of the records of a file, in order.
+    [[nodiscard]] std::vector<std::string> NamesInFile(std::string_view shortName) const;
+    /// Position of the first record of a file, KeyedCollection::None without one.
+    [[nodiscard]] std::size_t FirstInFile(std::string_view shortName) const;
+
+    /// Short names of the files that hold an edited record or lost one, as first met, told apart by case.
+    [[nodiscard]] std::vector<std::string> FilesToWrite() const;
+    /// Rewrites one file from its records in list order, those marked for deletion left out; a file left
+    /// without records is deleted.
+    void WriteItDown(const std::string& folder, const std::string& shortName) const;
+
+  private:
+    std::vector<std::string> ListAndBackUp(const LoadRequest& request) const;
+    void BackUp(const LoadRequest& request, const std::string& fileName) const;
+    void ParseFile(const LoadRequest& request, const std::string& path);
+    void Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
+              std::size_t line, const FindingSink& findings);
+    void NoteNewFile(const std::string& oldFile, const std::string& newFile);
+};
+
+} // namespace velmora

@@ -1,0 +1,111 @@
+// The library's dealings with the disk: loading a folder of files, with backups, and writing files back.
+#include "platform/Files.h"
+#include "records/BlockReader.h"
+#include "records/Library.h"
+#include "services/BubbleSort.h"
+#include "services/Trap.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace velmora {
+
+bool Library::Load(const LoadRequest& request) {
+    return Trap(Kind.Routine(Kind.LoadRoutine), {ParameterText(request.MakeBackups)}, [&] {
+        if (!velmora::Files::FolderExists(request.Folder)) {
+            request.Findings(
+                {Kind.Word, {}, 0, "no-data-directory", std::string(Kind.MissingFolderText), Icon::Critical});
+            return false;
+        }
+        std::vector<std::string> paths = ListAndBackUp(request);
+        BubbleSort(paths);
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            const std::string name = velmora::Files::NameOf(paths[i]);
+            if (request.Reading)
+                request.Reading(name, i, paths.size());
+            ParseFile(request, paths[i]);
+            Files.TryAdd(name, static_cast<std::int32_t>(i));
+        }
+        Files.TryAdd(request.OwnFile, static_cast<std::int32_t>(paths.size()));
+        return true;
+    });
+}
+
+std::vector<std::string> Library::ListAndBackUp(const LoadRequest& request) const {
+    std::vector<std::string> paths;
+    for (const std::string& name : velmora::Files::ListFiles(request.Folder)) {
+        if (!CodePage::EndsWithNoCase(name, Kind.Extension))
+            continue;
+        paths.push_back(request.Folder + name);
+        if (request.MakeBackups && request.AutoBackup)
+            BackUp(request, name);
+    }
+    return paths;
+}
+
+void Library::BackUp(const LoadRequest& request, const std::string& fileName) const {
+    const std::string base = request.BackupFolder + CodePage::ReplaceNoCase(fileName, Kind.Extension, "");
+    const std::string first = base + ".1st" + std::string(Kind.BackupMark);
+    if (!velmora::Files::FileExists(first))
+        velmora::Files::CopyFile(request.Folder + fileName, first);
+    velmora::Files::CopyFile(request.Folder + fileName, base + ".latest" + std::string(Kind.BackupMark));
+}
+
+void Library::ParseFile(const LoadRequest& request, const std::string& path) {
+    const std::string name = velmora::Files::NameOf(path);
+    Trap(Kind.Routine(Kind.ParseRoutine), {name}, [&] {
+        const std::string bytes = velmora::Files::ReadWhole(path);
+        BlockReader reader(Kind, name, request.Findings,
+                           [&](std::unique_ptr<Record> record, std::size_t line) {
+                               Take(std::move(record), path, name, line, request.Findings);
+                           });
+        reader.Read(bytes);
+    });
+}
+
+void Library::Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
+                   std::size_t line, const FindingSink& findings) {
+    record->FileName = path;
+    record->ShortName = fileName;
+    record->OrigNumber = Kind.Number(*record) = static_cast<std::int32_t>(Records.Count()) + 1;
+    const auto report = [&](std::string_view rule, std::string text) {
+        findings({Kind.Word, fileName, line, rule, std::move(text)});
+    };
+    const bool admitted = !Admit || Admit(*record, report);
+    const std::string& name = NameOf(*record);
+    if (Records.Exists(name))
+        report(Kind.DuplicateRule, std::string(Kind.DuplicateText) + name + ", File = " + fileName);
+    else if (admitted)
+        Records.TryAdd(name, std::move(record));
+}
+
+std::vector<std::string> Library::FilesToWrite() const {
+    std::vector<std::string> names;
+    std::unordered_set<std::string> met;
+    const auto meet = [&](const std::string& name) {
+        if (met.insert(name).second)
+            names.push_back(name);
+    };
+    for (const auto& [name, record] : Records)
+        if (record->IsDirty)
+            meet(record->ShortName);
+    for (const std::string& name : FilesLosingRecords)
+        meet(name);
+    return names;
+}
+
+void Library::WriteItDown(const std::string& folder, const std::string& shortName) const {
+    Trap(Kind.Routine("WriteItDown"), {shortName}, [&] {
+        std::string text;
+        for (const auto& [name, record] : Records)
+            if (!record->ToBeDeleted && CodePage::EqualNoCase(record->ShortName, shortName))
+                AppendBlock(Kind, *record, text);
+        const std::string path = folder + shortName;
+        if (!text.empty())
+            velmora::Files::ReplaceSafely(path, text);
+        else if (velmora::Files::FileExists(path))
+            velmora::Files::DeleteFile(path);
+    });
+}
+
+} // namespace velmora

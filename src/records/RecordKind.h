@@ -1,0 +1,111 @@
+#pragma once
+
+#include "records/Record.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+/// How a value stands in a file.
+enum class FieldType {
+    Text,
+    Number,     ///< turned into 32 bits as its line is read
+    LateNumber, ///< turned into 32 bits only when its block ends; must then have been given in the file
+    List,       ///< each line of a block adds an entry; a block without one adds an empty entry
+};
+
+/// One line of a record's block: its key in the file and the member that holds it.
+struct Field {
+    std::string_view Key;
+    std::string_view Property; ///< name of the member
+    FieldType Type;
+    const std::string& (*TextOf)(const Record&) = nullptr;
+    std::int32_t (*NumberOf)(const Record&) = nullptr;
+    const std::vector<std::string>& (*ListOf)(const Record&) = nullptr;
+    void (*SetText)(Record&, std::string_view) = nullptr; ///< for a list: adds an entry
+    void (*SetNumber)(Record&, std::int32_t) = nullptr;
+    int Blanks = 1;              ///< blanks between key and value when written
+    bool EmptyLineAfter = false; ///< an empty line follows when written
+};
+
+template <class Member>
+struct MemberOwner;
+template <class Type, class Owner>
+struct MemberOwner<Type Owner::*> {
+    using type = Owner;
+};
+template <auto Member>
+using OwnerOf = typename MemberOwner<decltype(Member)>::type;
+
+/// The field of a text member.
+template <auto Member>
+constexpr Field TextField(std::string_view key, int blanks = 1, bool emptyLineAfter = false,
+                          std::string_view property = {}) {
+    using Owner = OwnerOf<Member>;
+    Field field{key, property.empty() ? key : property, FieldType::Text};
+    field.TextOf = [](const Record& r) -> const std::string& { return static_cast<const Owner&>(r).*Member; };
+    field.SetText = [](Record& r, std::string_view text) { (static_cast<Owner&>(r).*Member).assign(text); };
+    field.Blanks = blanks;
+    field.EmptyLineAfter = emptyLineAfter;
+    return field;
+}
+
+/// The field of a number member.
+template <auto Member>
+constexpr Field NumberField(std::string_view key, int blanks = 1, bool emptyLineAfter = false,
+                            std::string_view property = {}, FieldType type = FieldType::Number) {
+    using Owner = OwnerOf<Member>;
+    Field field{key, property.empty() ? key : property, type};
+    field.NumberOf = [](const Record& r) { return static_cast<const Owner&>(r).*Member; };
+    field.SetNumber = [](Record& r, std::int32_t number) { static_cast<Owner&>(r).*Member = number; };
+    field.Blanks = blanks;
+    field.EmptyLineAfter = emptyLineAfter;
+    return field;
+}
+
+/// Everything that tells one kind of record from another: the words of its files, the table of its fields and
+/// the names that failures are reported under.
+struct RecordKind {
+    std::string_view Word;        ///< "event": the kind in machine-readable output
+    std::string_view Window;      ///< "frmEvents": prefix of routine names
+    std::string_view NameWord;    ///< "Event": the kind in reports about names
+    std::string_view Header;      ///< "EVENT": key of a block's first line
+    std::string_view End;         ///< "ENDEVENT": key of a block's last line
+    std::string_view Extension;   ///< ".event"
+    std::string_view BackupMark;  ///< "EVENT": backups end in ".1st" and ".latest" with this word
+    std::string_view LoadRoutine; ///< "LoadCurrentEvents"
+    std::string_view ParseRoutine;
+    std::string_view ReorderRoutine;
+    std::string_view MissingFolderText;
+    std::string_view DuplicateText; ///< up to the name: "Duplicate event found!  EventName = "
+    std::string_view DuplicateRule;
+    bool EmptyLineAfterHeader = false;
+    bool ValuesKeepBlanks = false; ///< each piece of an unquoted value keeps one blank before it
+    /// Set where the header holds a number before the name; takes that number.
+    void (*SetHeaderNumber)(Record&, std::int32_t) = nullptr;
+
+    std::span<const Field> Fields;              ///< in file order, the name left out
+    Field Name;                                 ///< the member that the header names
+    std::int32_t& (*Number)(Record&) = nullptr; ///< 1-based position in the editor's order
+    std::unique_ptr<Record> (*Make)() = nullptr;
+
+    [[nodiscard]] std::string Routine(std::string_view procedure) const {
+        return std::string(Window) + "_" + std::string(procedure);
+    }
+    [[nodiscard]] const std::string& NameOf(const Record& record) const { return Name.TextOf(record); }
+};
+
+/// The block of file text of a record, appended to `text`. Texts are made fit for a file (TextForFile).
+void AppendBlock(const RecordKind& kind, const Record& record, std::string& text);
+std::string BlockOf(const RecordKind& kind, const Record& record);
+
+/// Copies every content field but the name.
+void CopyContent(const RecordKind& kind, const Record& from, Record& to);
+
+} // namespace velmora
