@@ -37,6 +37,9 @@ void NormalizeWildCards(std::string& text);
 void CheckWildCards(std::string_view text, std::int32_t maximum, std::string_view label,
                     std::span<const std::int32_t> subs, std::vector<Reason>& reasons);
 
+/// The question that lists reasons and lets the author proceed all the same. Lines end with 13.
+std::string FailedValidationText(std::span<const Reason> reasons);
+
 /// A text as it may stand between quotes in a file: a double quote becomes a single one, a line break the two
 /// characters "\n".
 std::string TextForFile(std::string_view text);

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "events/clsEvent.h"
+#include "services/Catalogues.h"
+#include "services/modWriter.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the game demands of an event.
+namespace velmora {
+
+/// One of the four texts that a player reads: its limits and its substitution boxes.
+struct EventText {
+    std::string_view Label; ///< "Good Option"
+    std::string clsEvent::*Text;
+    std::size_t MaximumLength; ///< recommended, in characters
+    std::int32_t MaximumWildCards;
+    std::size_t FirstBox; ///< of the ten substitution boxes
+    std::size_t Boxes;
+    std::string_view LengthRule; ///< rule name of the length warning
+};
+extern const std::array<EventText, 4> EventTexts;
+
+/// The members behind the ten substitution boxes, in box order.
+extern const std::array<std::int32_t clsEvent::*, 10> EventSubstitutions;
+
+/// Fills the catalogue of what a "%s" in an event can stand for.
+void BuildWildCardSubs(Catalogue& subs);
+/// The hint for a substitution of an event; empty for any other name.
+std::string_view EventSubstitutionHint(std::string_view name);
+
+/// CoreEvents.event and BonusEvents.event are the game's own: their events keep their file.
+bool IsReservedEventFile(std::string_view shortName);
+
+/// Morality weights run from 1 to 5; the nearest of them.
+std::int32_t LegalMoralityWeight(std::int32_t weight);
+
+/// Doubles lone percent signs in the four texts and makes the morality weight legal, as showing the event does.
+void NormalizeEvent(clsEvent& event);
+
+/// Every reason that an event is not fit for the game. `picturePath` is where its picture is looked for.
+/// Substitution numbers that the catalogue lacks count as "Nothing".
+std::vector<Reason> CheckEvent(const clsEvent& event, const std::string& picturePath, const Catalogue& subs);
+
+/// A picture's path as an event holds it: relative to the game directory, backslashes doubled once. A path
+/// that already holds "Gfx" with doubled backslashes, or any doubled one, is left alone.
+std::string ImageForRecord(std::string_view path, std::string_view gamePath);
+
+} // namespace velmora
