@@ -80,6 +80,7 @@ class ScriptedPrompts : public Prompts {
         Transcript.push_back("Error[" + std::to_string(error.Number) + "]: " + Shown(error.Description));
         return UserNote;
     }
+    void ShowTextFile(const std::string& path) override { Transcript.push_back("ShowTextFile: " + path); }
     std::unique_ptr<Progress> StartProgress(const std::string& title) override {
         struct Silent : Progress {
             void Working(const std::string& /*item*/, std::size_t /*done*/, std::size_t /*total*/) override {}

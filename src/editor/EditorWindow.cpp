@@ -26,9 +26,8 @@ void EditorWindow::AdoptEditor() {
     checks = new FieldChecks(this);
     AdoptCommands();
     for (const char* menu : {"mnuFile", "mnuEdit", "mnuZoom"})
-        connect(Menu(menu), &QMenu::aboutToShow, this, [this, menu] {
-            RunCommand(std::string(menu) + "_Click", [] {});
-        });
+        connect(Menu(menu), &QMenu::aboutToShow, this,
+                [this, menu] { RunCommand(std::string(menu) + "_Click", [] {}); });
 }
 
 LoadRequest EditorWindow::Request() const {
@@ -49,13 +48,16 @@ void EditorWindow::AdoptCommands() {
     OnClick("mnuDelete", [this] { ToggleDeletion(); });
     OnClick("mnuWriteToFile", [this] { WriteToFile(); });
     OnClick("mnuSortAlphabetically", [this] { SortByMenu(1); });
-    OnClick("mnuSortByFileName", [this] { SortByMenu(0); }, "mnuSortByFilename_Click");
+    OnClick(
+        "mnuSortByFileName", [this] { SortByMenu(0); }, "mnuSortByFilename_Click");
     OnClick("mnuZoomTo", [this] { Zoom(words.ZoomNameTitle, words.ZoomNameMode); });
     OnClick(words.ZoomFileItem, [this] { Zoom(words.ZoomFileTitle, words.ZoomFileMode); });
     OnClick("mnuViewInstructionsFile", [this] { gPrompts->ShowTextFile(words.InstructionsFile); });
 }
 
-std::string EditorWindow::ShownName() const { return Find<LineBox>(QString::fromLatin1(words.NameBox))->Bytes(); }
+std::string EditorWindow::ShownName() const {
+    return Find<LineBox>(QString::fromLatin1(words.NameBox))->Bytes();
+}
 
 Record& EditorWindow::ShownRecord() const {
     Record* record = library.Find(ShownName());
@@ -64,7 +66,9 @@ Record& EditorWindow::ShownRecord() const {
     return *record;
 }
 
-ChoiceBox* EditorWindow::FileBox() const { return Find<ChoiceBox>(QString::fromLatin1(words.FileBox)); }
+ChoiceBox* EditorWindow::FileBox() const {
+    return Find<ChoiceBox>(QString::fromLatin1(words.FileBox));
+}
 
 void EditorWindow::SetForEditing(const std::string& statusText) {
     Trap(Routine("SetForEditing"), {statusText}, [&] {
@@ -130,7 +134,8 @@ void EditorWindow::AddNew(const Record* source, const std::string& takenText) {
 }
 
 void EditorWindow::Commit() {
-    const bool editing = Find<QLabel>(QStringLiteral("lblEditStatus"))->text() == QLatin1String("READY FOR EDITS");
+    const bool editing =
+        Find<QLabel>(QStringLiteral("lblEditStatus"))->text() == QLatin1String("READY FOR EDITS");
     Trap(Routine(words.SaveRoutine), {ParameterText(editing)}, [this] {
         if (!Trap(Routine("ValidateData"), NoInputParms, [this] { return ValidateData(); }))
             return;

@@ -91,7 +91,8 @@ class EditorWindow : public RecordWindow {
     void RenameThisFile();
     void MoveToNewFile();
     /// The file name asked for, without extension; empty when refused or cancelled.
-    std::string AskFileName(const std::string& prompt, const std::function<std::string(const std::string&)>& refusal);
+    std::string AskFileName(const std::string& prompt,
+                            const std::function<std::string(const std::string&)>& refusal);
     void WriteToFile();
     void SortByMenu(std::int32_t mode);
     void Zoom(const std::string& title, std::int32_t mode);

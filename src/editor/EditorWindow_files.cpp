@@ -30,9 +30,9 @@ std::string EditorWindow::AskFileName(const std::string& prompt,
 
 void EditorWindow::RenameThisFile() {
     const std::string oldFile = FileBox()->Chosen();
-    const std::string answer =
-        AskFileName("Rename the file " + oldFile + " to:\r\rThis change will affect " + words.RenameScope + oldFile,
-                    [this](const std::string& name) { return RenameRefusal(name); });
+    const std::string answer = AskFileName("Rename the file " + oldFile + " to:\r\rThis change will affect " +
+                                               words.RenameScope + oldFile,
+                                           [this](const std::string& name) { return RenameRefusal(name); });
     if (answer.empty())
         return;
     library.RenameFile(oldFile, answer + std::string(library.Kind.Extension));

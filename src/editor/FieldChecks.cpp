@@ -11,7 +11,9 @@ FieldChecks::FieldChecks(QWidget* checkedWindow) : QObject(checkedWindow), windo
     connect(qApp, &QApplication::focusChanged, this, &FieldChecks::FocusChanged);
 }
 
-void FieldChecks::OnLeave(QWidget* field, std::function<bool()> check) { checks.insert(field, std::move(check)); }
+void FieldChecks::OnLeave(QWidget* field, std::function<bool()> check) {
+    checks.insert(field, std::move(check));
+}
 
 void FieldChecks::FocusChanged(QWidget* old, QWidget* now) {
     if (checking || !old || !now || now->window() != window || !old->isEnabled())

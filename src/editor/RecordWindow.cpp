@@ -41,8 +41,12 @@ bool RecordWindow::IsField(const QWidget* widget) {
            qobject_cast<const QLabel*>(widget);
 }
 
-QAction* RecordWindow::Action(const char* name) const { return Find<QAction>(QString::fromLatin1(name)); }
-QMenu* RecordWindow::Menu(const char* name) const { return Find<QMenu>(QString::fromLatin1(name)); }
+QAction* RecordWindow::Action(const char* name) const {
+    return Find<QAction>(QString::fromLatin1(name));
+}
+QMenu* RecordWindow::Menu(const char* name) const {
+    return Find<QMenu>(QString::fromLatin1(name));
+}
 
 void RecordWindow::RunCommand(const std::string& procedure, const std::function<void()>& body) {
     TrapEvent(Routine(procedure), NoInputParms, body);
@@ -126,7 +130,9 @@ void RecordWindow::PopulateForm(std::size_t position) {
     });
 }
 
-void RecordWindow::ShowHint(const std::string& text) { editStatus->setText(ToQt(text)); }
+void RecordWindow::ShowHint(const std::string& text) {
+    editStatus->setText(ToQt(text));
+}
 
 void RecordWindow::SetReadOnly() {
     Trap(Routine("SetReadOnly"), NoInputParms, [this] {

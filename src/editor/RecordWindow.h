@@ -72,10 +72,13 @@ class RecordWindow : public QMainWindow {
     /// Connects a menu item or button to a command; the routine is the control's name + "_Click".
     void OnClick(const char* control, const std::function<void()>& body, const char* procedure = nullptr);
 
-    [[nodiscard]] std::string Routine(const std::string& procedure) const { return library.Kind.Routine(procedure); }
+    [[nodiscard]] std::string Routine(const std::string& procedure) const {
+        return library.Kind.Routine(procedure);
+    }
     [[nodiscard]] QAction* Action(const char* name) const;
     [[nodiscard]] QMenu* Menu(const char* name) const;
-    template <class Control> [[nodiscard]] Control* Find(const QString& name) const {
+    template <class Control>
+    [[nodiscard]] Control* Find(const QString& name) const {
         auto* control = findChild<Control*>(name);
         Q_ASSERT_X(control, "RecordWindow", qPrintable(name));
         return control;

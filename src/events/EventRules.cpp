@@ -38,7 +38,8 @@ constexpr std::array<Substitution, 7> Substitutions{{
     {"Good Value", 11, "Random value of the GOOD option"},
 }};
 
-std::array<std::int32_t, 4> SetSubstitutions(const clsEvent& event, const EventText& text, const Catalogue& subs) {
+std::array<std::int32_t, 4> SetSubstitutions(const clsEvent& event, const EventText& text,
+                                             const Catalogue& subs) {
     std::array<std::int32_t, 4> codes{};
     for (std::size_t i = 0; i < text.Boxes; ++i) {
         const std::int32_t number = event.*EventSubstitutions[text.FirstBox + i];
@@ -55,9 +56,9 @@ void BuildWildCardSubs(Catalogue& subs) {
 }
 
 std::string_view EventSubstitutionHint(std::string_view name) {
-    const auto* found = std::find_if(Substitutions.begin(), Substitutions.end(), [&](const Substitution& entry) {
-        return CodePage::EqualNoCase(entry.Name, name);
-    });
+    const auto* found =
+        std::find_if(Substitutions.begin(), Substitutions.end(),
+                     [&](const Substitution& entry) { return CodePage::EqualNoCase(entry.Name, name); });
     return found == Substitutions.end() ? std::string_view() : found->Hint;
 }
 
@@ -66,7 +67,9 @@ bool IsReservedEventFile(std::string_view shortName) {
            CodePage::EqualNoCase(shortName, "BonusEvents.event");
 }
 
-std::int32_t LegalMoralityWeight(std::int32_t weight) { return std::clamp(weight, 1, 5); }
+std::int32_t LegalMoralityWeight(std::int32_t weight) {
+    return std::clamp(weight, 1, 5);
+}
 
 void NormalizeEvent(clsEvent& event) {
     for (const EventText& text : EventTexts)
@@ -85,12 +88,13 @@ std::vector<Reason> CheckEvent(const clsEvent& event, const std::string& picture
     if (event.GoodOption.empty())
         reasons.push_back({"No Good option text set, please specify a Good option.", "no-good-option"});
     if (event.NeutralOption.empty())
-        reasons.push_back({"No Neutral option text set, please specify a Neutral option.", "no-neutral-option"});
+        reasons.push_back(
+            {"No Neutral option text set, please specify a Neutral option.", "no-neutral-option"});
     if (event.EvilOption.empty())
         reasons.push_back({"No Evil option text set, please specify a Evil option.", "no-evil-option"});
     for (const EventText& text : EventTexts)
-        CheckWildCards(event.*text.Text, text.MaximumWildCards, text.Label, SetSubstitutions(event, text, subs),
-                       reasons);
+        CheckWildCards(event.*text.Text, text.MaximumWildCards, text.Label,
+                       SetSubstitutions(event, text, subs), reasons);
     return reasons;
 }
 

@@ -39,7 +39,8 @@ bool IsReservedEventFile(std::string_view shortName);
 /// Morality weights run from 1 to 5; the nearest of them.
 std::int32_t LegalMoralityWeight(std::int32_t weight);
 
-/// Doubles lone percent signs in the four texts and makes the morality weight legal, as showing the event does.
+/// Doubles lone percent signs in the four texts and makes the morality weight legal, as showing the event
+/// does.
 void NormalizeEvent(clsEvent& event);
 
 /// Every reason that an event is not fit for the game. `picturePath` is where its picture is looked for.

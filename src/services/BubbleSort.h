@@ -78,13 +78,8 @@ void BubbleSortBy(std::vector<Element>& list, const Key& key, bool descending = 
 
 /// Sorts a list of texts or numbers.
 template <class Element>
-<<<<<<< HEAD
 void BubbleSort(std::vector<Element>& list, bool descending = false, std::size_t upper = HighestIndex) {
     BubbleSortBy(list, std::identity{}, descending, upper);
-=======
-void BubbleSort(std::vector<Element>& list, bool descending = false) {
-    BubbleSortBy(list, std::identity{}, descending);
->>>>>>> 611049a (Add the shared engine: records, line grammar, loading and writing of files)
 }
 
 } // namespace velmora

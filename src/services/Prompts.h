@@ -67,6 +67,8 @@ class Prompts {
     virtual std::string PickFile(const FileRequest& request) = 0;
     /// Error dialog; returns what the person typed.
     virtual std::string ReportError(const ErrorDetails& error) = 0;
+    /// Shows a text file in the host's text viewer and goes on without waiting.
+    virtual void ShowTextFile(const std::string& path) = 0;
     /// Progress display for work that may take longer than about half a second.
     virtual std::unique_ptr<Progress> StartProgress(const std::string& title) = 0;
 };

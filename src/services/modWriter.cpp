@@ -132,6 +132,14 @@ void CheckWildCards(std::string_view text, std::int32_t maximum, std::string_vie
                            "wild-card-count"});
 }
 
+std::string FailedValidationText(std::span<const Reason> reasons) {
+    std::string text = "Failed validation!  Reasons: \r";
+    for (const Reason& reason : reasons)
+        text += "\r" + reason.Text;
+    return text +
+           "\r\rDo you still wish to proceed? (proceeding in this state might render Velmora inoperative)";
+}
+
 std::string TextForFile(std::string_view text) {
     std::string result;
     result.reserve(text.size());
