@@ -177,7 +177,6 @@ TEST_F(LibraryTest, BacksUpTheFirstAndTheLatestState) {
 
 TEST_F(LibraryTest, FailingBackupEndsTheLoad) {
     Put("a.event", Event("One"));
-    Files::CreateFolder(backups + "a.latestEVENT");
     backups = temp.Path() + "missing/";
     ScriptedPrompts prompts;
     handler.Unattended = false;
