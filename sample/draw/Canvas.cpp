@@ -141,7 +141,8 @@ void Canvas::Glow(Point c, float radius, Colour light, float strength) {
 Bitmap Canvas::Finish() const {
     Bitmap bitmap{columns, rows, {}};
     const auto byte = [](float sum) {
-        return static_cast<std::uint8_t>(std::clamp(sum / (Samples * Samples), 0.0F, 1.0F) * 255 + 0.5F);
+        return static_cast<std::uint8_t>(
+            std::lround(std::clamp(sum / (Samples * Samples), 0.0F, 1.0F) * 255));
     };
     for (int y = 0; y < rows; ++y)
         for (int x = 0; x < columns; ++x) {

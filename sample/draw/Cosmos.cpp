@@ -107,6 +107,7 @@ void DrawHills(Canvas& canvas, std::uint32_t seed, float base, float height, flo
 
 std::vector<Point> Placed(const std::vector<Point>& corners, Point at, float scale, float angle) {
     std::vector<Point> placed;
+    placed.reserve(corners.size());
     const float c = std::cos(angle) * scale, s = std::sin(angle) * scale;
     for (const Point& p : corners)
         placed.push_back({at.X + p.X * c - p.Y * s, at.Y + p.X * s + p.Y * c});
@@ -114,7 +115,7 @@ std::vector<Point> Placed(const std::vector<Point>& corners, Point at, float sca
 }
 
 void DrawShip(Canvas& canvas, Point at, float scale, float angle, Colour hull, Colour engine) {
-    const auto place = [&](std::vector<Point> corners) { return Placed(corners, at, scale, angle); };
+    const auto place = [&](const std::vector<Point>& corners) { return Placed(corners, at, scale, angle); };
     const Point nozzle = place({{-1.02F, 0}})[0];
     canvas.Polygon(place({{-1, -0.1F}, {-2.6F, 0}, {-1, 0.1F}}), engine, 0.45F);
     canvas.Glow(nozzle, scale * 0.9F, engine, 1.2F);

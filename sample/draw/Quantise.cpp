@@ -47,7 +47,7 @@ std::size_t Nearest(const std::vector<Rgb>& palette, const std::array<float, 3>&
     for (std::size_t i = 0; i < palette.size(); ++i) {
         float distance = 0;
         for (std::size_t c = 0; c < 3; ++c) {
-            const float d = wanted[c] - palette[i][c];
+            const float d = wanted[c] - static_cast<float>(palette[i][c]);
             distance += d * d;
         }
         if (distance < bestDistance)
@@ -77,6 +77,7 @@ std::vector<Rgb> ChoosePalette(const Bitmap& bitmap, std::size_t size) {
         boxes.push_back(std::move(upper));
     }
     std::vector<Rgb> palette;
+    palette.reserve(boxes.size());
     for (const Pixels& box : boxes)
         palette.push_back(Average(box));
     // Dark colours first keeps the most frequent numbers small, and those take one byte in a PCX run.
@@ -100,7 +101,7 @@ IndexedBitmap Dither(const Bitmap& bitmap, const std::vector<Rgb>& palette) {
             const std::size_t index = Nearest(palette, {work[at], work[at + 1], work[at + 2]});
             indexed.Pixels.push_back(static_cast<std::uint8_t>(index));
             for (std::size_t c = 0; c < 3; ++c) {
-                const float error = work[at + c] - palette[index][c];
+                const float error = work[at + c] - static_cast<float>(palette[index][c]);
                 spread(x + 1, y, c, error * 7 / 16);
                 spread(x - 1, y + 1, c, error * 3 / 16);
                 spread(x, y + 1, c, error * 5 / 16);

@@ -30,7 +30,7 @@ void DrawSail(Canvas& canvas, Point foot, float height, float belly, Colour clot
 }
 
 void DrawCorsair(Canvas& canvas, Point at, float size, Colour hull, Colour cloth) {
-    const auto place = [&](std::vector<Point> corners) { return Placed(corners, at, size, -0.06F); };
+    const auto place = [&](const std::vector<Point>& corners) { return Placed(corners, at, size, -0.06F); };
     for (const float mast : {-0.6F, 0.0F, 0.5F})
         DrawSail(canvas, place({{mast, -0.1F}})[0], size * (0.85F - std::abs(mast) * 0.4F), size * 0.26F,
                  cloth);
@@ -85,19 +85,65 @@ void MirrorLine(Canvas& canvas, float keel, Point a, Point b) {
     canvas.Line({a.X, keel + a.Y}, {b.X, keel + b.Y}, 1, Hex(0xFFFFFF));
 }
 
-} // namespace
-
-void DrawBlueprint(Canvas& canvas) {
+void DrawGrid(Canvas& canvas) {
     for (float x = 20.5F; x < 320; x += 20)
         for (float y = 0.5F; y < 200; y += 4)
             canvas.Box({x - 0.5F, y - 0.5F}, {x + 0.5F, y + 0.5F}, Hex(0xFFFFFF));
     for (float y = 20.5F; y < 200; y += 20)
         for (float x = 0.5F; x < 320; x += 4)
             canvas.Box({x - 0.5F, y - 0.5F}, {x + 0.5F, y + 0.5F}, Hex(0xFFFFFF));
+}
+
+/// The length of the ship and the title block below the plan.
+void DrawDimensions(Canvas& canvas) {
+    canvas.Box({30, 160}, {295, 161}, Hex(0xFFFFFF));
+    for (const float x : {30.0F, 295.0F})
+        canvas.Line({x, 152}, {x, 169}, 1, Hex(0xFFFFFF));
+    canvas.Polygon({{30, 160.5F}, {38, 157}, {38, 164}}, Hex(0xFFFFFF));
+    canvas.Polygon({{295, 160.5F}, {287, 157}, {287, 164}}, Hex(0xFFFFFF));
+    canvas.Box({216, 174}, {314, 194}, Hex(0xFFFFFF));
+    canvas.Box({217, 175}, {313, 193}, Hex(0x000000));
+    // The lettering of the title block is too small to read, as on every plan.
+    Random random(5);
+    for (float y = 179; y < 191; y += 5)
+        for (float x = 221; x < 308; x += random.Between(3, 9))
+            canvas.Box({x, y}, {x + 2, y + 2}, Hex(0xFFFFFF));
+}
+
+std::vector<Point> OnDerelict(const std::vector<Point>& corners) {
+    return Placed(corners, {150, 108}, 74, 0.16F);
+}
+
+void DrawDeadWindows(Canvas& canvas) {
+    // All her windows are dark but two. Somebody is at home.
+    Random random(157);
+    for (float x = -1.4F; x < -0.2F; x += 0.09F)
+        canvas.Disc(OnDerelict({{x, -0.06F + random.Between(-0.01F, 0.01F)}})[0], 1, Hex(0x1E342C));
+    for (const float x : {-0.96F, -0.87F}) {
+        canvas.Glow(OnDerelict({{x, -0.06F}})[0], 8, Hex(0xFFB84A), 0.8F);
+        canvas.Disc(OnDerelict({{x, -0.06F}})[0], 1.1F, Hex(0xFFD98A));
+    }
+}
+
+void DrawDebris(Canvas& canvas) {
+    Random random(158);
+    for (int i = 0; i < 46; ++i) {
+        const Point p = OnDerelict({{random.Between(-0.1F, 1.3F), random.Between(-0.9F, 0.9F)}})[0];
+        canvas.Polygon(Placed({{-1, -0.4F}, {0.4F, -0.8F}, {1, 0.3F}, {-0.3F, 0.8F}}, p,
+                              random.Between(0.6F, 2.6F), random.Between(0, 6)),
+                       Hex(0x060C0A));
+    }
+}
+
+} // namespace
+
+void DrawBlueprint(Canvas& canvas) {
+    DrawGrid(canvas);
     const float keel = 86;
     const std::vector<Point> plan{{30, 10},  {46, 22},  {120, 26}, {132, 50}, {186, 58},
                                   {196, 30}, {240, 24}, {286, 6},  {294, 0}};
     std::vector<Point> outline;
+    outline.reserve(plan.size() * 2);
     for (const Point& p : plan)
         outline.push_back({p.X, keel - p.Y});
     for (auto p = plan.rbegin(); p != plan.rend(); ++p)
@@ -118,18 +164,7 @@ void DrawBlueprint(Canvas& canvas) {
                         {14, keel + y * 0.5F + 5},
                         {30, keel + y * 0.5F + 3}},
                        Hex(0xFFFFFF));
-    canvas.Box({30, 160}, {295, 161}, Hex(0xFFFFFF));
-    for (const float x : {30.0F, 295.0F})
-        canvas.Line({x, 152}, {x, 169}, 1, Hex(0xFFFFFF));
-    canvas.Polygon({{30, 160.5F}, {38, 157}, {38, 164}}, Hex(0xFFFFFF));
-    canvas.Polygon({{295, 160.5F}, {287, 157}, {287, 164}}, Hex(0xFFFFFF));
-    canvas.Box({216, 174}, {314, 194}, Hex(0xFFFFFF));
-    canvas.Box({217, 175}, {313, 193}, Hex(0x000000));
-    // The lettering of the title block is too small to read, as on every plan.
-    Random random(5);
-    for (float y = 179; y < 191; y += 5)
-        for (float x = 221; x < 308; x += random.Between(3, 9))
-            canvas.Box({x, y}, {x + 2, y + 2}, Hex(0xFFFFFF));
+    DrawDimensions(canvas);
 }
 
 void DrawDerelict(Canvas& canvas) {
@@ -138,7 +173,7 @@ void DrawDerelict(Canvas& canvas) {
     DrawStars(canvas, 152, 300);
     canvas.Glow({214, 66}, 150, Hex(0x9FE8B8), 0.75F);
     const Colour dark = Hex(0x060C0A), plate = Hex(0x14241E);
-    const auto place = [](std::vector<Point> corners) { return Placed(corners, {150, 108}, 74, 0.16F); };
+    const auto place = OnDerelict;
     for (float x = -0.1F; x < 0.75F; x += 0.13F) {
         const Point top = place({{x, -0.3F}})[0], low = place({{x + 0.05F, 0.3F}})[0];
         canvas.Line(top, low, 2.2F, dark);
@@ -167,20 +202,8 @@ void DrawDerelict(Canvas& canvas) {
     canvas.Polygon(place({{-1.46F, -0.32F}, {-0.14F, -0.36F}, {-0.06F, -0.28F}, {-1.46F, -0.22F}}), plate);
     canvas.Polygon(place({{-1.1F, -0.38F}, {-0.96F, -0.86F}, {-0.74F, -0.86F}, {-0.7F, -0.38F}}), dark);
     canvas.Line(place({{-0.86F, -0.86F}})[0], place({{-0.8F, -1.2F}})[0], 1, dark);
-    // All her windows are dark but two. Somebody is at home.
-    Random random(157);
-    for (float x = -1.4F; x < -0.2F; x += 0.09F)
-        canvas.Disc(place({{x, -0.06F + random.Between(-0.01F, 0.01F)}})[0], 1, Hex(0x1E342C));
-    for (const float x : {-0.96F, -0.87F}) {
-        canvas.Glow(place({{x, -0.06F}})[0], 8, Hex(0xFFB84A), 0.8F);
-        canvas.Disc(place({{x, -0.06F}})[0], 1.1F, Hex(0xFFD98A));
-    }
-    for (int i = 0; i < 46; ++i) {
-        const Point p = place({{random.Between(-0.1F, 1.3F), random.Between(-0.9F, 0.9F)}})[0];
-        canvas.Polygon(Placed({{-1, -0.4F}, {0.4F, -0.8F}, {1, 0.3F}, {-0.3F, 0.8F}}, p,
-                              random.Between(0.6F, 2.6F), random.Between(0, 6)),
-                       dark);
-    }
+    DrawDeadWindows(canvas);
+    DrawDebris(canvas);
 }
 
 void DrawFleet(Canvas& canvas) {

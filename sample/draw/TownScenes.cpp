@@ -118,6 +118,55 @@ Colour Metal(Point p, Point c, float reach, Colour tint) {
     return tint * (light + 0.1F * (Noise(p.X / 2, p.Y * 1.5F, 0, 443) - 0.5F));
 }
 
+void DrawHouses(Canvas& canvas) {
+    Random random(433);
+    for (int row = 0; row < 2; ++row)
+        for (float x = -10; x < 330; x += random.Between(16, 30)) {
+            const float width = random.Between(12, 24),
+                        top = random.Between(30, 96) + static_cast<float>(row) * 26;
+            const Colour wall = row ? Hex(0x2A1E3C) : Hex(0x402A50);
+            canvas.Box({x, top}, {x + width, 170}, wall);
+            canvas.Ellipse({x + width / 2, top}, width / 2, random.Between(3, 12), wall);
+            for (float y = top + 4; y < 140; y += 5)
+                for (float w = x + 2; w < x + width - 2; w += 4)
+                    if (random.Between(0, 1) > 0.6F)
+                        canvas.Box({w, y}, {w + 1.8F, y + 2.4F}, row ? Hex(0xFFC870) : Hex(0xC88A6A));
+        }
+}
+
+void DrawStalls(Canvas& canvas) {
+    Random random(434);
+    const Colour stripes[] = {Hex(0xC83A3A), Hex(0x2E7A8A), Hex(0xD88A2A), Hex(0x6A4A9A)};
+    for (int i = 0; i < 4; ++i) {
+        const float left = 6 + static_cast<float>(i) * 79;
+        canvas.Box({left + 4, 134}, {left + 68, 172}, Hex(0x5A3A30));
+        canvas.Glow({left + 36, 146}, 30, Hex(0xFFD080), 0.7F);
+        for (float x = left + 9; x < left + 64; x += 7)
+            canvas.Disc({x, 158}, random.Between(2, 3.6F),
+                        Mix(stripes[(i + 1) % 4], Hex(0xFFE080), random.Between(0, 1)));
+        canvas.Box({left + 4, 160}, {left + 68, 174}, Hex(0x7A5240));
+        DrawAwning(canvas, left, left + 72, 116, stripes[i]);
+    }
+}
+
+void DrawLanterns(Canvas& canvas) {
+    for (float x = 0; x < 320; x += 16) {
+        const float y = 98 + 10 * std::sin(x / 320 * Turn);
+        canvas.Line({x, y - 4}, {x + 16, 98 + 10 * std::sin((x + 16) / 320 * Turn) - 4}, 0.7F, Hex(0x100818));
+        canvas.Glow({x + 8, y}, 14, Hex(0xFFC060), 0.8F);
+        canvas.Ellipse({x + 8, y}, 3, 4, Hex(0xFFE8B0));
+    }
+}
+
+void DrawEye(Canvas& canvas, Point eye) {
+    canvas.Disc(eye, 18, Hex(0x3A4250));
+    canvas.Disc(eye, 15, Hex(0x0A0E14));
+    canvas.Glow(eye, 30, Hex(0x50D8FF), 0.9F);
+    canvas.Disc(eye, 8.5F, Hex(0x50D8FF));
+    canvas.Disc(eye, 4, Hex(0xE8FFFF));
+    canvas.Disc({eye.X - 4, eye.Y - 5}, 2, Hex(0xFFFFFF));
+}
+
 } // namespace
 
 void DrawCouncil(Canvas& canvas) {
@@ -196,38 +245,12 @@ void DrawMarket(Canvas& canvas) {
     DrawPlanet(
         canvas,
         {{256, 38}, 22, {-0.6F, -0.3F, 0.6F}, GasGiant(432, Hex(0xF4D0A0), Hex(0xB0705A), 6), Hex(0xF0B080)});
-    Random random(433);
-    for (int row = 0; row < 2; ++row)
-        for (float x = -10; x < 330; x += random.Between(16, 30)) {
-            const float width = random.Between(12, 24),
-                        top = random.Between(30, 96) + static_cast<float>(row) * 26;
-            const Colour wall = row ? Hex(0x2A1E3C) : Hex(0x402A50);
-            canvas.Box({x, top}, {x + width, 170}, wall);
-            canvas.Ellipse({x + width / 2, top}, width / 2, random.Between(3, 12), wall);
-            for (float y = top + 4; y < 140; y += 5)
-                for (float w = x + 2; w < x + width - 2; w += 4)
-                    if (random.Between(0, 1) > 0.6F)
-                        canvas.Box({w, y}, {w + 1.8F, y + 2.4F}, row ? Hex(0xFFC870) : Hex(0xC88A6A));
-        }
+    DrawHouses(canvas);
     canvas.Box({0, 150}, {320, 200}, Hex(0x3A2638));
     canvas.Glow({160, 170}, 200, Hex(0xFFB060), 0.45F);
-    const Colour stripes[] = {Hex(0xC83A3A), Hex(0x2E7A8A), Hex(0xD88A2A), Hex(0x6A4A9A)};
-    for (int i = 0; i < 4; ++i) {
-        const float left = 6 + static_cast<float>(i) * 79;
-        canvas.Box({left + 4, 134}, {left + 68, 172}, Hex(0x5A3A30));
-        canvas.Glow({left + 36, 146}, 30, Hex(0xFFD080), 0.7F);
-        for (float x = left + 9; x < left + 64; x += 7)
-            canvas.Disc({x, 158}, random.Between(2, 3.6F),
-                        Mix(stripes[(i + 1) % 4], Hex(0xFFE080), random.Between(0, 1)));
-        canvas.Box({left + 4, 160}, {left + 68, 174}, Hex(0x7A5240));
-        DrawAwning(canvas, left, left + 72, 116, stripes[i]);
-    }
-    for (float x = 0; x < 320; x += 16) {
-        const float y = 98 + 10 * std::sin(x / 320 * Turn);
-        canvas.Line({x, y - 4}, {x + 16, 98 + 10 * std::sin((x + 16) / 320 * Turn) - 4}, 0.7F, Hex(0x100818));
-        canvas.Glow({x + 8, y}, 14, Hex(0xFFC060), 0.8F);
-        canvas.Ellipse({x + 8, y}, 3, 4, Hex(0xFFE8B0));
-    }
+    DrawStalls(canvas);
+    DrawLanterns(canvas);
+    Random random(435);
     for (int i = 0; i < 17; ++i)
         DrawShopper(canvas, {random.Between(6, 314), random.Between(184, 200)}, random.Between(20, 30),
                     Mix(Hex(0x1A1024), Hex(0x3E2844), random.Between(0, 1)));
@@ -242,7 +265,9 @@ void DrawPoster(Canvas& canvas) {
     });
     canvas.Disc(c, 58, Hex(0x1C2A44));
     canvas.Arc(c, 58, 58, 0, Turn, 4, Hex(0xF2DFB4));
-    const auto place = [](std::vector<Point> corners) { return Placed(corners, {190, 92}, 62, -0.72F); };
+    const auto place = [](const std::vector<Point>& corners) {
+        return Placed(corners, {190, 92}, 62, -0.72F);
+    };
     canvas.Polygon(place({{-1.1F, -0.14F}, {-2.4F, -0.5F}, {-1.9F, 0}, {-2.4F, 0.5F}, {-1.1F, 0.14F}}),
                    Hex(0xF2A03C));
     canvas.Polygon(place({{-0.5F, -0.2F}, {-1.3F, -0.72F}, {-1.15F, -0.18F}}), Hex(0xE0432C));
@@ -274,28 +299,20 @@ void DrawRobot(Canvas& canvas) {
         return grid ? below + Hex(0x2A4A6A) * 0.35F : below;
     });
     canvas.Glow({160, 90}, 150, Hex(0x4AA8D8), 0.5F);
-    const auto metal = [](std::vector<Point> corners, Point c, float reach, Colour tint) {
-        return [=](Canvas& on) {
-            on.PaintPolygon(corners, [=](Point p, Colour) { return Metal(p, c, reach, tint); });
-        };
+    const auto metal = [&](const std::vector<Point>& corners, Point c, float reach, Colour tint) {
+        canvas.PaintPolygon(corners, [=](Point p, Colour) { return Metal(p, c, reach, tint); });
     };
     metal({{72, 200}, {88, 158}, {128, 146}, {192, 146}, {232, 158}, {248, 200}}, {160, 176}, 90,
-          Hex(0xA8623C))(canvas);
+          Hex(0xA8623C));
     canvas.Box({138, 132}, {182, 150}, Hex(0x2A2E38));
     for (float y = 134; y < 148; y += 4)
         canvas.Box({138, y}, {182, y + 1.5F}, Hex(0x6A7484));
     metal({{104, 42}, {118, 28}, {202, 28}, {216, 42}, {216, 118}, {200, 138}, {120, 138}, {104, 118}},
-          {160, 84}, 74, Hex(0xC8CED8))(canvas);
+          {160, 84}, 74, Hex(0xC8CED8));
     for (const float side : {-1.0F, 1.0F}) {
         metal({{160 + side * 56, 66}, {160 + side * 70, 70}, {160 + side * 70, 98}, {160 + side * 56, 102}},
-              {160, 84}, 74, Hex(0x9A8A6A))(canvas);
-        const Point eye{160 + side * 27, 74};
-        canvas.Disc(eye, 18, Hex(0x3A4250));
-        canvas.Disc(eye, 15, Hex(0x0A0E14));
-        canvas.Glow(eye, 30, Hex(0x50D8FF), 0.9F);
-        canvas.Disc(eye, 8.5F, Hex(0x50D8FF));
-        canvas.Disc(eye, 4, Hex(0xE8FFFF));
-        canvas.Disc({eye.X - 4, eye.Y - 5}, 2, Hex(0xFFFFFF));
+              {160, 84}, 74, Hex(0x9A8A6A));
+        DrawEye(canvas, {160 + side * 27, 74});
     }
     // One eyebrow up: he has been asked to work on a Saturday.
     canvas.Line({116, 52}, {148, 56}, 4, Hex(0x4A5260));
