@@ -1,0 +1,105 @@
+#include "services/KeyedCollection.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+using Collection = KeyedCollection<int>;
+
+std::vector<std::string> KeysOf(const Collection& collection) {
+    std::vector<std::string> keys;
+    for (const auto& [key, item] : collection)
+        keys.push_back(key);
+    return keys;
+}
+
+TEST(KeyedCollection, KeepsInsertionOrderAndSpelling) {
+    Collection collection;
+    for (const char* key : {"zebra", "Ant", "mouse"})
+        collection.Add(key, static_cast<int>(collection.Count()));
+    EXPECT_EQ(KeysOf(collection), (std::vector<std::string>{"zebra", "Ant", "mouse"}));
+    EXPECT_EQ(collection.KeyAt(1), "Ant");
+    EXPECT_EQ(collection.ItemAt(2), 2);
+    EXPECT_FALSE(collection.Empty());
+}
+
+TEST(KeyedCollection, FindsKeysWithoutRegardToCase) {
+    Collection collection;
+    collection.Add("Caf\xC9", 5);
+    EXPECT_EQ(collection.IndexOf("caf\xE9"), 0u);
+    ASSERT_NE(collection.Find("CAF\xE9"), nullptr);
+    EXPECT_EQ(*collection.Find("CAF\xE9"), 5);
+    EXPECT_TRUE(collection.Exists("caf\xC9"));
+    EXPECT_EQ(collection.Find("cafe"), nullptr);
+    EXPECT_EQ(collection.IndexOf(""), Collection::None);
+}
+
+TEST(KeyedCollection, RefusesAKeyThatIsTaken) {
+    Collection collection;
+    EXPECT_TRUE(collection.TryAdd("Raid", 1));
+    EXPECT_FALSE(collection.TryAdd("RAID", 2));
+    try {
+        collection.Add("raid", 3);
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.Number, FailureDuplicateKey);
+    }
+    EXPECT_EQ(collection.Count(), 1u);
+    EXPECT_EQ(*collection.Find("raid"), 1);
+}
+
+TEST(KeyedCollection, RemovesAndFindsTheRest) {
+    Collection collection;
+    for (const char* key : {"a", "b", "c"})
+        collection.Add(key, key[0]);
+    EXPECT_TRUE(collection.Remove("B"));
+    EXPECT_FALSE(collection.Remove("b"));
+    EXPECT_EQ(KeysOf(collection), (std::vector<std::string>{"a", "c"}));
+    EXPECT_EQ(collection.IndexOf("C"), 1u);
+    collection.Add("B", 7);
+    EXPECT_EQ(collection.IndexOf("b"), 2u);
+    collection.RemoveAll();
+    EXPECT_TRUE(collection.Empty());
+    EXPECT_FALSE(collection.Exists("a"));
+    EXPECT_TRUE(collection.TryAdd("a", 1));
+}
+
+TEST(KeyedCollection, TakesItsEntriesBackInAnotherOrder) {
+    Collection collection;
+    collection.Add("a", 1);
+    collection.Add("b", 2);
+    auto entries = collection.TakeAll();
+    EXPECT_FALSE(collection.Exists("a"));
+    std::swap(entries[0], entries[1]);
+    collection.Refill(std::move(entries));
+    EXPECT_EQ(KeysOf(collection), (std::vector<std::string>{"b", "a"}));
+    EXPECT_EQ(collection.IndexOf("A"), 1u);
+}
+
+TEST(KeyedCollection, HoldsItemsThatCanOnlyBeMoved) {
+    KeyedCollection<std::unique_ptr<int>> collection;
+    collection.Add("one", std::make_unique<int>(1));
+    collection.Add("two", std::make_unique<int>(2));
+    EXPECT_TRUE(collection.Remove("one"));
+    EXPECT_EQ(**collection.Find("TWO"), 2);
+}
+
+TEST(KeyedCollection, FindsEachOfManyKeys) {
+    Collection collection;
+    constexpr int many = 10000;
+    for (int i = 0; i < many; ++i)
+        collection.Add("Event_" + std::to_string(i), i);
+    for (int i = 0; i < many; ++i) {
+        ASSERT_EQ(collection.IndexOf("eVENT_" + std::to_string(i)), static_cast<std::size_t>(i));
+        ASSERT_FALSE(collection.TryAdd("EVENT_" + std::to_string(i), 0));
+    }
+    EXPECT_EQ(collection.Count(), static_cast<std::size_t>(many));
+}
+
+} // namespace
+} // namespace velmora
