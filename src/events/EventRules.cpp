@@ -2,6 +2,7 @@
 
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "services/Substitution.h"
 
 #include <algorithm>
 
@@ -21,12 +22,6 @@ const std::array<std::int32_t clsEvent::*, 10> EventSubstitutions{
     &E::GoodOptStr02, &E::NeutralOptStr01, &E::NeutralOptStr02, &E::EvilOptStr01, &E::EvilOptStr02};
 
 namespace {
-
-struct Substitution {
-    std::string_view Name;
-    std::int32_t Number;
-    std::string_view Hint;
-};
 
 constexpr std::array<Substitution, 7> Substitutions{{
     {"Nothing", 0, ""},
@@ -51,15 +46,11 @@ std::array<std::int32_t, 4> SetSubstitutions(const clsEvent& event, const EventT
 } // namespace
 
 void BuildWildCardSubs(Catalogue& subs) {
-    for (const Substitution& substitution : Substitutions)
-        subs.Add(std::string(substitution.Name), substitution.Number);
+    AddSubstitutions(Substitutions, subs);
 }
 
 std::string_view EventSubstitutionHint(std::string_view name) {
-    const auto* found =
-        std::find_if(Substitutions.begin(), Substitutions.end(),
-                     [&](const Substitution& entry) { return CodePage::EqualNoCase(entry.Name, name); });
-    return found == Substitutions.end() ? std::string_view() : found->Hint;
+    return HintOf(Substitutions, name);
 }
 
 bool IsReservedEventFile(std::string_view shortName) {
