@@ -1,91 +1,29 @@
 #include "records/Library.h"
 
-#include "ScriptedPrompts.h"
-#include "TempFolder.h"
+#include "LibraryFixture.h"
 #include "events/clsEvent.h"
-#include "platform/Files.h"
-#include "services/modWriter.h"
-
-#include <gmock/gmock.h>
-
-#include <random>
 
 namespace velmora {
 namespace {
 
 using ::testing::ElementsAre;
 
-class LibraryTest : public ::testing::Test {
+class LibraryTest : public LibraryFixture {
   protected:
-    void SetUp() override {
-        Files::CreateFolder(data);
-        Files::CreateFolder(backups);
-        handler.Unattended = true;
-        gErrHandler = &handler;
-    }
-    void TearDown() override { gErrHandler = nullptr; }
-
-    bool Load(bool autoBackup = false) {
-        texts.clear();
-        library.Clear();
-        LoadRequest request;
-        request.Folder = data;
-        request.BackupFolder = backups;
-        request.OwnFile = "MyEvents.event";
-        request.MakeBackups = true;
-        request.AutoBackup = autoBackup;
-        request.Findings = [this](const Finding& finding) {
-            texts.push_back(finding.File + ":" + std::to_string(finding.Line) + ": " +
-                            ReplaceAll(finding.Text, "\r", "|") + " [" + std::string(finding.Rule) + "]");
-        };
-        return library.Load(request);
-    }
-
-    /// Loads under an event routine; the failure's description and call stack.
-    std::vector<std::string> LoadFailing() {
-        ScriptedPrompts prompts;
-        handler.Unattended = false;
-        TrapEvent("frmEvents_Form_Load", NoInputParms, [this] { Load(); });
-        std::vector<std::string> seen = handler.LastCallStack();
-        for (const ErrorDetails& error : prompts.Errors)
-            seen.insert(seen.begin(),
-                        std::to_string(error.Number) + " " + error.Description + " " + error.Parameters);
-        return seen;
-    }
-
-    void Put(const std::string& name, const std::string& text) { Files::ReplaceSafely(data + name, text); }
-    std::string Get(const std::string& name) { return Files::ReadWhole(data + name); }
-    static std::string Event(const std::string& name, const std::string& lines = {}) {
-        return "EVENT " + name + "\r\n" + lines + "ENDEVENT\r\n";
-    }
-    const clsEvent& At(std::size_t at) { return static_cast<const clsEvent&>(library.At(at)); }
-    std::vector<std::string> Names() {
-        std::vector<std::string> names;
-        for (const auto& [name, record] : library.Records)
-            names.push_back(name + " " + std::to_string(EventKind.Number(*record)));
-        return names;
-    }
-
-    TempFolder temp;
-    std::string data = temp.Path() + "Data/";
-    std::string backups = temp.Path() + "BackupData/";
-    clsError handler;
-    Library library{EventKind};
-    std::vector<std::string> texts;
+    LibraryTest() : LibraryFixture(EventKind, "MyEvents.event") {}
+    const clsEvent& At(std::size_t at) const { return As<clsEvent>(at); }
 };
 
 TEST_F(LibraryTest, ReadsFilesInPathOrderWithoutRegardToCase) {
-    Put("Gamma.EVENT", Event("G"));
-    Put("beta.event", Event("B"));
-    Put("Alpha.event", Event("A"));
-    Put("Old.event.bak", Event("X"));
-    Put("Readme.txt", Event("X"));
+    Put("Gamma.EVENT", Block("G"));
+    Put("beta.event", Block("B"));
+    Put("Alpha.event", Block("A"));
+    Put("Old.event.bak", Block("X"));
+    Put("Readme.txt", Block("X"));
     ASSERT_TRUE(Load());
     EXPECT_THAT(Names(), ElementsAre("A 1", "B 2", "G 3"));
-    std::vector<std::string> files;
-    for (const auto& [name, item] : library.Files)
-        files.push_back(name + " " + std::to_string(item));
-    EXPECT_THAT(files, ElementsAre("Alpha.event 0", "beta.event 1", "Gamma.EVENT 2", "MyEvents.event 3"));
+    EXPECT_THAT(FileNames(),
+                ElementsAre("Alpha.event 0", "beta.event 1", "Gamma.EVENT 2", "MyEvents.event 3"));
     EXPECT_EQ(At(2).ShortName, "Gamma.EVENT");
     EXPECT_EQ(At(2).FileName, data + "Gamma.EVENT");
     EXPECT_TRUE(texts.empty());
@@ -108,8 +46,8 @@ TEST_F(LibraryTest, TellsOfAMissingFolder) {
 }
 
 TEST_F(LibraryTest, ReportsWhatTheTextHasWrong) {
-    Put("a.event", Event("Raid", "  EventType 1 0\n\tEventType\t1\n  Colour \"red\"\n") + Event("raid"));
-    Put("b.event", "\n" + Event("9_Lives!"));
+    Put("a.event", Block("Raid", "  EventType 1 0\n\tEventType\t1\n  Colour \"red\"\n") + Block("raid"));
+    Put("b.event", "\n" + Block("9_Lives!"));
     ASSERT_TRUE(Load());
     EXPECT_THAT(Names(), ElementsAre("Raid 1", "Nine_Lives 2"));
     EXPECT_EQ(At(0).EventType, 10);
@@ -129,9 +67,9 @@ TEST_F(LibraryTest, ReportsWhatTheTextHasWrong) {
 }
 
 TEST_F(LibraryTest, CarriesValuesOverWithinOneFileOnly) {
-    Put("a.event", Event("One", "Title \"First\"\r\nProbability 2.5\r\nImage \"a.pcx\"\r\n") +
-                       Event("Two", "title \"Second\"\r\n") + Event("Three", "Probability 3.5\r\n"));
-    Put("b.event", Event("Four"));
+    Put("a.event", Block("One", "Title \"First\"\r\nProbability 2.5\r\nImage \"a.pcx\"\r\n") +
+                       Block("Two", "title \"Second\"\r\n") + Block("Three", "Probability 3.5\r\n"));
+    Put("b.event", Block("Four"));
     ASSERT_TRUE(Load());
     EXPECT_EQ(At(1).Title, "Second");
     EXPECT_EQ(At(1).Image, "a.pcx");
@@ -144,9 +82,9 @@ TEST_F(LibraryTest, CarriesValuesOverWithinOneFileOnly) {
 }
 
 TEST_F(LibraryTest, EndsLoadingAtANumberBeyond32Bits) {
-    Put("a.event", Event("One"));
-    Put("b.event", Event("Two") + "EVENT Three\r\n  Probability 2147483648\r\n");
-    Put("c.event", Event("Four"));
+    Put("a.event", Block("One"));
+    Put("b.event", Block("Two") + "EVENT Three\r\n  Probability 2147483648\r\n");
+    Put("c.event", Block("Four"));
     EXPECT_THAT(LoadFailing(), ElementsAre("6 Overflow (file b.event, line 4, key Probability) <b.event>",
                                            "frmEvents_Form_Load", "frmEvents_LoadCurrentEvents",
                                            "frmEvents_ParseOutEventFile"));
@@ -155,7 +93,7 @@ TEST_F(LibraryTest, EndsLoadingAtANumberBeyond32Bits) {
 }
 
 TEST_F(LibraryTest, EndsLoadingAtAFileThatCannotBeRead) {
-    Put("a.event", Event("One"));
+    Put("a.event", Block("One"));
     std::filesystem::create_symlink("nowhere", temp.Path() + "Data/b.event");
     const auto seen = LoadFailing();
     ASSERT_EQ(seen.size(), 4u);
@@ -176,7 +114,7 @@ TEST_F(LibraryTest, BacksUpTheFirstAndTheLatestState) {
 }
 
 TEST_F(LibraryTest, FailingBackupEndsTheLoad) {
-    Put("a.event", Event("One"));
+    Put("a.event", Block("One"));
     backups = temp.Path() + "missing/";
     ScriptedPrompts prompts;
     handler.Unattended = false;
@@ -186,8 +124,8 @@ TEST_F(LibraryTest, FailingBackupEndsTheLoad) {
 }
 
 TEST_F(LibraryTest, SortsByNameAndBackToLoadOrder) {
-    Put("a.event", Event("cherry") + Event("Apple"));
-    Put("b.event", Event("banana"));
+    Put("a.event", Block("cherry") + Block("Apple"));
+    Put("b.event", Block("banana"));
     ASSERT_TRUE(Load());
     library.AddNew("Acorn", data, "b.event");
     library.SortBy(1);
@@ -198,8 +136,8 @@ TEST_F(LibraryTest, SortsByNameAndBackToLoadOrder) {
 }
 
 TEST_F(LibraryTest, WritesExactlyTheRecordsOfAFile) {
-    Put("a.event", Event("One") + Event("Two") + Event("Three"));
-    Put("b.event", Event("Four"));
+    Put("a.event", Block("One") + Block("Two") + Block("Three"));
+    Put("b.event", Block("Four"));
     ASSERT_TRUE(Load());
     library.At(1).ToBeDeleted = library.At(1).IsDirty = true;
     library.MoveRecord(library.At(2), data, "a.event", "B.Event");
@@ -212,7 +150,7 @@ TEST_F(LibraryTest, WritesExactlyTheRecordsOfAFile) {
 }
 
 TEST_F(LibraryTest, DeletesAFileWithoutRecords) {
-    Put("a.event", Event("One"));
+    Put("a.event", Block("One"));
     ASSERT_TRUE(Load());
     library.RenameFile("A.EVENT", "Story.event");
     EXPECT_THAT(library.FilesToWrite(), ElementsAre("Story.event", "A.EVENT"));
@@ -222,26 +160,7 @@ TEST_F(LibraryTest, DeletesAFileWithoutRecords) {
 }
 
 TEST_F(LibraryTest, GivesBackEveryByteOfGeneratedRecords) {
-    std::mt19937 random(7);
-    std::string allBytes;
-    for (int byte = 0; byte < 256; ++byte)
-        if (byte != '"' && byte != '\r' && byte != '\n')
-            allBytes += static_cast<char>(byte);
-    for (int i = 0; i < 50; ++i) {
-        Record& record = library.AddNew("Event_" + std::to_string(i), data, "a.event");
-        for (const Field& field : EventKind.Fields)
-            if (field.Type == FieldType::Text)
-                field.SetText(record, allBytes.substr(random() % allBytes.size()) + " \xE9\x81 ");
-            else
-                field.SetNumber(record, static_cast<std::int32_t>(random()));
-    }
-    library.WriteItDown(data, "a.event");
-    const std::string written = Get("a.event");
-    ASSERT_TRUE(Load());
-    EXPECT_TRUE(texts.empty()) << texts.front();
-    ASSERT_EQ(library.Records.Count(), 50u);
-    library.WriteItDown(data, "a.event");
-    EXPECT_EQ(Get("a.event"), written);
+    ExpectEveryByteBack(50);
 }
 
 TEST_F(LibraryTest, MakesTextsFitForTheFile) {

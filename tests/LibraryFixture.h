@@ -1,0 +1,135 @@
+#pragma once
+
+#include "ScriptedPrompts.h"
+#include "TempFolder.h"
+#include "platform/Files.h"
+#include "records/Library.h"
+#include "services/Trap.h"
+#include "services/modWriter.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace velmora {
+
+/// A library of one kind over a data directory of its own.
+class LibraryFixture : public ::testing::Test {
+  protected:
+    LibraryFixture(const RecordKind& kind, std::string own) : library(kind), ownFile(std::move(own)) {
+        Files::CreateFolder(data);
+        Files::CreateFolder(backups);
+        handler.Unattended = true;
+        gErrHandler = &handler;
+    }
+    ~LibraryFixture() override { gErrHandler = nullptr; }
+
+    /// Loads anew. What it has to tell comes into `texts`, "|" for 13: "a.event:2: text [rule]".
+    bool Load(bool autoBackup = false) {
+        texts.clear();
+        library.Clear();
+        LoadRequest request;
+        request.Folder = data;
+        request.BackupFolder = backups;
+        request.OwnFile = ownFile;
+        request.MakeBackups = true;
+        request.AutoBackup = autoBackup;
+        request.Findings = [this](const Finding& finding) {
+            texts.push_back(finding.File + ":" + std::to_string(finding.Line) + ": " +
+                            ReplaceAll(finding.Text, "\r", "|") + " [" + std::string(finding.Rule) + "]");
+        };
+        return library.Load(request);
+    }
+
+    /// Loads under an event routine; the failure's description and call stack.
+    std::vector<std::string> LoadFailing() {
+        ScriptedPrompts prompts;
+        handler.Unattended = false;
+        TrapEvent(library.Kind.Routine("Form_Load"), NoInputParms, [this] { Load(); });
+        std::vector<std::string> seen = handler.LastCallStack();
+        for (const ErrorDetails& error : prompts.Errors)
+            seen.insert(seen.begin(),
+                        std::to_string(error.Number) + " " + error.Description + " " + error.Parameters);
+        return seen;
+    }
+
+    /// Loads a folder of the sample game; nothing is written there.
+    bool LoadSample(const std::string& folder) {
+        data = Files::PathText(std::filesystem::path(VELMORA_SAMPLE) / folder) + Files::Separator;
+        return Load(false);
+    }
+
+    void Put(const std::string& name, const std::string& text) { Files::ReplaceSafely(data + name, text); }
+    std::string Get(const std::string& name) { return Files::ReadWhole(data + name); }
+    [[nodiscard]] std::string Block(const std::string& name, const std::string& lines = {}) const {
+        return std::string(library.Kind.Header) + " " + name + "\r\n" + lines +
+               std::string(library.Kind.End) + "\r\n";
+    }
+    template <class RecordType>
+    const RecordType& As(std::size_t at) const {
+        return static_cast<const RecordType&>(library.At(at));
+    }
+    /// Each record's name and number.
+    [[nodiscard]] std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& [name, record] : library.Records)
+            names.push_back(name + " " + std::to_string(library.Kind.Number(*record)));
+        return names;
+    }
+    /// Each file's name and item.
+    [[nodiscard]] std::vector<std::string> FileNames() const {
+        std::vector<std::string> names;
+        for (const auto& [name, item] : library.Files)
+            names.push_back(name + " " + std::to_string(item));
+        return names;
+    }
+
+    /// Every byte that a quoted text can hold.
+    static std::string AllBytes() {
+        std::string bytes;
+        for (int byte = 0; byte < 256; ++byte)
+            if (byte != '"' && byte != '\r' && byte != '\n')
+                bytes += static_cast<char>(byte);
+        return bytes;
+    }
+
+    /// Writes records of every byte and any number, and expects them back from the file.
+    void ExpectEveryByteBack(std::size_t count) {
+        const std::string file = "a" + std::string(library.Kind.Extension);
+        std::mt19937 random(7);
+        for (std::size_t i = 0; i < count; ++i) {
+            Record& record = library.AddNew("Record_" + std::to_string(i), data, file);
+            for (const Field& field : library.Kind.Fields)
+                if (field.Type == FieldType::Text)
+                    field.SetText(record, AllBytes().substr(random() % AllBytes().size()) + " \xE9\x81 ");
+                else
+                    field.SetNumber(record, static_cast<std::int32_t>(random()));
+        }
+        const auto blocks = [this] {
+            std::vector<std::string> found;
+            for (const auto& [name, record] : library.Records)
+                found.push_back(BlockOf(library.Kind, *record));
+            return found;
+        };
+        const std::vector<std::string> before = blocks();
+        library.WriteItDown(data, file);
+        EXPECT_EQ(Get(file), Join(before, ""));
+        ASSERT_TRUE(Load());
+        EXPECT_THAT(texts, ::testing::IsEmpty());
+        EXPECT_EQ(library.Records.Count(), count);
+        EXPECT_EQ(blocks(), before);
+    }
+
+    TempFolder temp;
+    std::string data = temp.Path() + "Data/";
+    std::string backups = temp.Path() + "BackupData/";
+    clsError handler;
+    Library library;
+    std::string ownFile;
+    std::vector<std::string> texts;
+};
+
+} // namespace velmora
