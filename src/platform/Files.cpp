@@ -212,28 +212,29 @@ struct TreeEntry {
 void CollectTree(const fs::path& root, const fs::path& relative, std::vector<fs::path>& around,
                  std::vector<TreeEntry>& entries) {
     const fs::path folder = relative.empty() ? root : root / relative;
-    around.push_back(fs::canonical(folder));
-    if (std::find(around.begin(), around.end() - 1, around.back()) != around.end() - 1) {
-        throw std::system_error(std::make_error_code(std::errc::too_many_symbolic_link_levels));
-    }
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        const fs::path path = relative / entry.path().filename();
-        const bool isFolder = IsFolder(entry.path());
-        entries.push_back({path, isFolder ? Wanted::Folder : Wanted::File});
-        if (isFolder) {
-            CollectTree(root, path, around, entries);
+    Attempt("read", folder, Wanted::Folder, [&] {
+        const fs::path real = fs::canonical(folder);
+        if (std::find(around.begin(), around.end(), real) != around.end()) {
+            throw std::system_error(std::make_error_code(std::errc::too_many_symbolic_link_levels));
         }
-    }
-    around.pop_back();
+        around.push_back(real);
+        for (const auto& entry : fs::directory_iterator(folder)) {
+            const fs::path path = relative / entry.path().filename();
+            const bool isFolder = IsFolder(entry.path());
+            entries.push_back({path, isFolder ? Wanted::Folder : Wanted::File});
+            if (isFolder) {
+                CollectTree(root, path, around, entries);
+            }
+        }
+        around.pop_back();
+    });
 }
 
 std::vector<TreeEntry> TreeOf(const fs::path& root) {
-    return Attempt("read", root, Wanted::Folder, [&] {
-        std::vector<fs::path> around;
-        std::vector<TreeEntry> entries;
-        CollectTree(root, {}, around, entries);
-        return entries;
-    });
+    std::vector<fs::path> around;
+    std::vector<TreeEntry> entries;
+    CollectTree(root, {}, around, entries);
+    return entries;
 }
 
 void CopyNew(const fs::path& from, const fs::path& to, Created& created) {

@@ -73,8 +73,9 @@ TEST(Files, FindsNamesWithoutRegardToCase) {
     EXPECT_FALSE(Files::FileExists(At(folder, "Data/UP_Issues")));
     EXPECT_FALSE(Files::FolderExists(At(folder, "Data/UP_Issues/Council.UPIssue")));
     Files::ReplaceSafely(folder.Path() + "\\data\\NEW.event", "y");
-    EXPECT_EQ(Files::PathText(Files::HostPath(folder.Path() + "\\data\\new.EVENT")),
-              At(folder, "Data/NEW.event"));
+    EXPECT_EQ(folder.Read("Data/NEW.event"), "y");
+    Files::ReplaceSafely(folder.Path() + "\\data\\new.EVENT", "z");
+    EXPECT_EQ(folder.Read("Data/NEW.event"), "z");
 }
 
 TEST(Files, NamesOfTheCodePageAndOthersTravel) {
@@ -182,7 +183,7 @@ TEST(Files, CopiesTrees) {
     folder.Write("Data/UP_Issues/b.UPIssue", "bbb");
     std::filesystem::create_directory(folder.Host() / "Data/Empty");
     std::vector<std::string> told;
-    Files::CopyTree(At(folder, "data"), At(folder, "Copies/DATA DIR"),
+    Files::CopyTree(At(folder, "Data"), At(folder, "Copies/DATA DIR"),
                     [&](const std::string& file) { told.push_back(file); });
     EXPECT_EQ(folder.Read("Copies/DATA DIR/a.event"), "aa");
     EXPECT_EQ(folder.Read("Copies/DATA DIR/UP_Issues/b.UPIssue"), "bbb");
