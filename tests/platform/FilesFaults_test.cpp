@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <functional>
 #include <map>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -100,6 +101,21 @@ TEST(FilesFaults, ReplacingLeavesTheOldFileWhateverFails) {
             }
         }
     }
+}
+
+TEST(FilesFaults, NothingIsRenamedBeforeItIsOnTheDisk) {
+    static std::vector<std::string> operations;
+    operations.clear();
+    TempFolder folder;
+    gFaultHook = [](const char* operation) {
+        operations.emplace_back(operation);
+        return 0;
+    };
+    Files::ReplaceSafely(folder / "a.event", "x");
+    gFaultHook = nullptr;
+    const std::vector<std::string> needed = {"open", "write", "fsync", "close", "rename"};
+    ASSERT_GE(operations.size(), needed.size());
+    EXPECT_EQ(std::vector<std::string>(operations.begin(), operations.begin() + 5), needed);
 }
 
 TEST(FilesFaults, ShortWritesAreCarriedOn) {
