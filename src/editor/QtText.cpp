@@ -1,0 +1,25 @@
+#include "editor/QtText.h"
+
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+
+namespace velmora {
+
+QString ToQt(std::string_view bytes) {
+    return QString::fromStdString(CodePage::ToUtf8(bytes));
+}
+
+std::string FromQt(const QString& text) {
+    return CodePage::FromUtf8Lossy(text.toStdString());
+}
+
+QString PathToQt(std::string_view path) {
+    const std::u8string utf8 = Files::HostPath(path).u8string();
+    return QString::fromUtf8(reinterpret_cast<const char*>(utf8.data()), static_cast<qsizetype>(utf8.size()));
+}
+
+std::string PathFromQt(const QString& path) {
+    return Files::PathText(std::filesystem::path(path.toStdU16String()));
+}
+
+} // namespace velmora

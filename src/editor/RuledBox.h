@@ -1,0 +1,160 @@
+#pragma once
+
+#include "editor/InputRules.h"
+#include "editor/QtText.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPalette>
+#include <string>
+#include <utility>
+
+namespace velmora {
+
+/// What all text boxes of the editors share, whether of one line or of many: they hold code-page bytes, admit
+/// only what InputRules admit and can select their text when they are entered.
+template <class Base>
+class RuledBox : public Base {
+  public:
+    explicit RuledBox(QWidget* parent = nullptr) : Base(parent) {}
+
+    /// Shows a text, whole even where it is longer than the limit. It cannot be undone.
+    void SetBytes(const std::string& bytes) {
+        ShowText(ToQt(bytes));
+        original = bytes;
+        shown = ShownText();
+    }
+    /// The very bytes set, as long as their text has not been changed.
+    [[nodiscard]] std::string Bytes() const {
+        const QString text = ShownText();
+        return text == shown ? original : FromQt(text);
+    }
+
+    /// Most characters that can be typed or pasted; 0 for any number.
+    void SetLimit(int characters) { rules.Limit = characters; }
+    /// Typed Enter is dropped, a typed double quote becomes a single one.
+    void SetFiltersKeys(bool filters) { rules.FiltersKeys = filters; }
+    [[nodiscard]] bool FiltersKeys() const { return rules.FiltersKeys; }
+    /// Selects the whole text on receiving the focus.
+    void SetSelectsAllOnEntry(bool selects) { selectsAll = selects; }
+    [[nodiscard]] bool SelectsAllOnEntry() const { return selectsAll; }
+    /// Puts the caret behind the text on receiving the focus.
+    void SetCaretAtEndOnEntry(bool atEnd) { caretAtEnd = atEnd; }
+    [[nodiscard]] bool CaretAtEndOnEntry() const { return caretAtEnd; }
+
+    /// Display only, in every mode of the window; looks flat.
+    void SetLocked(bool locked) {
+        this->setReadOnly(locked);
+        QPalette look;
+        if (locked)
+            look.setBrush(QPalette::Base, QApplication::palette(this).window());
+        this->setPalette(look);
+    }
+    [[nodiscard]] bool Locked() const { return this->isReadOnly(); }
+
+  protected:
+    [[nodiscard]] virtual QString ShownText() const = 0;
+    virtual void ShowText(const QString& text) = 0;
+    [[nodiscard]] virtual qsizetype SelectedLength() const = 0;
+    virtual void PutCaretAtEnd() = 0;
+    virtual void Report(const QString& hint) = 0;
+
+    [[nodiscard]] QString AdmitPasted(const QString& text) { return Admit(rules.Pasted(text, Room())); }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        const QString text = TypedText(*event);
+        if (text.isEmpty() || this->isReadOnly()) {
+            Base::keyPressEvent(event);
+            return;
+        }
+        const QString admitted = Admit(rules.Typed(text, Room()));
+        if (admitted == text) {
+            Base::keyPressEvent(event);
+        } else if (admitted.isEmpty()) {
+            event->accept();
+        } else {
+            QKeyEvent changed(event->type(), Qt::Key_unknown, event->modifiers(), admitted);
+            Base::keyPressEvent(&changed);
+        }
+    }
+
+    void inputMethodEvent(QInputMethodEvent* event) override {
+        const QString commit = event->commitString();
+        if (commit.isEmpty() || this->isReadOnly()) {
+            Base::inputMethodEvent(event);
+            return;
+        }
+        const qsizetype room = Room() + (rules.Limit > 0 ? event->replacementLength() : 0);
+        const bool lines = commit.contains(QLatin1Char('\n')) || commit.contains(QLatin1Char('\r'));
+        QInputMethodEvent admitted(event->preeditString(), event->attributes());
+        admitted.setCommitString(Admit(lines ? rules.Pasted(commit, room) : rules.Typed(commit, room)),
+                                 event->replacementStart(), event->replacementLength());
+        Base::inputMethodEvent(&admitted);
+        event->setAccepted(admitted.isAccepted());
+    }
+
+    void focusInEvent(QFocusEvent* event) override {
+        Base::focusInEvent(event);
+        // The click that gives the focus puts the caret somewhere: the text is selected after it.
+        enteredByMouse = event->reason() == Qt::MouseFocusReason;
+        const bool comesBack = event->reason() == Qt::PopupFocusReason ||
+                               event->reason() == Qt::ActiveWindowFocusReason ||
+                               event->reason() == Qt::MenuBarFocusReason;
+        if (!enteredByMouse && !comesBack)
+            Enter();
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        Base::mouseReleaseEvent(event);
+        if (std::exchange(enteredByMouse, false) && event->button() == Qt::LeftButton &&
+            SelectedLength() == 0)
+            Enter();
+    }
+
+    void changeEvent(QEvent* event) override {
+        Base::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange && Locked())
+            SetLocked(true);
+    }
+
+  private:
+    void Enter() {
+        if (selectsAll)
+            this->selectAll();
+        else if (caretAtEnd)
+            PutCaretAtEnd();
+    }
+
+    [[nodiscard]] qsizetype Room() const { return rules.Room(ShownText().size(), SelectedLength()); }
+
+    QString Admit(const InputRules::Admitted& admitted) {
+        if (!admitted.Hint.isEmpty())
+            Report(admitted.Hint);
+        return admitted.Text;
+    }
+
+    /// The characters that a key would put into the text; empty for any other key. A pressed AltGr counts as
+    /// Ctrl and Alt on some systems.
+    static QString TypedText(const QKeyEvent& event) {
+        const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeyboardModifiers(Qt::ShiftModifier);
+        const QString text = event.text();
+        if (text.isEmpty() || modifiers == Qt::ControlModifier)
+            return {};
+        const bool inserts = text.front().isPrint() || text.front().isSurrogate() ||
+                             text.front().category() == QChar::Other_Format ||
+                             text.front().category() == QChar::Other_PrivateUse;
+        return inserts ? text : QString();
+    }
+
+    InputRules rules;
+    std::string original;
+    QString shown;
+    bool selectsAll = false;
+    bool caretAtEnd = false;
+    bool enteredByMouse = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,70 @@
+#include "editor/TextBox.h"
+
+#include <QMimeData>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+namespace velmora {
+
+TextBox::TextBox(QWidget* parent) : RuledBox<QPlainTextEdit>(parent) {
+    setTabChangesFocus(true);
+}
+
+QString TextBox::ShownText() const {
+    // The plain text would turn no-break spaces into blanks.
+    QString text = document()->toRawText();
+    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'))
+        .replace(QChar::LineSeparator, QLatin1Char('\n'));
+}
+
+void TextBox::ShowText(const QString& text) {
+    setPlainText(text);
+}
+
+qsizetype TextBox::SelectedLength() const {
+    const QTextCursor cursor = textCursor();
+    return cursor.selectionEnd() - cursor.selectionStart();
+}
+
+void TextBox::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && FiltersKeys())
+        event->accept();
+    else
+        RuledBox<QPlainTextEdit>::keyPressEvent(event);
+}
+
+bool TextBox::canInsertFromMimeData(const QMimeData* source) const {
+    return !isReadOnly() && source->hasText();
+}
+
+void TextBox::insertFromMimeData(const QMimeData* source) {
+    if (!canInsertFromMimeData(source))
+        return;
+    if (const QString admitted = AdmitPasted(source->text()); !admitted.isEmpty()) {
+        textCursor().insertText(admitted);
+        ensureCursorVisible();
+    }
+}
+
+bool TextBox::viewportEvent(QEvent* event) {
+    // While browsing, all boxes are disabled; a long text can be read all the same.
+    if (event->type() == QEvent::Wheel && !isEnabled())
+        return ScrollWhileDisabled(static_cast<QWheelEvent&>(*event));
+    return RuledBox<QPlainTextEdit>::viewportEvent(event);
+}
+
+bool TextBox::ScrollWhileDisabled(const QWheelEvent& event) {
+    constexpr int angleOfLine = 40; // three lines a notch
+    QScrollBar* bar = verticalScrollBar();
+    const int before = bar->value();
+    bar->setValue(before - event.angleDelta().y() / angleOfLine);
+    return bar->value() != before;
+}
+
+QSize TextBox::SizeOfLines(int lines) const {
+    const int around = 2 * (frameWidth() + qRound(document()->documentMargin()));
+    return {fontMetrics().averageCharWidth() * 24 + around, fontMetrics().lineSpacing() * lines + around};
+}
+
+} // namespace velmora
