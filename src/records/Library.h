@@ -35,9 +35,9 @@ class Library {
     KeyedCollection<std::int32_t> Files;              ///< file name to 0-based position in load order
     std::vector<std::string> FilesLosingRecords;      ///< files that a committed record was moved away from
 
+    using Report = std::function<void(std::string_view rule, std::string text)>;
     /// Asked of each record before it is added; false drops it. May change it and report findings.
-    using Admission =
-        std::function<bool(Record&, const std::function<void(std::string_view rule, std::string text)>&)>;
+    using Admission = std::function<bool(Record&, const Report&)>;
     Admission Admit;
 
     /// Reads every file of the folder in path order, after backing it up. False, with a finding, when the

@@ -69,6 +69,18 @@ constexpr Field NumberField(std::string_view key, int blanks = 1, bool emptyLine
     return field;
 }
 
+/// The field of a list: `List` is the member function that shows it, `Add` the one that adds an entry.
+template <auto List, auto Add>
+constexpr Field ListField(std::string_view key, std::string_view property) {
+    using Owner = OwnerOf<List>;
+    Field field{key, property, FieldType::List};
+    field.ListOf = [](const Record& r) -> const std::vector<std::string>& {
+        return (static_cast<const Owner&>(r).*List)();
+    };
+    field.SetText = [](Record& r, std::string_view text) { (static_cast<Owner&>(r).*Add)(text); };
+    return field;
+}
+
 /// Everything that tells one kind of record from another: the words of its files, the table of its fields and
 /// the names that failures are reported under.
 struct RecordKind {

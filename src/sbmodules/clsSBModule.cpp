@@ -1,0 +1,82 @@
+#include "sbmodules/clsSBModule.h"
+
+#include "platform/CodePage.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmora {
+
+namespace {
+
+using M = clsSBModule;
+
+constexpr std::array<Field, 9> SBModuleFields{
+    TextField<&M::DisplayName>("Name", 1, false, "DisplayName"),
+    TextField<&M::Model>("Model"),
+    ListField<&M::TechRequirements, &M::TechRequirement>("Tech_Requirement", "TechRequirements"),
+    ListField<&M::ModuleRequirements, &M::ModuleRequirement>("Module_Requirement", "ModuleRequirements"),
+    TextField<&M::Description>("Description"),
+    NumberField<&M::ModuleSize>("ModuleSize"),
+    TextField<&M::LocalAbility>("LocalAbility"),
+    NumberField<&M::LocalAbilityValue>("LocalAbilityValue"),
+    NumberField<&M::ModuleType>("Type", 1, false, "ModuleType"),
+};
+
+RecordKind MakeSBModuleKind() {
+    RecordKind kind;
+    kind.Word = "sbmodule";
+    kind.Window = "frmSBModules";
+    kind.NameWord = "SBModule";
+    kind.Header = "SBMOD";
+    kind.End = "ENDSBMOD";
+    kind.Extension = ".SBModule";
+    kind.BackupMark = "SBModule";
+    kind.LoadRoutine = "LoadCurrentSBModules";
+    kind.ParseRoutine = "ParseOutSBModuleFile";
+    kind.ReorderRoutine = "ReorderSBModules";
+    kind.MissingFolderText = "Unable to acces the Velmora Data directory!";
+    kind.DuplicateText = "Duplicate SBModule found!  SBModuleName = ";
+    kind.DuplicateRule = "duplicate-sbmodule";
+    kind.ValuesKeepBlanks = true;
+    kind.SetHeaderNumber = [](Record& record, std::int32_t id) { static_cast<M&>(record).SBModuleID = id; };
+    kind.Fields = SBModuleFields;
+    kind.Name = TextField<&M::SBModuleName>("SBMOD", 1, false, "SBModuleName");
+    kind.Number = [](Record& record) -> std::int32_t& { return static_cast<M&>(record).SBModuleNumber; };
+    kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<M>(); };
+    return kind;
+}
+
+void AddUnlessHeld(std::vector<std::string>& list, std::string_view text) {
+    if (std::none_of(list.begin(), list.end(),
+                     [&](const std::string& entry) { return CodePage::EqualNoCase(entry, text); }))
+        list.emplace_back(text);
+}
+
+void CopyOrOneEmpty(const std::vector<std::string>& list, std::vector<std::string>& requirements) {
+    requirements = list;
+    if (requirements.empty())
+        requirements.emplace_back();
+}
+
+} // namespace
+
+const RecordKind SBModuleKind = MakeSBModuleKind();
+
+void clsSBModule::TechRequirement(std::string_view text) {
+    AddUnlessHeld(techRequirements, text);
+}
+
+void clsSBModule::ModuleRequirement(std::string_view text) {
+    AddUnlessHeld(moduleRequirements, text);
+}
+
+void clsSBModule::GetTechRequirements(std::vector<std::string>& requirements) const {
+    CopyOrOneEmpty(techRequirements, requirements);
+}
+
+void clsSBModule::GetModuleRequirements(std::vector<std::string>& requirements) const {
+    CopyOrOneEmpty(moduleRequirements, requirements);
+}
+
+} // namespace velmora
