@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmora {
 
@@ -22,6 +23,7 @@ enum class RegistryType : std::uint32_t {
 struct RegistryValue {
     RegistryType Type = RegistryType::None;
     std::string Bytes;
+    bool operator==(const RegistryValue&) const = default;
 };
 
 /// The host's registry: the system's own on Windows, elsewhere a registry file of the user's.
@@ -43,9 +45,13 @@ class Registry {
                        const RegistryValue& value) = 0;
     virtual std::optional<RegistryValue> Read(std::uint32_t root, std::string_view key,
                                               std::string_view name) = 0;
+    /// Lines of the registry's file that make no sense, as "FILE:LINE: TEXT"; they are kept as they stand.
+    virtual std::vector<std::string> BrokenLines() { return {}; }
 };
 
-/// The registry of this host.
+/// The registry of this host. Where it is a file, that is "registry.reg" in the user's configuration
+/// directory, or the file that the environment variable VELMORA_REGISTRY names; what it lacks below the local
+/// machine is looked for in the user's Windows compatibility prefix too.
 std::unique_ptr<Registry> HostRegistry();
 
 } // namespace velmora

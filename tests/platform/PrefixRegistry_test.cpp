@@ -1,0 +1,90 @@
+#include "platform/PrefixRegistry.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace velmora {
+namespace {
+
+using namespace std::string_literals;
+
+const std::string Text = R"(WINE REGISTRY Version 2
+;; All keys relative to \\Machine
+
+#arch=win64
+
+[Hardware\\Odd\[1\]] 1700000000 5
+"Path"="in brackets"
+
+[Software\\Corvane\\Velmora] 1700000001
+#time=1da1a2b3c4d5e6f
+#link
+@="default \"quoted\""
+"Path"="C:\\Games\\Velmora"
+"Expand"=str(2):"%ProgramFiles%\\Velmora"
+"Multi"=str(7):"one\0two\0"
+"Count"=dword:0000002a
+"Raw"=hex:01,02,\
+  03
+"Wide"=hex(1):41,00,00,00
+"Open"="never closed
+"Marks"="\x20ac5 caf\xe9 \101\t|\q"
+"Mixed"="café \xd83d\xde80"
+"Stray"="\xd83d!"
+
+[Software\\Corvane] 1700000002
+"Path"="parent"
+)";
+
+std::string Read(const std::string& key, const std::string& name) {
+    const auto value = PrefixRegistry::Read(Text, key, name);
+    return value ? std::to_string(static_cast<int>(value->Type)) + ' ' + value->Bytes : "nothing";
+}
+
+TEST(PrefixRegistry, ReadsValues) {
+    const std::string key = "SOFTWARE\\corvane\\Velmora";
+    EXPECT_EQ(Read(key, "path"), "1 C:\\Games\\Velmora\0"s);
+    EXPECT_EQ(Read(key, ""), "1 default \"quoted\"\0"s);
+    EXPECT_EQ(Read(key, "Expand"), "2 %ProgramFiles%\\Velmora\0"s);
+    EXPECT_EQ(Read(key, "Multi"), "7 one\0two\0\0"s);
+    EXPECT_EQ(Read(key, "Count"), "4 *\0\0\0"s);
+    EXPECT_EQ(Read(key, "Raw"), "3 \1\2\3");
+    EXPECT_EQ(Read("Software\\Corvane", "Path"), "1 parent\0"s);
+    EXPECT_EQ(Read("Hardware\\Odd[1]", "Path"), "1 in brackets\0"s);
+}
+
+TEST(PrefixRegistry, GivesNothingForWhatItLacks) {
+    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Missing"), "nothing");
+    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Wide"), "nothing");
+    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Open"), "nothing");
+    EXPECT_EQ(Read("Software", "Path"), "nothing");
+    EXPECT_EQ(Read("", "Path"), "nothing");
+    EXPECT_FALSE(PrefixRegistry::Read("", "Software", "Path"));
+}
+
+TEST(PrefixRegistry, TurnsTextsIntoTheCodePage) {
+    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Marks"), "1 \x80"s + "5 caf\xE9 A\t|q\0"s);
+    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Mixed"), "1 caf\xC3\xA9 \xF0\x9F\x9A\x80\0"s)
+        << "a text beyond the code page stays UTF-8";
+    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Stray"), "1 ?!\0"s);
+}
+
+TEST(PrefixRegistry, KnowsKeys) {
+    EXPECT_TRUE(PrefixRegistry::KeyExists(Text, "software\\corvane"));
+    EXPECT_FALSE(PrefixRegistry::KeyExists(Text, "software"));
+    EXPECT_FALSE(PrefixRegistry::KeyExists(Text, ""));
+}
+
+TEST(PrefixRegistry, SurvivesACutAnywhere) {
+    for (std::size_t size = 0; size < Text.size(); ++size) {
+        const std::string cut = Text.substr(0, size) + '\\';
+        for (const char* name : {"Path", "Multi", "Raw", "Marks", "Stray"}) {
+            const auto value = PrefixRegistry::Read(cut, "Software\\Corvane\\Velmora", name);
+            EXPECT_TRUE(!value || value->Bytes.size() < 64) << size;
+        }
+    }
+}
+
+} // namespace
+} // namespace velmora
