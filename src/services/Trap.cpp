@@ -1,12 +1,8 @@
 #include "services/Trap.h"
 
-#include "platform/Failure.h"
-
 #include <new>
 
 namespace velmora {
-
-namespace {
 
 Failure CurrentFailure() {
     try {
@@ -21,8 +17,6 @@ Failure CurrentFailure() {
         return {FailureAutomation, "Unknown failure", "", 0};
     }
 }
-
-} // namespace
 
 void ReportCurrentFailure(std::string_view routine, const Parameters& parameters, bool isTopLevel) {
     if (gErrHandler == nullptr)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Failure.h"
 #include "services/clsError.h"
 
 #include <string>
@@ -18,9 +19,12 @@ inline std::string ParameterText(bool value) {
     return value ? "True" : "False";
 }
 
-/// Reports the exception being handled to the error handler under the routine's name. Other exceptions than
-/// Failure count as number 51 with their text, a lack of memory as 7. Without an error handler the exception
-/// passes on as it is.
+/// The exception being handled, as a failure. Other exceptions than Failure count as number 51 with their
+/// text, a lack of memory as 7.
+Failure CurrentFailure();
+
+/// Reports the exception being handled to the error handler under the routine's name. Without an error
+/// handler it passes on as it is.
 void ReportCurrentFailure(std::string_view routine, const Parameters& parameters, bool isTopLevel);
 
 /// Runs a routine's body; a failure is reported under the routine's name and passed up.
