@@ -13,8 +13,6 @@ namespace velmora::PrefixRegistry {
 
 namespace {
 
-using TextLines::Stripped;
-
 /// Takes up to `longest` digits off `rest`; nothing when it starts with none.
 std::optional<char32_t> TakeDigits(std::string_view& rest, int base, std::size_t longest) {
     std::uint32_t number = 0;

@@ -21,9 +21,8 @@ class OperationTrace {
         try {
             return std::forward<Body>(body)();
         } catch (...) {
-            Failure failure = CurrentFailure();
-            failure.Source = source;
-            throw failure;
+            const Failure failure = CurrentFailure();
+            throw Failure(failure.Number, failure.Description(), source, failure.Line);
         }
     }
 
