@@ -22,6 +22,8 @@ struct LoadRequest {
     bool AutoBackup = false;  ///< the user wants them
     FindingSink Findings;
     std::function<void(const std::string& file, std::size_t done, std::size_t total)> Reading;
+    /// Asked of each file's bytes before they are read; false leaves the file's records out.
+    std::function<bool(const std::string& file, std::string_view bytes)> Accept;
 };
 
 /// All records of one kind: read from a folder of files, kept in order, written back file by file.
@@ -43,6 +45,8 @@ class Library {
     /// Reads every file of the folder in path order, after backing it up. False, with a finding, when the
     /// folder does not exist. A failure leaves the records completed so far.
     bool Load(const LoadRequest& request);
+    /// Reads one file, named by its full path.
+    void ParseFile(const LoadRequest& request, const std::string& path);
     void Clear();
 
     Record& At(std::size_t position) const { return *Records.ItemAt(position); }
@@ -78,7 +82,6 @@ class Library {
   private:
     std::vector<std::string> ListAndBackUp(const LoadRequest& request) const;
     void BackUp(const LoadRequest& request, const std::string& fileName) const;
-    void ParseFile(const LoadRequest& request, const std::string& path);
     void Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
               std::size_t line, const FindingSink& findings);
     void NoteNewFile(const std::string& oldFile, const std::string& newFile);

@@ -55,6 +55,8 @@ void Library::ParseFile(const LoadRequest& request, const std::string& path) {
     const std::string name = velmora::Files::NameOf(path);
     Trap(Kind.Routine(Kind.ParseRoutine), {name}, [&] {
         const std::string bytes = velmora::Files::ReadWhole(path);
+        if (request.Accept && !request.Accept(name, bytes))
+            return;
         BlockReader reader(Kind, name, request.Findings,
                            [&](std::unique_ptr<Record> record, std::size_t line) {
                                Take(std::move(record), path, name, line, request.Findings);
