@@ -1,0 +1,55 @@
+# bash completion for velwriter; source it, or put it where bash-completion looks for the name "velwriter".
+
+_velwriter() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+  local command=${COMP_WORDS[1]} words=
+  local own='--event-file --upissue-file --sbmodule-file'
+  COMPREPLY=()
+
+  if [ "$COMP_CWORD" -eq 1 ]; then
+    words='check export format --help --version'
+  else
+    case $previous in
+      --kind) words='events upissues sbmodules' ;;
+      --sort) words='file name' ;;
+      --format)
+        words='text json'
+        [ "$command" = export ] && words='json csv'
+        ;;
+      --ignore)
+        # Rules are parted by commas; the last one is completed.
+        local done=
+        [[ $current == *,* ]] && done=${current%,*},
+        local rules
+        rules=$("${COMP_WORDS[0]}" check --list-rules 2>/dev/null | cut -d' ' -f1)
+        mapfile -t COMPREPLY < <(compgen -P "$done" -W "$rules" -- "${current##*,}")
+        return
+        ;;
+      --event-file | --upissue-file | --sbmodule-file) return ;;
+    esac
+  fi
+
+  if [ -z "$words" ]; then
+    case $command:$current in
+      check:-*) words="--kind --format --ignore --list-rules $own --help" ;;
+      export:-*) words="--kind --format --sort $own --help" ;;
+      format:-*) words="--check --write $own --help" ;;
+      format:*)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$current"; shopt -s nocasematch
+          compgen -f -- "$current" | while IFS= read -r file; do
+            [[ $file == *.event || $file == *.upissue ]] && [ ! -d "$file" ] && printf '%s\n' "$file"
+          done)
+        return
+        ;;
+      *)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        return
+        ;;
+    esac
+  fi
+  mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+}
+
+complete -F _velwriter velwriter

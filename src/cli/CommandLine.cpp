@@ -1,0 +1,219 @@
+#include "cli/CommandLine.h"
+
+#include "cli/Commands.h"
+#include "cli/OutputText.h"
+#include "cli/RuleTable.h"
+#include "platform/CodePage.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
+#include "services/Catalogues.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <exception>
+
+namespace velmora {
+
+namespace {
+
+constexpr const char* Examples = R"(Examples:
+  velwriter check ~/Velmora
+  velwriter check ~/Velmora --kind events --ignore no-image,unneeded-space
+  velwriter check --list-rules
+  velwriter export ~/Velmora --sort name > velmora.json
+  velwriter export ~/Velmora --kind upissues --format csv > issues.csv
+  velwriter format ~/Velmora/Data/MyEvents.event
+  velwriter format --check ~/Velmora/Data/*.event
+  velwriter format --write ~/Velmora/Data/MyEvents.event
+
+Exit status: 0 all well, 1 something was found, 2 bad usage or a failure.)";
+
+/// The words of the command line as CLI11 leaves them.
+struct Words {
+    std::string Directory;
+    std::string Kind;
+    std::string Format;
+    std::string Sort = "file";
+    std::vector<std::string> Ignored;
+    bool ListRules = false;
+    std::vector<std::string> OwnFiles = std::vector<std::string>(Kinds().size());
+    std::vector<std::string> Files;
+    bool Check = false;
+    bool Write = false;
+};
+
+/// What the words do not add up to.
+CLI::ValidationError BadUsage(const std::string& text) {
+    return CLI::ValidationError(text);
+}
+
+std::vector<std::string> KindNames() {
+    std::vector<std::string> names;
+    for (const KindEntry& kind : Kinds())
+        names.emplace_back(kind.Option);
+    return names;
+}
+
+void AddOwnFiles(CLI::App& command, Words& words) {
+    for (std::size_t i = 0; i < Kinds().size(); ++i) {
+        const KindEntry& kind = Kinds()[i];
+        command
+            .add_option(std::string(kind.OwnFileOption), words.OwnFiles[i],
+                        "Your own file of " + std::string(kind.Option) + ", listed even before it exists (" +
+                            std::string(kind.OwnFile) + ")")
+            ->type_name("NAME");
+    }
+}
+
+void AddGame(CLI::App& command, Words& words, const std::vector<std::string>& formats) {
+    command.add_option("GAME_DIR", words.Directory, "The game's directory, the one that holds Data")
+        ->type_name("");
+    command.add_option("--kind", words.Kind, "Look at one kind of record only")
+        ->check(CLI::IsMember(KindNames()));
+    command.add_option("--format", words.Format, "Form of the output (" + formats.front() + ")")
+        ->check(CLI::IsMember(formats));
+    AddOwnFiles(command, words);
+}
+
+CLI::App* AddCheck(CLI::App& app, Words& words) {
+    CLI::App* command = app.add_subcommand("check", "Check every record against the rules of the game");
+    AddGame(*command, words, {"text", "json"});
+    command->add_option("--ignore", words.Ignored, "Leave out the findings of these rules")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("RULE[,RULE...]");
+    command->add_flag("--list-rules", words.ListRules, "List the rules and end");
+    command->footer("Example: velwriter check ~/Velmora --kind events --ignore no-image");
+    return command;
+}
+
+CLI::App* AddExport(CLI::App& app, Words& words) {
+    CLI::App* command = app.add_subcommand("export", "Print every record as JSON or CSV");
+    AddGame(*command, words, {"json", "csv"});
+    command->add_option("--sort", words.Sort, "Order of the records (file)")
+        ->check(CLI::IsMember({"file", "name"}));
+    command->footer("Example: velwriter export ~/Velmora --sort name > velmora.json");
+    return command;
+}
+
+CLI::App* AddFormat(CLI::App& app, Words& words) {
+    CLI::App* command =
+        app.add_subcommand("format", "Print .event and .UPIssue files as the editor would write them");
+    command->add_option("FILE", words.Files, "Files to format")->required()->type_name("");
+    CLI::Option* check =
+        command->add_flag("--check", words.Check, "Only tell which files would change; status 1 if any");
+    command->add_flag("--write", words.Write, "Replace the files")->excludes(check);
+    AddOwnFiles(*command, words);
+    command->footer("Example: velwriter format --check ~/Velmora/Data/MyEvents.event");
+    return command;
+}
+
+std::string OwnFileName(const KindEntry& kind, const std::string& utf8) {
+    auto name = CodePage::FromUtf8(utf8);
+    if (!name)
+        throw BadUsage(std::string(kind.OwnFileOption) + ": the code page has no characters for " + utf8);
+    return *name;
+}
+
+GameChoice ChooseGame(const Words& words) {
+    if (words.Directory.empty())
+        throw BadUsage("GAME_DIR is required");
+    GameChoice game;
+    game.Directory = OutputText::TypedPath(words.Directory);
+    if (!Files::FolderExists(game.Directory))
+        throw Failure(FailurePathNotFound, game.Directory + ": no such directory");
+    for (std::size_t i = 0; i < Kinds().size(); ++i) {
+        const KindEntry& kind = Kinds()[i];
+        if (words.Kind.empty() || words.Kind == kind.Option)
+            game.Kinds.push_back(&kind);
+        if (!words.OwnFiles[i].empty())
+            game.Own[&kind] = OwnFileName(kind, words.OwnFiles[i]);
+    }
+    return game;
+}
+
+ExitStatus ListRules(std::ostream& out) {
+    std::size_t width = 0;
+    for (const RuleEntry& rule : Rules())
+        width = std::max(width, rule.Name.size());
+    for (const RuleEntry& rule : Rules())
+        out << rule.Name << std::string(width + 2 - rule.Name.size(), ' ') << rule.Game << '\n';
+    return ExitWell;
+}
+
+ExitStatus Check(const Words& words, std::ostream& out, std::ostream& err) {
+    for (const std::string& rule : words.Ignored)
+        if (!IsRule(rule))
+            throw BadUsage("--ignore: there is no rule " + rule + "; --list-rules tells them all");
+    if (words.ListRules)
+        return ListRules(out);
+    CheckOptions options;
+    options.Game = ChooseGame(words);
+    options.AsJson = words.Format == "json";
+    options.Ignored.insert(words.Ignored.begin(), words.Ignored.end());
+    return RunCheck(options, out, err);
+}
+
+ExitStatus Export(const Words& words, std::ostream& out, std::ostream& err) {
+    ExportOptions options;
+    options.AsCsv = words.Format == "csv";
+    if (options.AsCsv && words.Kind.empty())
+        throw BadUsage("--format csv prints one kind; name it with --kind");
+    options.Game = ChooseGame(words);
+    options.SortByName = words.Sort == "name";
+    return RunExport(options, out, err);
+}
+
+ExitStatus Format(const Words& words, std::ostream& out, std::ostream& err) {
+    FormatOptions options;
+    options.Check = words.Check;
+    options.Write = words.Write;
+    for (const std::string& file : words.Files) {
+        options.Paths.push_back(OutputText::TypedPath(file));
+        const KindEntry* kind = KindOfFile(options.Paths.back());
+        if (kind == nullptr || !kind->Written)
+            throw BadUsage(file + ": only .event and .UPIssue files can be formatted");
+    }
+    return RunFormat(options, out, err);
+}
+
+ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
+    Words words;
+    const CLI::App* check = AddCheck(app, words);
+    const CLI::App* exporting = AddExport(app, words);
+    AddFormat(app, words);
+    std::reverse(arguments.begin(), arguments.end()); // CLI11 takes words off the end
+    app.parse(std::move(arguments));
+    BuildCatalogues();
+    if (check->parsed())
+        return Check(words, out, err);
+    return exporting->parsed() ? Export(words, out, err) : Format(words, out, err);
+}
+
+} // namespace
+
+int RunVelwriter(std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
+    CLI::App app("Checks, exports and formats the content files of the game Velmora.", "velwriter");
+    app.footer(Examples);
+    app.set_version_flag("--version", "velwriter " VELMORA_VERSION);
+    app.require_subcommand(1);
+    app.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return std::string("velwriter: ") + error.what() + "\nRun velwriter --help for more information.\n";
+    });
+    int status = ExitFailure;
+    try {
+        status = Run(app, std::move(arguments), out, err);
+    } catch (const CLI::ParseError& error) {
+        status = app.exit(error, out, err) == 0 ? ExitWell : ExitFailure;
+    } catch (const std::exception& exception) {
+        err << "velwriter: " << OutputText::OneLine(exception.what()) << '\n';
+    }
+    if (!out.flush()) {
+        err << "velwriter: the output could not be written\n";
+        status = ExitFailure;
+    }
+    return status;
+}
+
+} // namespace velmora

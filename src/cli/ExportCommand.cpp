@@ -1,0 +1,76 @@
+#include "cli/Commands.h"
+#include "cli/RecordJson.h"
+#include "cli/Reports.h"
+
+namespace velmora {
+
+namespace {
+
+/// One run of `export`.
+class Exporting {
+  public:
+    explicit Exporting(const ExportOptions& chosen)
+        : options(chosen), loader(chosen.Game.Directory, chosen.Game.Own) {}
+
+    void WriteJson(std::ostream& out) {
+        std::vector<Finding> messages;
+        JsonDocument document(out);
+        // A kind at a time: only one library is held at once.
+        for (const KindEntry* kind : options.Game.Kinds)
+            WriteKind(*kind, document, messages);
+        document.BeginList("messages");
+        for (const Finding& message : messages)
+            document.Add(MessageToJson(message));
+        document.BeginList("errors");
+        for (const LoadError& error : loader.Errors())
+            document.Add(ErrorToJson(error));
+        document.Finish();
+    }
+
+    /// What loading has to tell finds no place in a table.
+    void WriteCsv(std::ostream& out, std::ostream& err) {
+        const KindEntry& kind = *options.Game.Kinds.front();
+        FindingLines lines(err, loader.FolderOf(kind));
+        Library library(*kind.Kind);
+        Load(kind, library, [&](const Finding& message) { lines.Warn(message); });
+        out << CsvHeader(RecordToJson(kind, *kind.Kind->Make())) << '\n';
+        for (const auto& [name, record] : library.Records)
+            out << CsvRow(RecordToJson(kind, *record)) << '\n';
+    }
+
+    bool Report(std::ostream& err) const { return loader.Report(err); }
+
+  private:
+    void Load(const KindEntry& kind, Library& library, const FindingSink& findings) {
+        loader.Load(kind, library, findings);
+        if (options.SortByName)
+            library.SortBy(1);
+    }
+
+    void WriteKind(const KindEntry& kind, JsonDocument& document, std::vector<Finding>& messages) {
+        Library library(*kind.Kind);
+        Load(kind, library, [&](const Finding& message) { messages.push_back(message); });
+        document.BeginList(kind.Option);
+        for (const auto& [name, record] : library.Records)
+            document.Add(RecordToJson(kind, *record));
+        document.BeginList(kind.FileList);
+        for (const auto& [name, item] : library.Files)
+            document.Add({{"name", JsonName(name)}, {"item", item}});
+    }
+
+    const ExportOptions& options;
+    GameLoader loader;
+};
+
+} // namespace
+
+ExitStatus RunExport(const ExportOptions& options, std::ostream& out, std::ostream& err) {
+    Exporting exporting(options);
+    if (options.AsCsv)
+        exporting.WriteCsv(out, err);
+    else
+        exporting.WriteJson(out);
+    return exporting.Report(err) ? ExitWell : ExitFailure;
+}
+
+} // namespace velmora

@@ -1,0 +1,131 @@
+#include "cli/GameLoader.h"
+
+#include "cli/ErrorCollector.h"
+#include "cli/OutputText.h"
+#include "platform/CodePage.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
+#include "services/Trap.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <filesystem>
+
+namespace velmora {
+
+namespace {
+
+constexpr std::size_t LongestLine = std::size_t{16} << 20;
+constexpr std::int32_t FailureInvalidFileFormat = 321;
+
+/// Failures of reading name their line behind the file, whose name may hold anything.
+std::size_t LineNamedIn(std::string_view description) {
+    constexpr std::string_view mark = ", line ";
+    std::size_t line = 0;
+    if (const std::size_t at = description.rfind(mark); at != std::string_view::npos)
+        std::from_chars(description.data() + at + mark.size(), description.data() + description.size(), line);
+    return line;
+}
+
+} // namespace
+
+TextFault FindTextFault(std::string_view bytes) {
+    TextFault fault;
+    while (!bytes.empty()) {
+        ++fault.Line;
+        const std::string_view line = bytes.substr(0, bytes.find('\n'));
+        if (line.size() > LongestLine)
+            fault.Text = "a line of " + std::to_string(line.size()) + " bytes";
+        else if (line.find('\0') != std::string_view::npos)
+            fault.Text = "a NUL byte";
+        if (!fault.Text.empty())
+            return fault;
+        bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+    }
+    return {};
+}
+
+GameLoader::GameLoader(const std::string& gameDirectory, OwnFiles ownFiles)
+    : gamePath(Files::Join(gameDirectory, "")), own(std::move(ownFiles)) {}
+
+std::string GameLoader::FolderOf(const KindEntry& entry) const {
+    return gamePath + std::string(entry.Folder);
+}
+
+void GameLoader::Load(const KindEntry& entry, Library& library, const FindingSink& findings) {
+    std::string file;
+    LoadRequest request;
+    request.Folder = FolderOf(entry);
+    const auto named = own.find(&entry);
+    request.OwnFile = named == own.end() ? std::string(entry.OwnFile) : named->second;
+    request.MakeBackups = true;
+    request.Findings = findings;
+    request.Reading = [&](const std::string& name, std::size_t, std::size_t) { file = name; };
+    request.Accept = [&](const std::string& name, std::string_view bytes) {
+        return Accept(entry, name, bytes);
+    };
+    if (entry.MakeAdmission)
+        library.Admit = entry.MakeAdmission();
+
+    if (!LoadTrapped(entry, library, request, file)) {
+        missingFolders.push_back(request.Folder);
+        return;
+    }
+    ++foldersLoaded;
+    SetFoldersAside(entry);
+}
+
+bool GameLoader::LoadTrapped(const KindEntry& entry, Library& library, const LoadRequest& request,
+                             const std::string& file) {
+    ErrorCollector collector;
+    bool folderFound = true;
+    TrapEvent(entry.Kind->Routine("Form_Load"), NoInputParms, [&] {
+        Trap(entry.Kind->Routine("InitForm"), NoInputParms, [&] { folderFound = library.Load(request); });
+    });
+    for (const auto& [details, routines] : collector.Reports)
+        errors.push_back({&entry, file, request.Folder + file, LineNamedIn(details.Description),
+                          details.Number, details.Description, routines});
+    return folderFound;
+}
+
+bool GameLoader::Accept(const KindEntry& entry, const std::string& file, std::string_view bytes) {
+    const TextFault fault = FindTextFault(bytes);
+    if (fault.Text.empty())
+        return true;
+    errors.push_back({&entry,
+                      file,
+                      FolderOf(entry) + file,
+                      fault.Line,
+                      FailureInvalidFileFormat,
+                      "This is no text file: " + fault.Text + " in line " + std::to_string(fault.Line),
+                      {}});
+    return false;
+}
+
+void GameLoader::SetFoldersAside(const KindEntry& entry) {
+    namespace fs = std::filesystem;
+    const std::string folder = FolderOf(entry);
+    std::vector<std::string> names;
+    std::error_code ignored; // a folder that cannot be listed has failed the loading already
+    for (const auto& item : fs::directory_iterator(Files::HostPath(folder), ignored))
+        if (item.is_directory(ignored))
+            if (std::string name = Files::PathText(item.path().filename());
+                CodePage::EndsWithNoCase(name, entry.Kind->Extension))
+                names.push_back(std::move(name));
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names)
+        errors.push_back(
+            {&entry, name, folder + name, 0, FailurePathFileAccess, "This is a directory, not a file", {}});
+}
+
+bool GameLoader::Report(std::ostream& err) const {
+    for (const LoadError& error : errors)
+        err << "velwriter: " << OutputText::Path(error.Path) << ": " << OutputText::OneLine(error.Description)
+            << '\n';
+    for (const std::string& folder : missingFolders)
+        err << "velwriter: " << OutputText::Path(folder) << ": no such directory\n";
+    return errors.empty() && foldersLoaded > 0;
+}
+
+} // namespace velmora

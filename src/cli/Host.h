@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What hosts do differently for a program on a terminal.
+namespace velmora::Host {
+
+/// The words after the program's name, in UTF-8.
+std::vector<std::string> Arguments(int argc, char** argv);
+
+/// Makes the standard streams pass bytes on as they are and show UTF-8.
+void PrepareStreams();
+
+} // namespace velmora::Host

@@ -1,0 +1,32 @@
+#include "cli/Host.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <io.h>
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace velmora::Host {
+
+std::vector<std::string> Arguments(int /*argc*/, char** /*argv*/) {
+    int count = 0;
+    // The plain arguments have lost every character that the system's code page lacks.
+    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) {
+        const std::u8string utf8 = std::filesystem::path(words[i]).u8string();
+        arguments.emplace_back(utf8.begin(), utf8.end());
+    }
+    LocalFree(words);
+    return arguments;
+}
+
+void PrepareStreams() {
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+} // namespace velmora::Host

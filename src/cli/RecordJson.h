@@ -1,0 +1,17 @@
+#pragma once
+
+#include "cli/JsonDocument.h"
+#include "cli/KindTable.h"
+
+#include <string>
+
+namespace velmora {
+
+/// Every content property of a record by its name, then its file and its numbers.
+Json RecordToJson(const KindEntry& kind, Record& record);
+
+/// One row of comma-separated values for a record's JSON: its values, or its property names for the header.
+std::string CsvRow(const Json& record);
+std::string CsvHeader(const Json& record);
+
+} // namespace velmora

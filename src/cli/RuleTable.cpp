@@ -1,0 +1,56 @@
+#include "cli/RuleTable.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmora {
+
+namespace {
+
+constexpr std::array<RuleEntry, 26> Table{{
+    {"no-data-directory",
+     "Events and starbase modules live in the game's Data directory, UP issues in its UP_Issues."},
+    {"unneeded-space", "Outside quotes a value is one word; blanks inside it are removed."},
+    {"unrecognized-token", "A line begins with a key that the game knows; any other line is ignored."},
+    {"illegal-name", "A name is made of A to Z, 0 to 9 and the underscore and does not begin with a digit."},
+    {"duplicate-event", "No two events share a name, whatever the letter case; the first one read stays."},
+    {"duplicate-upissue",
+     "No two UP issues share a name, whatever the letter case; the first one read stays."},
+    {"duplicate-sbmodule",
+     "No two starbase modules share a name, whatever the letter case; the first one read stays."},
+    {"duplicate-id", "No two starbase modules share an ID; the first one read stays."},
+    {"id-out-of-range",
+     "A starbase module's ID runs from 0 to 140; a higher one gives way to the lowest free ID."},
+    {"no-title", "An event has a title."},
+    {"no-image", "An event's picture is a file below the game directory."},
+    {"no-description", "An event has a description."},
+    {"no-good-option", "An event has a text for its good answer."},
+    {"no-neutral-option", "An event has a text for its neutral answer."},
+    {"no-evil-option", "An event has a text for its evil answer."},
+    {"no-question", "A UP issue has a question."},
+    {"no-options", "A UP issue offers options, unless its type makes the game list the major races."},
+    {"no-option-values",
+     "A UP issue's options have values, unless its type makes the game list the major races."},
+    {"unneeded-options", "A UP issue whose type makes the game list the major races has no options."},
+    {"unneeded-option-values",
+     "A UP issue whose type makes the game list the major races has no option values."},
+    {"too-many-wild-cards", "A description or question holds up to four \"%s\", an answer two."},
+    {"wild-cards-missing", "A substitution is set only for a text that holds a \"%s\"."},
+    {"wild-card-placement", "Every \"%s\" has its substitution, the first \"%s\" the first one."},
+    {"wild-card-count", "As many substitutions are set as the text holds \"%s\"."},
+    {"unfinished-block", "Every block has its end line, or nothing of it is read (told by format only)."},
+    {LoadFailureRule,
+     "A file that cannot be read, is no text, or holds a number beyond 32 bits is a failure."},
+}};
+
+} // namespace
+
+std::span<const RuleEntry> Rules() {
+    return Table;
+}
+
+bool IsRule(std::string_view name) {
+    return std::any_of(Table.begin(), Table.end(), [&](const RuleEntry& rule) { return rule.Name == name; });
+}
+
+} // namespace velmora

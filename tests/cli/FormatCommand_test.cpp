@@ -1,0 +1,159 @@
+#include "CliRun.h"
+#include "GameFolder.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+
+#include <gmock/gmock.h>
+
+namespace velmora {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+std::string InUtf8(const std::string& bytes) {
+    return CodePage::ToUtf8(bytes);
+}
+
+TEST(FormatCommand, PrintsRecordsAsTheEditorWritesThem) {
+    GameFolder game;
+    game.Write("A.event",
+               "// mine\nevent Raid\nTITLE  \"Caf\xE9\" lost\n\nendevent\nEVENT Two\nProbability 2.5\n"
+               "ENDEVENT");
+    const CliRun run("format", game.Typed("A.event"));
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_EQ(run.Err, "");
+    clsEvent event;
+    event.EventName = "Raid";
+    event.Title = "Caf\xE9";
+    std::string expected = event.GenerateEventString(false);
+    event.EventName = "Two";
+    event.Probability = 2;
+    expected += event.GenerateEventString(false);
+    EXPECT_EQ(run.Out, InUtf8(expected));
+}
+
+TEST(FormatCommand, LeavesWhatTheGameWroteAlone) {
+    for (const std::string name : {"Data/CoreEvents.event", "Data/BonusEvents.event",
+                                   "Data/UP_Issues/Council.UPIssue", "Data/UP_Issues/Curiosities.UPIssue"}) {
+        const std::string path = std::string(VELMORA_SAMPLE) + "/" + name;
+        EXPECT_EQ(CliRun("format", path).Out, InUtf8(ReadProjectFile("sample/Velmora/" + name)));
+        EXPECT_EQ(CliRun("format", "--check", path).Status, 0);
+    }
+}
+
+class UntidyFileTest : public ::testing::TestWithParam<std::pair<const char*, std::string>> {};
+
+TEST_P(UntidyFileTest, IsWrittenOnceAndThenLeftAlone) {
+    GameFolder game;
+    const auto& [name, bytes] = GetParam();
+    game.Write(name, bytes);
+    const std::string typed = game.Typed(name);
+    const CliRun printed("format", typed);
+    EXPECT_EQ(printed.Status, 0);
+    const CliRun check("format", "--check", typed);
+    EXPECT_EQ(check.Status, 1);
+    EXPECT_THAT(check.Lines(), ElementsAre(HasSubstr(name)));
+    EXPECT_EQ(game.Read(name), bytes) << "only --write writes";
+
+    const CliRun write("format", "--write", typed);
+    EXPECT_EQ(write.Status, 0) << write.Err;
+    EXPECT_EQ(InUtf8(game.Read(name)), printed.Out);
+    const std::string once = game.Read(name);
+    EXPECT_EQ(CliRun("format", "--check", typed).Status, 0);
+    EXPECT_EQ(CliRun("format", "--write", typed).Out, "") << "nothing to write";
+    EXPECT_EQ(game.Read(name), once);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Untidy, UntidyFileTest,
+    ::testing::Values(
+        std::pair("lf.event", std::string("EVENT A\nENDEVENT\n")),
+        std::pair("unquoted.event", std::string("EVENT A\r\nTitle The  end\r\nENDEVENT\r\n")),
+        std::pair("blanks.event",
+                  std::string("EVENT A\r\nTitle\t \" x \"\r\n\tColour \"red\"\r\nENDEVENT\r\n")),
+        std::pair("name.EVENT", std::string("EVENT 3 Moons!\r\nENDEVENT\r\n")),
+        std::pair("break.event", std::string("EVENT A\r\nTitle \"a\rb\"\r\nENDEVENT\r\n")),
+        std::pair("carried.event",
+                  std::string("EVENT A\r\nImage \"x\"\r\nENDEVENT\r\nEVENT B\r\nENDEVENT\r\n")),
+        std::pair("issue.upissue", GameFolder::Issue("Tax") + "\r\n// remark\r\n")));
+
+TEST(FormatCommand, ReportsWhatTheEditorWouldReport) {
+    GameFolder game;
+    game.Write("A.event", "EVENT A\r\nColour red\r\nENDEVENT\r\n");
+    const CliRun run("format", "--write", game.Typed("A.event"));
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_THAT(run.Err,
+                HasSubstr("A.event:2: warning: Unrecognized token! a(0) = Colour, sValue = red, File = "
+                          "A.event [unrecognized-token]"));
+}
+
+struct Losing {
+    const char* Case;
+    std::string Bytes;
+    const char* Message;
+};
+
+class LosingFileTest : public ::testing::TestWithParam<Losing> {};
+
+TEST_P(LosingFileTest, IsNeverReplaced) {
+    GameFolder game;
+    game.Write("A.event", GetParam().Bytes);
+    game.Write("B.event", "EVENT B\nENDEVENT\n");
+    const CliRun run("format", "--write", game.Typed("A.event"), game.Typed("B.event"));
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_THAT(run.Err, HasSubstr(GetParam().Message));
+    EXPECT_THAT(run.Err, HasSubstr("A.event: not written"));
+    EXPECT_EQ(game.Read("A.event"), GetParam().Bytes);
+    EXPECT_THAT(run.Lines(), ElementsAre(HasSubstr("B.event"))) << "the other file is written";
+    EXPECT_EQ(CliRun("format", "--check", game.Typed("A.event")).Status, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Losing, LosingFileTest,
+    ::testing::Values(Losing{"duplicate", "EVENT A\r\nENDEVENT\r\nEVENT a\r\nENDEVENT\r\n",
+                             "A.event:4: warning: Duplicate event found!  EventName = a"},
+                      Losing{"no end", "EVENT A\r\nENDEVENT\r\nEVENT B\r\nTitle \"x\"\r\n",
+                             "A.event:3: error: This block has no ENDEVENT [unfinished-block]"},
+                      Losing{"two headers", "EVENT A\r\nEVENT B\r\nENDEVENT\r\n",
+                             "A.event:1: error: This block"},
+                      Losing{"remarks", "// nothing but remarks\r\n", "it holds no record"},
+                      Losing{"another kind", GameFolder::Issue("Tax"), "Unrecognized token!"}));
+
+TEST(FormatCommand, LeavesAnEmptyFileAlone) {
+    GameFolder game;
+    game.Write("A.event", "");
+    EXPECT_EQ(CliRun("format", "--write", game.Typed("A.event")).Status, 0);
+    EXPECT_EQ(CliRun("format", "--check", game.Typed("A.event")).Status, 0);
+    EXPECT_EQ(CliRun("format", game.Typed("A.event")).Out, "");
+}
+
+TEST(FormatCommand, GoesOnAfterAFileThatFails) {
+    GameFolder game;
+    game.Write("A.event", "Probability 9999999999\r\n");
+    game.Write("B.event", std::string("EVENT B\0\r\nENDEVENT\r\n", 19));
+    game.Write("C.event/inner", "");
+    game.Write("D.event", "EVENT D\nENDEVENT\n");
+    const CliRun run("format", "--check", game.Typed("A.event"), game.Typed("B.event"), game.Typed("C.event"),
+                     game.Typed("Missing.event"), game.Typed("D.event"));
+    EXPECT_EQ(run.Status, 2);
+    for (const char* text : {"A.event: Overflow", "B.event: This is no text file: a NUL byte in line 1",
+                             "C.event: Cannot read", "Missing.event: Cannot read"})
+        EXPECT_THAT(run.Err, HasSubstr(text));
+    EXPECT_THAT(run.Lines(), ElementsAre(HasSubstr("D.event")));
+}
+
+TEST(FormatCommand, RefusesOtherFilesBeforeAnyWork) {
+    GameFolder game;
+    game.Write("A.event", "EVENT A\nENDEVENT\n");
+    for (const char* other : {"A.SBModule", "A.txt", "event", "A.event.bak"}) {
+        game.Write(other, "x");
+        const CliRun run("format", "--write", game.Typed("A.event"), game.Typed(other));
+        EXPECT_EQ(run.Status, 2) << other;
+        EXPECT_THAT(run.Err, HasSubstr(other));
+        EXPECT_EQ(game.Read("A.event"), "EVENT A\nENDEVENT\n");
+    }
+}
+
+} // namespace
+} // namespace velmora
