@@ -48,10 +48,11 @@ void LineBox::mouseReleaseEvent(QMouseEvent* event) {
 void LineBox::contextMenuEvent(QContextMenuEvent* event) {
     QMenu* menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (auto* paste = menu->findChild<QAction*>(QStringLiteral("edit-paste"))) {
-        paste->disconnect(this);
-        connect(paste, &QAction::triggered, this, [this] { Paste(QApplication::clipboard()->text()); });
-    }
+    for (QAction* action : menu->actions())
+        if (action->text().startsWith(QLineEdit::tr("&Paste"))) {
+            action->disconnect(this);
+            connect(action, &QAction::triggered, this, [this] { Paste(QApplication::clipboard()->text()); });
+        }
     menu->popup(event->globalPos());
 }
 

@@ -83,7 +83,11 @@ class RuledBox : public Base {
 
     void inputMethodEvent(QInputMethodEvent* event) override {
         const QString commit = event->commitString();
-        if (commit.isEmpty() || this->isReadOnly()) {
+        if (this->isReadOnly()) {
+            event->ignore(); // the toolkit would insert it all the same
+            return;
+        }
+        if (commit.isEmpty()) {
             Base::inputMethodEvent(event);
             return;
         }
