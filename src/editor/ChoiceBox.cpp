@@ -14,8 +14,16 @@
 namespace velmora {
 
 namespace {
+
 constexpr std::size_t LongestPlainList = 30;
+
+/// Else a list of many thousand entries would take its time to open.
+void DoNotMeasureEntries(QAbstractItemView* view) {
+    if (auto* listView = qobject_cast<QListView*>(view))
+        listView->setUniformItemSizes(true);
 }
+
+} // namespace
 
 ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent), list(new QStringListModel(this)) {
     setModel(list);
@@ -23,8 +31,7 @@ ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent), list(new QStringListM
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
     setMaxVisibleItems(20);
-    if (auto* plainList = qobject_cast<QListView*>(view()))
-        plainList->setUniformItemSizes(true);
+    DoNotMeasureEntries(view());
 }
 
 void ChoiceBox::SetEntries(const std::vector<std::string>& names, int selected) {
@@ -69,6 +76,7 @@ void ChoiceBox::MakeSearchable(bool searchable) {
     completer()->setFilterMode(Qt::MatchContains);
     completer()->setCaseSensitivity(Qt::CaseInsensitive);
     completer()->setMaxVisibleItems(maxVisibleItems());
+    DoNotMeasureEntries(completer()->popup());
     connect(lineEdit(), &QLineEdit::textEdited, this,
             [this](const QString& text) { ChooseText(text, true); });
     connect(this, &QComboBox::editTextChanged, lineEdit(),

@@ -113,6 +113,9 @@ TYPED_TEST(RuledBoxTest, NeverCutsATextThatIsOnlyShown) {
     this->box.SetLimit(540);
     this->box.SetBytes(longText);
     EXPECT_EQ(this->box.Bytes(), longText);
+    this->box.SetLimit(0);
+    this->Type(QStringLiteral("y"));
+    EXPECT_EQ(this->box.Bytes(), "y" + longText);
 }
 
 TYPED_TEST(RuledBoxTest, LimitsTyping) {
@@ -273,6 +276,19 @@ TYPED_TEST(RuledBoxTest, SelectsItsTextOnTheClickThatGivesTheFocusOnly) {
     EXPECT_EQ(SelectedText(this->box), QStringLiteral("some text"));
     QTest::mouseClick(Surface(this->box), Qt::LeftButton, {}, QPoint(30, 8));
     EXPECT_EQ(SelectedText(this->box), QString());
+}
+
+TYPED_TEST(RuledBoxTest, LeavesAPartSelectedByTheMouseOnEntry) {
+    this->box.SetBytes("some text");
+    this->box.SetSelectsAllOnEntry(true);
+    QWidget* surface = Surface(this->box);
+    QTest::mousePress(surface, Qt::LeftButton, {}, QPoint(3, 8));
+    QMouseEvent drag(QEvent::MouseMove, QPointF(30, 8), surface->mapToGlobal(QPointF(30, 8)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(surface, &drag);
+    QTest::mouseRelease(surface, Qt::LeftButton, {}, QPoint(30, 8));
+    EXPECT_FALSE(SelectedText(this->box).isEmpty());
+    EXPECT_LT(SelectedText(this->box).size(), 9);
 }
 
 TYPED_TEST(RuledBoxTest, KeepsItsSelectionWhenTheFocusComesBack) {
