@@ -1,0 +1,10 @@
+# Lets a cross compiler see the host's header-only libraries, and nothing else of the host's headers.
+set(host_headers ${CMAKE_BINARY_DIR}/host-headers)
+file(MAKE_DIRECTORY ${host_headers})
+foreach(folder CLI nlohmann)
+  if(NOT EXISTS /usr/include/${folder})
+    message(FATAL_ERROR "Missing /usr/include/${folder}; script/bootstrap installs it")
+  endif()
+  file(CREATE_LINK /usr/include/${folder} ${host_headers}/${folder} SYMBOLIC)
+endforeach()
+include_directories(SYSTEM ${host_headers})
