@@ -92,15 +92,6 @@ TEST_F(LibraryTest, EndsLoadingAtANumberBeyond32Bits) {
     EXPECT_EQ(library.Files.Count(), 1u);
 }
 
-TEST_F(LibraryTest, EndsLoadingAtAFileThatCannotBeRead) {
-    Put("a.event", Block("One"));
-    std::filesystem::create_symlink("nowhere", temp.Path() + "Data/b.event");
-    const auto seen = LoadFailing();
-    ASSERT_EQ(seen.size(), 4u);
-    EXPECT_THAT(seen[0], ::testing::StartsWith("53 "));
-    EXPECT_EQ(seen.back(), "frmEvents_ParseOutEventFile");
-}
-
 TEST_F(LibraryTest, BacksUpTheFirstAndTheLatestState) {
     Put("Ships.Event.event", "first");
     Load(false);
