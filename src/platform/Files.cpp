@@ -59,9 +59,9 @@ auto Attempt(const char* doing, const fs::path& path, Wanted wanted, Work work) 
     }
 }
 
-std::string ReadAll(InFile& file) {
+void ReadAll(InFile& file, std::string& bytes) {
     // One byte more than expected: the read that finds the end then needs no growing.
-    std::string bytes(static_cast<std::size_t>(file.Size()) + 1, '\0');
+    bytes.resize(std::max(bytes.size(), static_cast<std::size_t>(file.Size()) + 1));
     std::size_t filled = 0;
     while (const std::size_t got = file.Read(bytes.data() + filled, bytes.size() - filled)) {
         filled += got;
@@ -70,7 +70,6 @@ std::string ReadAll(InFile& file) {
         }
     }
     bytes.resize(filled);
-    return bytes;
 }
 
 /// A name that nothing in the folder has, unlike any name that is looked for in it.
@@ -138,10 +137,16 @@ std::vector<std::string> ListFiles(std::string_view folder) {
 }
 
 std::string ReadWhole(std::string_view path) {
+    std::string bytes;
+    ReadWhole(path, bytes);
+    return bytes;
+}
+
+void ReadWhole(std::string_view path, std::string& bytes) {
     const fs::path host = HostPath(path);
-    return Attempt("read", host, Wanted::File, [&] {
+    Attempt("read", host, Wanted::File, [&] {
         InFile file(host);
-        return ReadAll(file);
+        ReadAll(file, bytes);
     });
 }
 

@@ -45,6 +45,8 @@ std::string Join(std::string_view folder, std::string_view name);
 
 /// Whole contents as they stand.
 std::string ReadWhole(std::string_view path);
+/// The same into a text whose memory is used again, for reading many files.
+void ReadWhole(std::string_view path, std::string& bytes);
 std::uint64_t SizeOf(std::string_view path);
 
 /// Appends bytes, creating the file when it is missing.

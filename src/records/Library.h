@@ -84,6 +84,7 @@ class Library {
     void BackUp(const LoadRequest& request, const std::string& fileName) const;
     void Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
               std::size_t line, const FindingSink& findings);
+    std::string fileBytes; ///< of the file being read; kept from one to the next for its memory
     void NoteNewFile(const std::string& oldFile, const std::string& newFile);
 };
 

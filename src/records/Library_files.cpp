@@ -26,6 +26,7 @@ bool Library::Load(const LoadRequest& request) {
             ParseFile(request, paths[i]);
             Files.TryAdd(name, static_cast<std::int32_t>(i));
         }
+        fileBytes = {};
         Files.TryAdd(request.OwnFile, static_cast<std::int32_t>(paths.size()));
         return true;
     });
@@ -54,14 +55,14 @@ void Library::BackUp(const LoadRequest& request, const std::string& fileName) co
 void Library::ParseFile(const LoadRequest& request, const std::string& path) {
     const std::string name = velmora::Files::NameOf(path);
     Trap(Kind.Routine(Kind.ParseRoutine), {name}, [&] {
-        const std::string bytes = velmora::Files::ReadWhole(path);
-        if (request.Accept && !request.Accept(name, bytes))
+        velmora::Files::ReadWhole(path, fileBytes);
+        if (request.Accept && !request.Accept(name, fileBytes))
             return;
         BlockReader reader(Kind, name, request.Findings,
                            [&](std::unique_ptr<Record> record, std::size_t line) {
                                Take(std::move(record), path, name, line, request.Findings);
                            });
-        reader.Read(bytes);
+        reader.Read(fileBytes);
     });
 }
 
@@ -74,11 +75,10 @@ void Library::Take(std::unique_ptr<Record> record, const std::string& path, cons
         findings({Kind.Word, fileName, line, rule, std::move(text)});
     };
     const bool admitted = !Admit || Admit(*record, report);
-    const std::string& name = NameOf(*record);
-    if (Records.Exists(name))
+    const std::string name = NameOf(*record);
+    const bool added = admitted ? Records.TryAdd(name, std::move(record)) : !Records.Exists(name);
+    if (!added)
         report(Kind.DuplicateRule, std::string(Kind.DuplicateText) + name + ", File = " + fileName);
-    else if (admitted)
-        Records.TryAdd(name, std::move(record));
 }
 
 std::vector<std::string> Library::FilesToWrite() const {

@@ -25,19 +25,25 @@ void SplitQuoted(std::string_view line, std::size_t quote, KeyValue& parts) {
     parts.Value = parts.Value.substr(0, parts.Value.find('"'));
 }
 
-std::string_view NextPiece(std::string_view& rest) {
-    while (!rest.empty() && IsBlankOrTab(rest.front()))
-        rest.remove_prefix(1);
-    const std::size_t end = std::min(rest.find_first_of(" \t"), rest.size());
+/// Takes everything up to the next blank or tab off the front.
+std::string_view TakePiece(std::string_view& rest) {
+    std::size_t end = 0;
+    while (end < rest.size() && !IsBlankOrTab(rest[end]))
+        ++end;
     const std::string_view piece = rest.substr(0, end);
     rest.remove_prefix(end);
     return piece;
 }
 
+std::string_view NextPiece(std::string_view& rest) {
+    while (!rest.empty() && IsBlankOrTab(rest.front()))
+        rest.remove_prefix(1);
+    return TakePiece(rest);
+}
+
 void SplitUnquoted(std::string_view line, bool keepBlanks, std::string& scratch, KeyValue& parts) {
-    const std::size_t keyEnd = std::min(line.find_first_of(" \t"), line.size());
-    parts.Key = line.substr(0, keyEnd);
-    std::string_view rest = line.substr(keyEnd);
+    std::string_view rest = line;
+    parts.Key = TakePiece(rest);
     parts.Value = NextPiece(rest);
     std::string_view piece = NextPiece(rest);
     if (!keepBlanks && piece.empty())

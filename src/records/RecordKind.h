@@ -102,9 +102,10 @@ struct RecordKind {
     /// Set where the header holds a number before the name; takes that number.
     void (*SetHeaderNumber)(Record&, std::int32_t) = nullptr;
 
-    std::span<const Field> Fields;              ///< in file order, the name left out
-    Field Name;                                 ///< the member that the header names
-    std::int32_t& (*Number)(Record&) = nullptr; ///< 1-based position in the editor's order
+    std::span<const Field> Fields;                          ///< in file order, the name left out
+    Field Name;                                             ///< the member that the header names
+    const std::string& (*BlurbOf)(const Record&) = nullptr; ///< what a record is about, in its own words
+    std::int32_t& (*Number)(Record&) = nullptr;             ///< 1-based position in the editor's order
     std::unique_ptr<Record> (*Make)() = nullptr;
 
     [[nodiscard]] std::string Routine(std::string_view procedure) const {

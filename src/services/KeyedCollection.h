@@ -3,10 +3,12 @@
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -19,7 +21,7 @@ class KeyedCollection {
   public:
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
 
-    KeyedCollection() : index(0, Hash{this}, Equal{this}) {}
+    KeyedCollection() = default;
     KeyedCollection(const KeyedCollection&) = delete;
     KeyedCollection& operator=(const KeyedCollection&) = delete;
     ~KeyedCollection() = default;
@@ -34,18 +36,24 @@ class KeyedCollection {
 
     /// Adds at the end unless the key is taken; false (and `item` dropped) when it is.
     bool TryAdd(std::string key, Item item) {
-        if (Exists(key))
+        if (2 * (entries.size() + 1) > table.size())
+            Reindex(2 * table.size());
+        const std::uint32_t hash = HashOf(key);
+        Slot& slot = table[SlotOf(key, hash)];
+        if (slot.Position != FreeSlot)
             return false;
+        slot = {hash, static_cast<std::uint32_t>(entries.size())};
         entries.emplace_back(std::move(key), std::move(item));
-        index.insert(entries.size() - 1);
         return true;
     }
 
     [[nodiscard]] std::size_t IndexOf(std::string_view key) const {
-        const auto found = index.find(key);
-        return found == index.end() ? None : *found;
+        if (entries.empty())
+            return None;
+        const Slot& slot = table[SlotOf(key, HashOf(key))];
+        return slot.Position == FreeSlot ? None : slot.Position;
     }
-    [[nodiscard]] bool Exists(std::string_view key) const { return index.find(key) != index.end(); }
+    [[nodiscard]] bool Exists(std::string_view key) const { return IndexOf(key) != None; }
 
     /// The item of a key, nullptr when absent.
     [[nodiscard]] const Item* Find(std::string_view key) const {
@@ -79,16 +87,14 @@ class KeyedCollection {
     using Entry = std::pair<std::string, Item>;
     /// Empties the collection and hands out its entries in order.
     std::vector<Entry> TakeAll() {
-        index.clear();
+        table.clear();
         return std::exchange(entries, {});
     }
     /// Takes entries with unique keys in the order given, in place of the present ones.
     void Refill(std::vector<Entry> newEntries) {
-        index.clear();
+        table.clear();
         entries = std::move(newEntries);
-        index.reserve(entries.size());
-        for (std::size_t i = 0; i < entries.size(); ++i)
-            index.insert(i);
+        Reindex(2 * (entries.size() + 1));
     }
 
     auto begin() { return entries.begin(); }
@@ -97,26 +103,50 @@ class KeyedCollection {
     [[nodiscard]] auto end() const { return entries.end(); }
 
   private:
-    struct Hash {
-        using is_transparent = void;
-        const KeyedCollection* Owner;
-        std::size_t operator()(std::size_t at) const {
-            return CodePage::HashNoCase(Owner->entries[at].first);
-        }
-        std::size_t operator()(std::string_view key) const { return CodePage::HashNoCase(key); }
+    // Open addressing; the positions of the entries are found by the hash of their folded keys.
+    struct Slot {
+        std::uint32_t Hash;
+        std::uint32_t Position;
     };
-    struct Equal {
-        using is_transparent = void;
-        const KeyedCollection* Owner;
-        bool operator()(std::size_t left, std::size_t right) const { return left == right; }
-        bool operator()(std::string_view key, std::size_t at) const {
-            return CodePage::EqualNoCase(key, Owner->entries[at].first);
-        }
-        bool operator()(std::size_t at, std::string_view key) const { return (*this)(key, at); }
-    };
+    static constexpr std::uint32_t FreeSlot = 0xFFFFFFFF;
+
+    static std::uint32_t HashOf(std::string_view key) {
+        const std::uint64_t hash = CodePage::HashNoCase(key);
+        return static_cast<std::uint32_t>(hash ^ (hash >> 32));
+    }
+
+    /// The slot of a key, or the free one that it would take.
+    [[nodiscard]] std::size_t SlotOf(std::string_view key, std::uint32_t hash) const {
+        const std::size_t mask = table.size() - 1;
+        std::size_t at = hash & mask;
+        while (table[at].Position != FreeSlot &&
+               (table[at].Hash != hash || !CodePage::EqualNoCase(entries[table[at].Position].first, key)))
+            at = (at + 1) & mask;
+        return at;
+    }
+
+    void Reindex(std::size_t least) {
+        const auto old = std::exchange(
+            table, std::vector<Slot>(std::bit_ceil(std::max<std::size_t>(least, 16)), Slot{0, FreeSlot}));
+        const std::size_t mask = table.size() - 1;
+        const auto place = [&](std::uint32_t hash, std::uint32_t position) {
+            std::size_t at = hash & mask;
+            while (table[at].Position != FreeSlot)
+                at = (at + 1) & mask;
+            table[at] = {hash, position};
+        };
+        if (!old.empty())
+            for (const Slot& slot : old) {
+                if (slot.Position != FreeSlot)
+                    place(slot.Hash, slot.Position);
+            }
+        else
+            for (std::size_t i = 0; i < entries.size(); ++i)
+                place(HashOf(entries[i].first), static_cast<std::uint32_t>(i));
+    }
 
     std::vector<Entry> entries;
-    std::unordered_set<std::size_t, Hash, Equal> index;
+    std::vector<Slot> table;
 };
 
 } // namespace velmora

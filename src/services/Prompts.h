@@ -14,7 +14,7 @@ enum class Icon { None, Information, Exclamation, Critical };
 struct Question {
     std::string Text;
     bool DefaultNo = false;
-    std::string Details;
+    std::string Details = {};
 };
 
 /// A request for an existing file. `Folder` is where the picker starts; `Pattern` is like "*.pcx".

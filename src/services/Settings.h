@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Files.h"
+
 #include <array>
 #include <string>
 
@@ -21,8 +23,8 @@ struct SettingsRecord {
     /// Sets GamePath and the two directories below it.
     void SetGamePath(const std::string& path) {
         GamePath = path;
-        DataPath = GamePath + "Data\\";
-        UPIssuePath = DataPath + "UP_Issues\\";
+        DataPath = GamePath + "Data" + Files::Separator;
+        UPIssuePath = DataPath + "UP_Issues" + Files::Separator;
     }
 };
 
@@ -30,6 +32,14 @@ inline SettingsRecord Settings;
 
 /// The directory of the settings file, logs, backups and help texts, without trailing separator.
 inline std::string ProgramDirectory;
+
+/// Path of a file beside the program.
+inline std::string ProgramFile(const std::string& name) {
+    return Files::Join(ProgramDirectory, name);
+}
+
+/// Path of a help text: beside the settings, else beside the executable, else where packages install it.
+std::string HelpFile(const std::string& name);
 
 /// Characters that no file name may hold, in the order in which they are looked for.
 inline constexpr std::array<char, 9> IllegalFileChars{'\\', '/', ':', '*', '?', '"', '<', '>', '|'};
