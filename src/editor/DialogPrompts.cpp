@@ -1,0 +1,163 @@
+#include "editor/DialogPrompts.h"
+
+#include "editor/QtText.h"
+#include "editor/TextViewer.h"
+#include "platform/Files.h"
+#include "services/frmError.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QProgressDialog>
+
+namespace velmora {
+
+namespace {
+
+const QString ApplicationTitle = QStringLiteral("VelmoraWriter");
+
+QWidget* Owner() {
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal ? modal : QApplication::activeWindow();
+}
+
+QMessageBox::Icon BoxIcon(Icon icon) {
+    switch (icon) {
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// A message box whose text is shown as it is, wraps and can be selected.
+class Box : public QMessageBox {
+  public:
+    Box(const std::string& text, velmora::Icon icon, StandardButtons buttons)
+        : QMessageBox(BoxIcon(icon), ApplicationTitle, ToQt(text), buttons, Owner()) {
+        setTextFormat(Qt::PlainText);
+        setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+            label->setWordWrap(true);
+            label->setMinimumWidth(
+                qMin(label->fontMetrics().averageCharWidth() * 60,
+                     label->fontMetrics().boundingRect(QRect(0, 0, 9999, 9999), 0, ToQt(text)).width() + 4));
+        }
+    }
+};
+
+/// A progress dialog that appears only when the work takes longer than half a second.
+class DialogProgress : public Progress {
+  public:
+    explicit DialogProgress(const std::string& title) : heading(ToQt(title)) { clock.start(); }
+
+    void Working(const std::string& item, std::size_t done, std::size_t total) override {
+        if (clock.elapsed() < 500 || (dialog && sinceShown.elapsed() < 40))
+            return;
+        if (!dialog) {
+            dialog = std::make_unique<QProgressDialog>(Owner());
+            dialog->setObjectName(QStringLiteral("frmProgress"));
+            dialog->setWindowTitle(heading);
+            dialog->setWindowModality(Qt::ApplicationModal);
+            dialog->setWindowFlag(Qt::WindowCloseButtonHint, false);
+            dialog->setCancelButton(nullptr);
+            dialog->setMinimumDuration(0);
+            dialog->setMinimumWidth(dialog->fontMetrics().averageCharWidth() * 60);
+        }
+        dialog->setMaximum(static_cast<int>(total));
+        dialog->setLabelText(ToQt(item));
+        dialog->setValue(static_cast<int>(done));
+        dialog->show();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        sinceShown.start();
+    }
+
+  private:
+    QString heading;
+    QElapsedTimer clock;
+    QElapsedTimer sinceShown;
+    std::unique_ptr<QProgressDialog> dialog;
+};
+
+} // namespace
+
+void DialogPrompts::Message(const std::string& text, Icon icon) {
+    Box(text, icon, QMessageBox::Ok).exec();
+}
+
+bool DialogPrompts::MessageInSeries(const std::string& text, Icon icon) {
+    Box box(text, icon, QMessageBox::Ok);
+    auto* rest = new QCheckBox(QStringLiteral("Show the remaining messages as one list"));
+    rest->setObjectName(QStringLiteral("chkRestAsList"));
+    box.setCheckBox(rest);
+    box.exec();
+    return rest->isChecked();
+}
+
+void DialogPrompts::MessageList(const std::vector<std::string>& texts) {
+    QString all;
+    for (const std::string& text : texts)
+        all += ToQt(text) + QStringLiteral("\n\n");
+    TextViewer viewer(ApplicationTitle, all.trimmed(), Owner());
+    viewer.setObjectName(QStringLiteral("frmMessageList"));
+    viewer.exec();
+}
+
+bool DialogPrompts::Ask(const Question& question) {
+    Box box(question.Text, Icon::None, QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(question.DefaultNo ? QMessageBox::No : QMessageBox::Yes);
+    if (!question.Details.empty())
+        box.setDetailedText(ToQt(question.Details));
+    return box.exec() == QMessageBox::Yes;
+}
+
+std::string DialogPrompts::Input(const std::string& prompt) {
+    QInputDialog dialog(Owner());
+    dialog.setWindowTitle(ApplicationTitle);
+    dialog.setLabelText(ToQt(prompt));
+    dialog.setMinimumWidth(dialog.fontMetrics().averageCharWidth() * 60);
+    return dialog.exec() == QDialog::Accepted ? FromQt(dialog.textValue()) : std::string();
+}
+
+std::string DialogPrompts::PickFolder(const std::string& title) {
+    const QString folder =
+        QFileDialog::getExistingDirectory(Owner(), ToQt(title), QString(), QFileDialog::ShowDirsOnly);
+    if (folder.isEmpty())
+        return {};
+    const std::string path = PathFromQt(folder);
+    return path.ends_with(Files::Separator) || path.ends_with('/') ? path : path + Files::Separator;
+}
+
+std::string DialogPrompts::PickFile(const FileRequest& request) {
+    QFileDialog dialog(Owner(), ToQt(request.Title), PathToQt(request.Folder), ToQt(request.FilterText));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setDefaultSuffix(ToQt(request.Pattern).section(QLatin1Char('.'), -1));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return PathFromQt(dialog.selectedFiles().constFirst());
+}
+
+std::string DialogPrompts::ReportError(const ErrorDetails& error) {
+    frmError dialog(error, Owner());
+    dialog.exec();
+    return dialog.UserMessage();
+}
+
+void DialogPrompts::ShowTextFile(const std::string& path) {
+    TextViewer::ShowFile(path);
+}
+
+std::unique_ptr<Progress> DialogPrompts::StartProgress(const std::string& title) {
+    return std::make_unique<DialogProgress>(title);
+}
+
+} // namespace velmora

@@ -1,0 +1,90 @@
+// The editor's commands on files and on the order of records.
+#include "editor/ChoiceBox.h"
+#include "editor/EditorWindow.h"
+#include "editor/frmZoomTo.h"
+#include "services/Settings.h"
+#include "services/Trap.h"
+#include "services/modWriter.h"
+
+#include <QAction>
+
+namespace velmora {
+
+std::string EditorWindow::AskFileName(const std::string& prompt,
+                                      const std::function<std::string(const std::string&)>& refusal) {
+    const std::string answer = CodePage::ReplaceNoCase(gPrompts->Input(prompt), library.Kind.Extension, "");
+    if (answer.empty())
+        return {};
+    for (const char illegal : IllegalFileChars)
+        if (answer.find(illegal) != std::string::npos) {
+            gPrompts->Message(std::string("Your filename may not contain the character \"") + illegal + "\"",
+                              Icon::Information);
+            return {};
+        }
+    if (const std::string reason = refusal(answer); !reason.empty()) {
+        gPrompts->Message(reason);
+        return {};
+    }
+    return answer;
+}
+
+void EditorWindow::RenameThisFile() {
+    const std::string oldFile = FileBox()->Chosen();
+    const std::string answer = AskFileName("Rename the file " + oldFile + " to:\r\rThis change will affect " +
+                                               words.RenameScope + oldFile,
+                                           [this](const std::string& name) { return RenameRefusal(name); });
+    if (answer.empty())
+        return;
+    library.RenameFile(oldFile, answer + std::string(library.Kind.Extension));
+    PopulateForm(CurrentIndex());
+}
+
+void EditorWindow::MoveToNewFile() {
+    const std::string oldFile = FileBox()->Chosen();
+    const std::string answer = AskFileName("Please enter the new filename to use.",
+                                           [this](const std::string& name) { return MoveRefusal(name); });
+    if (answer.empty())
+        return;
+    library.MoveRecord(ShownRecord(), DataFolder(), oldFile, answer + words.MoveExtension);
+    PopulateForm(CurrentIndex());
+}
+
+void EditorWindow::WriteToFile() {
+    Trap(Routine("WriteToFile"), NoInputParms, [this] {
+        const std::vector<std::string> files = library.FilesToWrite();
+        if (files.empty())
+            return;
+        if (!gPrompts->Ask({words.WriteIntroduction + "\r\r" + Join(files, "\r") + "\r\rProceed?"}))
+            return;
+        for (const std::string& file : files)
+            library.WriteItDown(DataFolder(), file);
+        library.FilesLosingRecords.clear();
+        InitForm();
+    });
+}
+
+void EditorWindow::ReadAgain() {
+    const bool changed = library.AnyDirty() || !library.FilesLosingRecords.empty();
+    if (changed &&
+        !gPrompts->Ask({"Reading the files again discards all changes that have not been written.  "
+                        "Do you wish to continue?",
+                        true}))
+        return;
+    library.FilesLosingRecords.clear();
+    InitForm();
+}
+
+void EditorWindow::SortByMenu(std::int32_t mode) {
+    Action("mnuSortAlphabetically")->setChecked(mode != 0);
+    Action(SortByFileItem())->setChecked(mode == 0);
+    SortBy(mode);
+}
+
+void EditorWindow::Zoom(const std::string& title, std::int32_t mode) {
+    frmZoomTo dialog(library, this);
+    const std::int32_t position = dialog.ZoomTo(title, mode, ShownName());
+    if (position != -1 && static_cast<std::size_t>(position) != CurrentIndex())
+        PopulateForm(static_cast<std::size_t>(position));
+}
+
+} // namespace velmora

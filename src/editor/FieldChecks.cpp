@@ -1,0 +1,31 @@
+#include "editor/FieldChecks.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScopedValueRollback>
+
+namespace velmora {
+
+FieldChecks::FieldChecks(QWidget* checkedWindow) : QObject(checkedWindow), window(checkedWindow) {
+    connect(qApp, &QApplication::focusChanged, this, &FieldChecks::FocusChanged);
+}
+
+void FieldChecks::OnLeave(QWidget* field, std::function<bool()> check) {
+    checks.insert(field, std::move(check));
+}
+
+void FieldChecks::FocusChanged(QWidget* old, QWidget* now) {
+    if (checking || !old || !now || now->window() != window || !old->isEnabled())
+        return;
+    if (qobject_cast<QMenu*>(now) || qobject_cast<QMenuBar*>(now))
+        return;
+    const auto check = checks.constFind(old);
+    if (check == checks.constEnd())
+        return;
+    const QScopedValueRollback<bool> guard(checking, true);
+    if (!check.value()())
+        old->setFocus(Qt::OtherFocusReason);
+}
+
+} // namespace velmora

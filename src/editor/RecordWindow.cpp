@@ -1,0 +1,217 @@
+#include "editor/RecordWindow.h"
+
+#include "editor/QtText.h"
+#include "services/Settings.h"
+#include "services/Trap.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScopedValueRollback>
+
+namespace velmora {
+
+RecordWindow::RecordWindow(const RecordKind& recordKind, QWidget* parent)
+    : QMainWindow(parent), library(recordKind) {}
+
+void RecordWindow::AdoptForm(const char* detailsFrame, const std::vector<const char*>& menusOfRecords) {
+    details = Find<QWidget>(QString::fromLatin1(detailsFrame));
+    editStatus = Find<QLabel>(QStringLiteral("lblEditStatus"));
+    for (const char* menu : menusOfRecords)
+        recordMenus.push_back(Menu(menu));
+    for (QWidget* widget : findChildren<QWidget*>())
+        if (IsField(widget))
+            fields.push_back(widget);
+    OnClick("cmdBack", [this] { Navigate(-1); });
+    OnClick("cmdForward", [this] { Navigate(1); });
+    connect(Action("mnuExit"), &QAction::triggered, this, &QWidget::close);
+}
+
+bool RecordWindow::IsField(const QWidget* widget) {
+    if (qobject_cast<const QComboBox*>(widget->parentWidget()))
+        return false; // the inner parts of a combo box follow it
+    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget) ||
+           qobject_cast<const QRadioButton*>(widget) || qobject_cast<const QComboBox*>(widget) ||
+           qobject_cast<const QLabel*>(widget);
+}
+
+QAction* RecordWindow::Action(const char* name) const {
+    return Find<QAction>(QString::fromLatin1(name));
+}
+QMenu* RecordWindow::Menu(const char* name) const {
+    return Find<QMenu>(QString::fromLatin1(name));
+}
+
+void RecordWindow::RunCommand(const std::string& procedure, const std::function<void()>& body) {
+    const bool failed = !TrapEvent(Routine(procedure), NoInputParms, body);
+    if (failed && halfRead)
+        SetReadOnly();
+    UpdateMenus();
+}
+
+void RecordWindow::OnClick(const char* control, const std::function<void()>& body, const char* procedure) {
+    const std::string routine = procedure ? procedure : std::string(control) + "_Click";
+    const auto run = [this, routine, body] { RunCommand(routine, body); };
+    const QString name = QString::fromLatin1(control);
+    if (auto* action = findChild<QAction*>(name))
+        connect(action, &QAction::triggered, this, run);
+    else
+        connect(Find<QAbstractButton>(name), &QAbstractButton::clicked, this, run);
+}
+
+void RecordWindow::Open() {
+    currentIndex = 0;
+    ShowDetails(true);
+    show();
+    RunCommand("Form_Load", [this] {
+        LoadForm();
+        InitForm();
+    });
+}
+
+void RecordWindow::InitForm() {
+    Trap(Routine("InitForm"), NoInputParms, [this] {
+        const bool alphabetical = Settings.SortBy != "0";
+        Action("mnuSortAlphabetically")->setChecked(alphabetical);
+        Action(SortByFileItem())->setChecked(!alphabetical);
+        library.Clear();
+        halfRead = true;
+        BeginLoad();
+        Load();
+    });
+}
+
+void RecordWindow::Load() {
+    FindingMessages messages;
+    const auto progress = gPrompts->StartProgress(windowTitle().toStdString());
+    LoadRequest request = Request();
+    request.BackupFolder = Settings.BackupPath;
+    request.MakeBackups = true;
+    request.AutoBackup = Settings.AutoBackup;
+    request.Findings = [&](const Finding& finding) { messages.Show(finding); };
+    request.Reading = [&](const std::string& file, std::size_t done, std::size_t total) {
+        progress->Working(file, done, total);
+    };
+    const bool loaded = library.Load(request);
+    messages.Finish();
+    halfRead = false;
+    ShowDetails(loaded);
+    if (!loaded)
+        return;
+    EndLoad();
+    if (Settings.SortBy != "0" && !library.Records.Empty())
+        SortBy(1);
+    PopulateForm(0);
+    SetReadOnly();
+}
+
+void RecordWindow::ShowDetails(bool shown) {
+    details->setVisible(shown);
+    for (QMenu* menu : recordMenus)
+        menu->menuAction()->setEnabled(shown);
+}
+
+void RecordWindow::PopulateForm(std::size_t position) {
+    Trap(Routine("PopulateForm"), {std::to_string(position)}, [&] {
+        const bool empty = library.Records.Empty();
+        Record* record = empty ? nullptr : &library.At(position);
+        {
+            const QScopedValueRollback<bool> guard(populating, true);
+            ShowRecord(record);
+        }
+        const QString where =
+            record ? QStringLiteral("%1 of %2").arg(library.Kind.Number(*record)).arg(library.Records.Count())
+                   : QString();
+        Find<QLabel>(QStringLiteral("lblWhereWeAt"))->setText(where);
+        Find<QLabel>(QStringLiteral("lblStatus"))->setText(record ? ToQt(record->Status()) : QString());
+        currentIndex = empty ? 0 : position;
+        ShowHint(BrowsingText());
+    });
+}
+
+std::string RecordWindow::BrowsingText() const {
+    return halfRead ? "READ ONLY.  Not all files were read: nothing can be written until File, Read Files "
+                      "Again succeeds."
+                    : "READ ONLY";
+}
+
+void RecordWindow::ShowHint(const std::string& text) {
+    editStatus->setText(ToQt(text));
+}
+
+void RecordWindow::SetReadOnly() {
+    Trap(Routine("SetReadOnly"), NoInputParms, [this] {
+        browsing = true;
+        EnableFields(false);
+        EnableFrames(false);
+        for (const char* label : {"lblStatusCaption", "lblStatus", "lblWhereWeAt", "lblEditStatus"})
+            Find<QLabel>(QString::fromLatin1(label))->setEnabled(true);
+        EnableNavigation(!library.Records.Empty());
+        ShowHint(BrowsingText());
+    });
+}
+
+void RecordWindow::LeaveBrowsing(const std::string& statusText) {
+    browsing = false;
+    ShowHint(statusText);
+    EnableFields(true);
+    EnableFrames(true);
+    EnableNavigation(false);
+}
+
+void RecordWindow::EnableFields(bool enabled) {
+    for (QWidget* field : fields)
+        field->setEnabled(enabled);
+}
+
+void RecordWindow::EnableNavigation(bool enabled) {
+    for (const char* button : {"cmdBack", "cmdForward"})
+        Find<QPushButton>(QString::fromLatin1(button))->setEnabled(enabled);
+}
+
+void RecordWindow::SortBy(std::int32_t mode) {
+    Trap(Routine("SortBy"), {std::to_string(mode)}, [&] {
+        library.SortBy(mode);
+        PopulateForm(0);
+    });
+}
+
+void RecordWindow::Navigate(int step) {
+    const std::size_t count = library.Records.Count();
+    PopulateForm((currentIndex + count + static_cast<std::size_t>(step)) % count);
+}
+
+bool RecordWindow::MayClose() {
+    if (!browsing)
+        return gPrompts->Ask({"Do you wish to discard your changes and exit?"});
+    return !library.AnyDirty() || gPrompts->Ask({UnwrittenQuestion()});
+}
+
+void RecordWindow::closeEvent(QCloseEvent* event) {
+    if (!isVisible()) {
+        event->accept();
+        return;
+    }
+    try {
+        if (!MayClose()) {
+            event->ignore();
+            return;
+        }
+        library.Clear();
+        ReleaseRecords();
+    } catch (const std::exception&) {
+        // Closing never keeps the user from getting back to the main window.
+    }
+    browsing = true;
+    event->accept();
+    emit Closed();
+}
+
+} // namespace velmora

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "records/Library.h"
+
+#include <QMainWindow>
+#include <QString>
+#include <functional>
+#include <string>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QMenu;
+class QPushButton;
+
+namespace velmora {
+
+/// The name of an entry of a control array.
+inline QString Indexed(const char* name, std::size_t index) {
+    return QString::fromLatin1(name) + QLatin1Char('_') + QString::number(index);
+}
+
+/// A window that loads all records of one kind and shows them one at a time, read only. It is never deleted
+/// while the program runs: closing hides it, opening loads everything afresh.
+class RecordWindow : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    /// Shows the window and loads its library: the window's load event.
+    void Open();
+
+    [[nodiscard]] const Library& Records() const { return library; }
+    /// 0-based position of the record on show, 0 when there is none.
+    [[nodiscard]] std::size_t CurrentIndex() const { return currentIndex; }
+
+  signals:
+    void Closed();
+
+  protected:
+    explicit RecordWindow(const RecordKind& recordKind, QWidget* parent = nullptr);
+
+    /// To be called once the form is set up: finds the shared controls by their names. `detailsFrame` holds
+    /// the record's fields; `menusOfRecords` go off when the data directory is missing.
+    void AdoptForm(const char* detailsFrame, const std::vector<const char*>& menusOfRecords);
+
+    /// The window's load event beyond the library, such as its picture.
+    virtual void LoadForm() {}
+    /// Where the files are; the base adds what belongs to this opening.
+    [[nodiscard]] virtual LoadRequest Request() const = 0;
+    /// Called before and after the library is read.
+    virtual void BeginLoad() {}
+    virtual void EndLoad() {}
+    /// Puts a record into the form; nullptr empties it.
+    virtual void ShowRecord(Record* record) = 0;
+    /// Called when the window has closed, after the records are gone.
+    virtual void ReleaseRecords() {}
+    /// Question before closing with committed, unwritten records.
+    [[nodiscard]] virtual std::string UnwrittenQuestion() const = 0;
+
+    /// The menu item's name; one editor spells it its own way.
+    [[nodiscard]] virtual const char* SortByFileItem() const { return "mnuSortByFileName"; }
+
+    void InitForm();
+    void PopulateForm(std::size_t position);
+    void SetReadOnly();
+    void SortBy(std::int32_t mode);
+    void ShowHint(const std::string& text);
+    [[nodiscard]] bool Browsing() const { return browsing; }
+    /// Enters editing or adding mode.
+    void LeaveBrowsing(const std::string& statusText);
+    /// Text boxes, option buttons, combo boxes and labels.
+    void EnableFields(bool enabled);
+    virtual void EnableFrames(bool) {}
+    void EnableNavigation(bool enabled);
+    /// Menu items follow the state; called whenever it may have changed.
+    virtual void UpdateMenus() {}
+
+    /// Runs a command as an event routine of this window.
+    void RunCommand(const std::string& procedure, const std::function<void()>& body);
+    /// Connects a menu item or button to a command; the routine is the control's name + "_Click".
+    void OnClick(const char* control, const std::function<void()>& body, const char* procedure = nullptr);
+
+    [[nodiscard]] std::string Routine(const std::string& procedure) const {
+        return library.Kind.Routine(procedure);
+    }
+    [[nodiscard]] QAction* Action(const char* name) const;
+    [[nodiscard]] QMenu* Menu(const char* name) const;
+    template <class Control>
+    [[nodiscard]] Control* Find(const QString& name) const {
+        auto* control = findChild<Control*>(name);
+        if (!control)
+            qFatal("%s lacks %s", qPrintable(objectName()), qPrintable(name));
+        return control;
+    }
+
+    void closeEvent(QCloseEvent* event) override;
+
+    Library library;
+    /// Set when the last load did not run to its end: what was never read must not be written over.
+    bool halfRead = false;
+
+    /// True while a record is put into the form: what the boxes then tell is not the user's doing.
+    bool populating = false;
+
+  private:
+    bool MayClose();
+    void Load();
+    void ShowDetails(bool shown);
+    /// What the edit-status line reads while browsing.
+    [[nodiscard]] std::string BrowsingText() const;
+    void Navigate(int step);
+    static bool IsField(const QWidget* widget);
+
+    std::size_t currentIndex = 0;
+    bool browsing = true;
+    std::vector<QWidget*> fields;
+    std::vector<QMenu*> recordMenus;
+    QWidget* details = nullptr;
+    QLabel* editStatus = nullptr;
+};
+
+} // namespace velmora

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+namespace velmora {
+
+/// A read-only window for a longer text, which can be selected and copied.
+class TextViewer : public QDialog {
+    Q_OBJECT
+
+  public:
+    TextViewer(const QString& title, const QString& text, QWidget* parent = nullptr);
+
+    /// Opens a text file in the host's text viewer; where none can be started, in a window of our own.
+    static void ShowFile(const std::string& path);
+};
+
+} // namespace velmora

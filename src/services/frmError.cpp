@@ -1,0 +1,69 @@
+#include "services/frmError.h"
+
+#include "platform/CodePage.h"
+#include "ui_frmError.h"
+
+#include <QScreen>
+
+namespace velmora {
+
+namespace {
+
+QString ToQt(const std::string& text) {
+    return QString::fromStdString(CodePage::ToUtf8(text));
+}
+
+} // namespace
+
+frmError::frmError(const ErrorDetails& error, QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui::frmError>()) {
+    ui->setupUi(this);
+    ui->lblStatus->setText(
+        error.CollectUserInput
+            ? QStringLiteral(
+                  "An unexpected error has occured in this application.  Please note what you were doing "
+                  "just prior to this error. I apologize for any inconvenience this error may cause.  "
+                  "Thank you.")
+            : QStringLiteral("An unexpected error has occured in this application.  I apologize for any "
+                             "inconvenience this error may cause.  Thank you."));
+    ui->txtUserMessage->setVisible(error.CollectUserInput);
+    ui->cmdDetails->setVisible(error.OfferDetails);
+    ui->lblErrNum->setText(QString::number(error.Number));
+    ui->lblErrLine->setText(QString::number(error.Line));
+    ui->lblErrDescription->setText(ToQt(error.Description));
+    ui->lblErrSource->setText(ToQt(error.Source));
+    ui->lblNow->setText(ToQt(error.Time));
+    ui->lblCallStack->setText(ToQt(error.CallStack).remove(QLatin1Char('\r')).trimmed());
+    ui->lblPassedParameters->setText(ToQt(error.Parameters));
+    ShowDetails(false);
+    connect(ui->cmdClose, &QPushButton::clicked, this, &QWidget::hide);
+    connect(ui->cmdDetails, &QPushButton::clicked, this, [this] { ToggleDetails(); });
+}
+
+frmError::~frmError() = default;
+
+std::string frmError::UserMessage() const {
+    return CodePage::FromUtf8Lossy(ui->txtUserMessage->toPlainText().toStdString());
+}
+
+void frmError::ToggleDetails() {
+    const bool shown = ui->cmdDetails->text() == QLatin1String("&Details >>");
+    ui->cmdDetails->setText(shown ? QStringLiteral("No &Details") : QStringLiteral("&Details >>"));
+    ShowDetails(shown);
+    if (ui->txtUserMessage->isVisible())
+        ui->txtUserMessage->setFocus(Qt::OtherFocusReason);
+    HoldOnScreen();
+}
+
+void frmError::ShowDetails(bool shown) {
+    ui->fraDetails->setVisible(shown);
+    adjustSize();
+}
+
+void frmError::HoldOnScreen() {
+    const int limit = qRound(screen()->geometry().height() * 0.96);
+    if (y() + height() >= limit)
+        move(x(), limit - height());
+}
+
+} // namespace velmora
