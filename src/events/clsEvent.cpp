@@ -56,6 +56,7 @@ RecordKind MakeEventKind() {
     kind.DuplicateRule = "duplicate-event";
     kind.Fields = EventFields;
     kind.Name = TextField<&E::EventName>("EVENT", 1, false, "EventName");
+    kind.BlurbOf = TextField<&E::Description>("Description").TextOf;
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
     kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<E>(); };
     return kind;

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "services/clsError.h"
+#include "services/clsINI.h"
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmWriter;
+}
+
+namespace velmora {
+
+class RecordWindow;
+
+/// The main window and start-up object: brings the shared services into being and opens one editor at a time.
+class frmWriter : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    explicit frmWriter(QWidget* parent = nullptr);
+    ~frmWriter() override;
+
+    /// The window's load event: settings, error handler, catalogues, backup folder. A first start, or
+    /// settings without a path or an event file, leads through the options dialog.
+    void Load();
+
+    /// Opens an editor by its name: "events", "upissues" or "sbmodules". False for any other.
+    bool OpenEditor(const QString& name);
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void ConfigureErrorHandler();
+    void ReadSettings();
+    /// A key's value without NUL padding; an empty one is written back with its default.
+    std::string Setting(const char* key, const std::string& whenEmpty);
+    void UseWholePath();
+    void ConfirmOptions();
+    template <class Window>
+    void Show(std::unique_ptr<Window>& window);
+    void BackupDataDirectory();
+    void CopyDataDirectory(const std::string& source, const std::string& target);
+
+    std::unique_ptr<Ui::frmWriter> ui;
+    clsINI iniAccessor;
+    clsError errorHandler;
+    // Editors live as long as the program: some of their state outlasts their closing.
+    std::unique_ptr<class frmEvents> events;
+    std::unique_ptr<class frmUPIssues> upIssues;
+    std::unique_ptr<class frmSBModules> sbModules;
+};
+
+} // namespace velmora

@@ -1,0 +1,56 @@
+#include "editor/DialogPrompts.h"
+#include "editor/QtText.h"
+#include "platform/Files.h"
+#include "platform/Process.h"
+#include "services/Settings.h"
+#include "shell/frmWriter.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+namespace {
+
+/// Where settings, logs and backups live: the directory asked for, the executable's, or, where that cannot be
+/// written to, the user's own.
+std::string HomeDirectory(const QString& asked) {
+    using namespace velmora;
+    if (!asked.isEmpty())
+        return PathFromQt(asked);
+    const std::string beside = PathFromQt(QCoreApplication::applicationDirPath());
+    return Files::FolderWritable(beside) ? beside : Process::UserDataFolder();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("VelmoraWriter"));
+    QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
+    // Editors come and go while the main window is hidden.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    QCommandLineParser options;
+    options.setApplicationDescription(QStringLiteral("Editor for the content files of the game Velmora"));
+    options.addHelpOption();
+    options.addVersionOption();
+    options.addOption({QStringLiteral("edit"),
+                       QStringLiteral("Opens an editor at once: events, upissues or sbmodules."),
+                       QStringLiteral("editor")});
+    options.addOption({QStringLiteral("home"),
+                       QStringLiteral("Directory of settings, logs, backups and help texts."),
+                       QStringLiteral("directory")});
+    options.process(application);
+
+    velmora::DialogPrompts prompts;
+    velmora::gPrompts = &prompts;
+    velmora::ProgramDirectory = HomeDirectory(options.value(QStringLiteral("home")));
+    velmora::Files::CreateFolder(velmora::ProgramDirectory);
+
+    velmora::frmWriter writer;
+    writer.Load();
+    if (!options.isSet(QStringLiteral("edit")))
+        writer.show();
+    else if (!writer.OpenEditor(options.value(QStringLiteral("edit"))))
+        options.showHelp(2);
+    return QApplication::exec();
+}
