@@ -28,9 +28,9 @@ void EditorWindow::AdoptEditor() {
     checks = new FieldChecks(this);
     AdoptCommands();
     for (auto* box : findChildren<LineBox*>())
-        connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(FromQt(hint)); });
+        connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
     for (auto* box : findChildren<TextBox*>())
-        connect(box, &TextBox::Refused, this, [this](const QString& hint) { ShowHint(FromQt(hint)); });
+        connect(box, &TextBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
     for (const char* menu : {"mnuFile", "mnuEdit", "mnuZoom"})
         connect(Menu(menu), &QMenu::aboutToShow, this,
                 [this, menu] { RunCommand(std::string(menu) + "_Click", [] {}); });

@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopedValueRollback>
+#include <QScreen>
 
 namespace velmora {
 
@@ -69,6 +70,7 @@ void RecordWindow::OnClick(const char* control, const std::function<void()>& bod
 void RecordWindow::Open() {
     currentIndex = 0;
     ShowDetails(true);
+    resize(size().boundedTo(screen()->availableSize()));
     show();
     RunCommand("Form_Load", [this] {
         LoadForm();
@@ -143,7 +145,11 @@ std::string RecordWindow::BrowsingText() const {
 }
 
 void RecordWindow::ShowHint(const std::string& text) {
-    editStatus->setText(ToQt(text));
+    ShowHint(ToQt(text));
+}
+
+void RecordWindow::ShowHint(const QString& text) {
+    editStatus->setText(text);
 }
 
 void RecordWindow::SetReadOnly() {
@@ -185,6 +191,8 @@ void RecordWindow::SortBy(std::int32_t mode) {
 
 void RecordWindow::Navigate(int step) {
     const std::size_t count = library.Records.Count();
+    if (count == 0)
+        return;
     PopulateForm((currentIndex + count + static_cast<std::size_t>(step)) % count);
 }
 

@@ -65,6 +65,7 @@ class RecordWindow : public QMainWindow {
     void SetReadOnly();
     void SortBy(std::int32_t mode);
     void ShowHint(const std::string& text);
+    void ShowHint(const QString& text);
     [[nodiscard]] bool Browsing() const { return browsing; }
     /// Enters editing or adding mode.
     void LeaveBrowsing(const std::string& statusText);
