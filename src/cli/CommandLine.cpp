@@ -198,6 +198,7 @@ int RunVelwriter(std::vector<std::string> arguments, std::ostream& out, std::ost
     app.footer(Examples);
     app.set_version_flag("--version", "velwriter " VELMORA_VERSION);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false); // "/games" is a path on every host
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
         return std::string("velwriter: ") + error.what() + "\nRun velwriter --help for more information.\n";
     });
