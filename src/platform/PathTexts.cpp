@@ -50,7 +50,9 @@ namespace velmora::Files {
 std::string PathText(const std::filesystem::path& path) {
     std::string text;
     for (const auto& component : path) {
-        const bool separated = text.empty() || text.back() == Separator || component.has_root_directory();
+        // A root keeps the separator it was written with; a second one beside it would start a network path.
+        const bool separated =
+            text.empty() || text.back() == Separator || text.back() == '/' || component.has_root_directory();
         if (!separated) {
             text += Separator;
         }
