@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -32,6 +33,7 @@ void RecordWindow::AdoptForm(const char* detailsFrame, const std::vector<const c
             fields.push_back(widget);
     OnClick("cmdBack", [this] { Navigate(-1); });
     OnClick("cmdForward", [this] { Navigate(1); });
+    KeepDisabledTextLegible();
     connect(Action("mnuExit"), &QAction::triggered, this, &QWidget::close);
 }
 
@@ -200,6 +202,28 @@ bool RecordWindow::MayClose() {
     if (!browsing)
         return gPrompts->Ask({"Do you wish to discard your changes and exit?"});
     return !library.AnyDirty() || gPrompts->Ask({UnwrittenQuestion()});
+}
+
+void RecordWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange && details)
+        KeepDisabledTextLegible();
+}
+
+void RecordWindow::KeepDisabledTextLegible() {
+    const QPalette usual = QGuiApplication::palette();
+    const QColor text = usual.color(QPalette::Active, QPalette::WindowText);
+    const QColor ground = usual.color(QPalette::Active, QPalette::Window);
+    const auto mix = [](int of, int with) { return (7 * of + 3 * with) / 10; };
+    const QColor legible(mix(text.red(), ground.red()), mix(text.green(), ground.green()),
+                         mix(text.blue(), ground.blue()));
+    QPalette palette;
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, legible);
+    palette.setColor(QPalette::Disabled, QPalette::Text, legible);
+    details->setPalette(palette);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, legible);
+    for (auto* box : details->findChildren<QComboBox*>())
+        box->setPalette(palette);
 }
 
 void RecordWindow::closeEvent(QCloseEvent* event) {

@@ -95,6 +95,7 @@ class RecordWindow : public QMainWindow {
     }
 
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
     Library library;
     /// Set when the last load did not run to its end: what was never read must not be written over.
@@ -110,6 +111,8 @@ class RecordWindow : public QMainWindow {
     /// What the edit-status line reads while browsing.
     [[nodiscard]] std::string BrowsingText() const;
     void Navigate(int step);
+    /// A record is mostly read while its fields are disabled: their text stays easy to read.
+    void KeepDisabledTextLegible();
     static bool IsField(const QWidget* widget);
 
     std::size_t currentIndex = 0;
