@@ -7,7 +7,10 @@ endforeach()
 foreach(name libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}.dll
     OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-  list(APPEND windows_libraries ${file})
+  # Debian's come with 20 MB of debug information.
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/runtime)
+  execute_process(COMMAND ${CMAKE_STRIP} -o ${CMAKE_BINARY_DIR}/runtime/${name}.dll ${file} COMMAND_ERROR_IS_FATAL ANY)
+  list(APPEND windows_libraries ${CMAKE_BINARY_DIR}/runtime/${name}.dll)
 endforeach()
 set(windows_platforms ${QT6_INSTALL_PREFIX}/plugins/platforms/qwindows.dll)
 set(windows_styles ${QT6_INSTALL_PREFIX}/plugins/styles/qwindowsvistastyle.dll)
