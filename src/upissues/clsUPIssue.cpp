@@ -62,6 +62,7 @@ RecordKind MakeUPIssueKind() {
     kind.EmptyLineAfterHeader = true;
     kind.Fields = UPIssueFields;
     kind.Name = TextField<&U::UPIssueName>("UPISSUE", 1, false, "UPIssueName");
+    kind.BlurbOf = TextField<&U::Question>("Question").TextOf;
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<U&>(record).UPIssueNumber; };
     kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<U>(); };
     return kind;

@@ -2,30 +2,38 @@
 
 #include "ScriptedPrompts.h"
 #include "TempFolder.h"
-#include "editor/ChoiceBox.h"
-#include "editor/LineBox.h"
-#include "editor/QtText.h"
+#include "editor/FormDriver.h"
 #include "editor/RecordWindow.h"
-#include "editor/TextBox.h"
 #include "services/Catalogues.h"
 #include "services/Settings.h"
 #include "services/clsError.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QLabel>
 #include <QMenu>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace velmora {
 
-/// A game directory, settings and scripted prompts around one real window, driven by its controls' names.
-class WindowTest : public ::testing::Test {
+/// Prompts that break: whatever is asked or told fails, only errors are reported.
+class BrokenPrompts : public ScriptedPrompts {
+  public:
+    void Message(const std::string&, Icon) override { Break(); }
+    bool Ask(const Question&) override { return Break(), false; }
+    std::string Input(const std::string&) override { return Break(), ""; }
+    std::string PickFile(const FileRequest&) override { return Break(), ""; }
+    void ShowTextFile(const std::string&) override { Break(); }
+
+  private:
+    static void Break() { throw std::runtime_error("broken"); }
+};
+
+/// A game directory, settings and scripted prompts around one real window.
+class WindowTest : public ::testing::Test, protected FormDriver {
   protected:
     WindowTest() {
         BuildCatalogues();
@@ -58,52 +66,26 @@ class WindowTest : public ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
 
-    template <class Control>
-    Control* Get(const char* name) {
-        auto* control = window->findChild<Control*>(QString::fromLatin1(name));
-        EXPECT_TRUE(control) << name;
-        return control;
-    }
-    std::string Text(const char* name) {
-        auto* control = window->findChild<QWidget*>(QString::fromLatin1(name));
-        if (auto* line = qobject_cast<LineBox*>(control))
-            return line->Bytes();
-        if (auto* text = qobject_cast<TextBox*>(control))
-            return text->Bytes();
-        if (auto* choice = qobject_cast<ChoiceBox*>(control))
-            return choice->Chosen();
-        if (auto* label = qobject_cast<QLabel*>(control))
-            return FromQt(label->text());
-        ADD_FAILURE() << "no text in " << name;
-        return {};
-    }
-    bool Enabled(const char* name) {
-        if (auto* action = window->findChild<QAction*>(QString::fromLatin1(name)))
-            return action->isEnabled();
-        return Get<QWidget>(name)->isEnabled();
-    }
+    QWidget& Form() override { return *window; }
 
-    /// Picks a menu item as a user does: the item must be enabled.
-    void Pick(const char* item) {
-        auto* action = Get<QAction>(item);
-        ASSERT_TRUE(action->isEnabled()) << item;
-        action->trigger();
-    }
-    void Click(const char* button) { QTest::mouseClick(Get<QAbstractButton>(button), Qt::LeftButton); }
-    /// Replaces a box's text by typing.
-    void Type(const char* box, const QString& text) {
-        auto* control = Get<QWidget>(box);
-        control->setFocus(Qt::TabFocusReason);
-        ASSERT_TRUE(control->hasFocus()) << box;
-        QTest::keySequence(control, QKeySequence::SelectAll);
-        QTest::keyClick(control, Qt::Key_Delete);
-        QTest::keyClicks(control, text);
-    }
-    void Choose(const char* box, const std::string& entry) {
-        auto* choice = Get<ChoiceBox>(box);
-        const int at = choice->findText(ToQt(entry));
-        ASSERT_GE(at, 0) << entry;
-        choice->setCurrentIndex(at);
+    /// A control that fails once nothing can be asked, and the routines that its failure passes through.
+    struct Road {
+        std::string Control;
+        std::vector<std::string> Routines;
+    };
+    void ExpectFailureRoads(const std::vector<Road>& roads) {
+        for (const Road& road : roads) {
+            BrokenPrompts broken;
+            if (window->findChild<QAction*>(QString::fromStdString(road.Control)))
+                Pick(road.Control);
+            else
+                Click(road.Control);
+            EXPECT_EQ(broken.Errors.size(), 1u) << road.Control;
+            std::vector<std::string> expected;
+            for (const std::string& routine : road.Routines)
+                expected.push_back(window->Records().Kind.Routine(routine));
+            EXPECT_EQ(handler.LastCallStack(), expected) << road.Control;
+        }
     }
 
     TempFolder temp;

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "editor/ChoiceBox.h"
+#include "editor/LineBox.h"
+#include "editor/QtText.h"
+#include "editor/TextBox.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QLabel>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+/// Drives a window by the names of its controls, as a user does.
+class FormDriver {
+  public:
+    virtual ~FormDriver() = default;
+
+    template <class Control>
+    Control* Get(const std::string& name) {
+        auto* control = Form().findChild<Control*>(QString::fromStdString(name));
+        EXPECT_TRUE(control) << name;
+        return control;
+    }
+    std::string Text(const std::string& name) {
+        auto* control = Get<QWidget>(name);
+        if (auto* line = qobject_cast<LineBox*>(control))
+            return line->Bytes();
+        if (auto* text = qobject_cast<TextBox*>(control))
+            return text->Bytes();
+        if (auto* choice = qobject_cast<ChoiceBox*>(control))
+            return choice->Chosen();
+        if (auto* label = qobject_cast<QLabel*>(control))
+            return FromQt(label->text());
+        ADD_FAILURE() << "no text in " << name;
+        return {};
+    }
+    bool Enabled(const std::string& name) {
+        if (auto* action = Form().findChild<QAction*>(QString::fromStdString(name)))
+            return action->isEnabled();
+        return Get<QWidget>(name)->isEnabled();
+    }
+    /// Which of some option buttons, check boxes or menu items are ticked.
+    std::string Ticked(std::initializer_list<const char*> names) {
+        std::string ticked;
+        for (const char* name : names) {
+            auto* action = Form().findChild<QAction*>(QString::fromLatin1(name));
+            if (action ? action->isChecked() : Get<QAbstractButton>(name)->isChecked())
+                ticked += ticked.empty() ? name : std::string(" and ") + name;
+        }
+        return ticked;
+    }
+    std::vector<std::string> Entries(const std::string& box) {
+        std::vector<std::string> entries;
+        auto* choice = Get<ChoiceBox>(box);
+        for (int i = 0; i < choice->count(); ++i)
+            entries.push_back(FromQt(choice->itemText(i)));
+        return entries;
+    }
+
+    /// Picks a menu item: it must be enabled.
+    void Pick(const std::string& item) {
+        auto* action = Get<QAction>(item);
+        ASSERT_TRUE(action->isEnabled()) << item;
+        action->trigger();
+    }
+    /// Clicks a button, which takes the focus first.
+    void Click(const std::string& name) {
+        auto* button = Get<QAbstractButton>(name);
+        ASSERT_TRUE(button->isVisible()) << name;
+        button->setFocus(Qt::MouseFocusReason);
+        button->click();
+    }
+    /// Moves the focus to a control.
+    void Enter(const std::string& control) {
+        Get<QWidget>(control)->setFocus(Qt::TabFocusReason);
+        ASSERT_TRUE(Get<QWidget>(control)->hasFocus()) << control;
+    }
+    /// Replaces a box's text by typing.
+    void Type(const std::string& box, const QString& text) {
+        Enter(box);
+        auto* control = Get<QWidget>(box);
+        QTest::keySequence(control, QKeySequence::SelectAll);
+        QTest::keyClick(control, Qt::Key_Delete);
+        QTest::keyClicks(control, text);
+    }
+    void Choose(const std::string& box, const std::string& entry) {
+        auto* choice = Get<ChoiceBox>(box);
+        const int at = choice->findText(ToQt(entry));
+        ASSERT_GE(at, 0) << entry;
+        choice->setCurrentIndex(at);
+    }
+
+  protected:
+    virtual QWidget& Form() = 0;
+};
+
+} // namespace velmora
