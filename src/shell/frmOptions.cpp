@@ -25,7 +25,10 @@ frmOptions::frmOptions(clsINI& iniAccessor, QWidget* parent)
             StripIllegalFileChars(box);
             return true;
         });
-    connect(ui->cmdDone, &QPushButton::clicked, this, &QWidget::close);
+    connect(ui->cmdDone, &QPushButton::clicked, this, [this] {
+        ui->cmdDone->setFocus(Qt::OtherFocusReason); // Enter presses it from a box, which is left then
+        close();
+    });
     connect(ui->cmdBrowse, &QPushButton::clicked, this,
             [this] { TrapEvent("frmOptions_cmdBrowse_Click", NoInputParms, [this] { Browse(); }); });
 }
@@ -95,10 +98,8 @@ void frmOptions::Browse() {
 }
 
 void frmOptions::closeEvent(QCloseEvent* event) {
-    if (!isVisible() || Close())
-        QDialog::closeEvent(event);
-    else
-        event->ignore();
+    // The base would reject the dialog, which asks for its closing again.
+    event->setAccepted(!isVisible() || Close());
 }
 
 bool frmOptions::Close() {

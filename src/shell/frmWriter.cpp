@@ -67,24 +67,27 @@ void frmWriter::ConfigureErrorHandler() {
     errorHandler.Unattended = false;
 }
 
-std::string frmWriter::Setting(const char* key, const std::string& whenEmpty) {
-    std::string value = ReplaceAll(iniAccessor.GetINIValue("Setup", key, 64), std::string(1, '\0'), "");
-    if (value.empty() && !whenEmpty.empty())
-        iniAccessor.PutINIValue("Setup", key, value = whenEmpty);
-    return value;
+std::string frmWriter::Setting(const char* key) {
+    return ReplaceAll(iniAccessor.GetINIValue("Setup", key, 64), std::string(1, '\0'), "");
+}
+
+std::string frmWriter::Setting(const char* key, const std::string& whenEmpty, const std::string& written) {
+    const std::string value = Setting(key);
+    if (!value.empty())
+        return value;
+    iniAccessor.PutINIValue("Setup", key, written);
+    return whenEmpty;
 }
 
 void frmWriter::ReadSettings() {
-    Settings.SetGamePath(Setting("Path", ""));
+    Settings.SetGamePath(Setting("Path"));
     UseWholePath();
-    const std::string eventFile = Setting("Event File", "");
+    const std::string eventFile = Setting("Event File");
     Settings.EventFile = eventFile + ".event";
-    Settings.UPIssueFile = Setting("UP Issue File", "MyUpIssues") + ".upissue";
-    if (CodePage::EqualNoCase(Settings.UPIssueFile, "MyUPIssues.upissue"))
-        Settings.UPIssueFile = "MyUPIssues.upissue";
-    Settings.AutoBackup = CodePage::EqualNoCase(Setting("AutoBackup", "TRUE"), "TRUE");
-    Settings.SortBy = Setting("SortBy", "0");
-    Settings.SBModuleFile = Setting("SB Module File", "MySBModules") + ".SBModule";
+    Settings.UPIssueFile = Setting("UP Issue File", "MyUPIssues", "MyUpIssues") + ".upissue";
+    Settings.AutoBackup = CodePage::EqualNoCase(Setting("AutoBackup", "TRUE", "TRUE"), "TRUE");
+    Settings.SortBy = Setting("SortBy", "0", "0");
+    Settings.SBModuleFile = Setting("SB Module File", "MySBModules", "MySBModules") + ".SBModule";
     if (Settings.GamePath.empty() || eventFile.empty())
         ConfirmOptions();
 }

@@ -36,8 +36,10 @@ class frmWriter : public QMainWindow {
   private:
     void ConfigureErrorHandler();
     void ReadSettings();
-    /// A key's value without NUL padding; an empty one is written back with its default.
-    std::string Setting(const char* key, const std::string& whenEmpty);
+    /// A key's value without NUL padding.
+    std::string Setting(const char* key);
+    /// The same with a default; `written` is then put into the file.
+    std::string Setting(const char* key, const std::string& whenEmpty, const std::string& written);
     void UseWholePath();
     void ConfirmOptions();
     template <class Window>
