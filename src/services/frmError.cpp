@@ -3,11 +3,18 @@
 #include "platform/CodePage.h"
 #include "ui_frmError.h"
 
+#include <QLayout>
 #include <QScreen>
 
 namespace velmora {
 
 namespace {
+
+/// Heights in twips, of which an inch has 1440: whatever the screen's resolution, as much is seen.
+constexpr int CollapsedHeight = 2710;
+constexpr int CollapsedHeightWithoutNote = 1650;
+constexpr int ExpandedHeight = 5985;
+constexpr int TwipsOfInch = 1440;
 
 QString ToQt(const std::string& text) {
     return QString::fromStdString(CodePage::ToUtf8(text));
@@ -57,13 +64,17 @@ void frmError::ToggleDetails() {
 
 void frmError::ShowDetails(bool shown) {
     ui->fraDetails->setVisible(shown);
-    adjustSize();
+    const int collapsed = ui->txtUserMessage->isHidden() ? CollapsedHeightWithoutNote : CollapsedHeight;
+    const int wanted = (shown ? ExpandedHeight : collapsed) * logicalDpiY() / TwipsOfInch;
+    layout()->activate();
+    resize(width(), qMax(wanted, layout()->totalMinimumHeightForWidth(width())));
 }
 
 void frmError::HoldOnScreen() {
-    const int limit = qRound(screen()->geometry().height() * 0.96);
-    if (y() + height() >= limit)
-        move(x(), limit - height());
+    const QRect room = screen()->geometry();
+    const int limit = room.top() + qRound(room.height() * 0.96);
+    if (frameGeometry().top() + frameGeometry().height() >= limit)
+        move(x(), limit - frameGeometry().height());
 }
 
 } // namespace velmora
