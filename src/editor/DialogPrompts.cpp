@@ -43,14 +43,14 @@ QMessageBox::Icon BoxIcon(Icon icon) {
 class Box : public QMessageBox {
   public:
     Box(const std::string& text, velmora::Icon icon, StandardButtons buttons)
-        : QMessageBox(BoxIcon(icon), ApplicationTitle, ToQt(text), buttons, Owner()) {
+        : QMessageBox(BoxIcon(icon), ApplicationTitle, LinesToQt(text), buttons, Owner()) {
         setTextFormat(Qt::PlainText);
         setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
             label->setWordWrap(true);
-            label->setMinimumWidth(
-                qMin(label->fontMetrics().averageCharWidth() * 60,
-                     label->fontMetrics().boundingRect(QRect(0, 0, 9999, 9999), 0, ToQt(text)).width() + 4));
+            label->setMinimumWidth(qMin(
+                label->fontMetrics().averageCharWidth() * 60,
+                label->fontMetrics().boundingRect(QRect(0, 0, 9999, 9999), 0, label->text()).width() + 4));
         }
     }
 };
@@ -106,7 +106,7 @@ bool DialogPrompts::MessageInSeries(const std::string& text, Icon icon) {
 void DialogPrompts::MessageList(const std::vector<std::string>& texts) {
     QString all;
     for (const std::string& text : texts)
-        all += ToQt(text) + QStringLiteral("\n\n");
+        all += LinesToQt(text) + QStringLiteral("\n\n");
     TextViewer viewer(ApplicationTitle, all.trimmed(), Owner());
     viewer.setObjectName(QStringLiteral("frmMessageList"));
     viewer.exec();
@@ -116,14 +116,14 @@ bool DialogPrompts::Ask(const Question& question) {
     Box box(question.Text, Icon::None, QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(question.DefaultNo ? QMessageBox::No : QMessageBox::Yes);
     if (!question.Details.empty())
-        box.setDetailedText(ToQt(question.Details));
+        box.setDetailedText(LinesToQt(question.Details));
     return box.exec() == QMessageBox::Yes;
 }
 
 std::string DialogPrompts::Input(const std::string& prompt) {
     QInputDialog dialog(Owner());
     dialog.setWindowTitle(ApplicationTitle);
-    dialog.setLabelText(ToQt(prompt));
+    dialog.setLabelText(LinesToQt(prompt));
     dialog.setMinimumWidth(dialog.fontMetrics().averageCharWidth() * 60);
     return dialog.exec() == QDialog::Accepted ? FromQt(dialog.textValue()) : std::string();
 }

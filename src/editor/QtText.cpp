@@ -9,6 +9,12 @@ QString ToQt(std::string_view bytes) {
     return QString::fromStdString(CodePage::ToUtf8(bytes));
 }
 
+QString LinesToQt(std::string_view bytes) {
+    return ToQt(bytes)
+        .replace(QLatin1String("\r\n"), QLatin1String("\n"))
+        .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+
 std::string FromQt(const QString& text) {
     return CodePage::FromUtf8Lossy(text.toStdString());
 }

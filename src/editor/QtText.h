@@ -9,6 +9,9 @@ namespace velmora {
 
 QString ToQt(std::string_view bytes);
 
+/// The same for a text whose lines end with a carriage return (13): each becomes a line break.
+QString LinesToQt(std::string_view bytes);
+
 /// Code-page form of a text; a character that the code page lacks becomes "?". The text boxes refuse such
 /// characters before they get here.
 std::string FromQt(const QString& text);
