@@ -2,6 +2,7 @@
 
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/HostDate.h"
 #include "platform/Process.h"
 
 #include <chrono>
@@ -52,6 +53,8 @@ std::string ShortExeName(std::string name) {
 } // namespace
 
 std::string GeneralDate(std::time_t time) {
+    if (auto custom = HostDate(time))
+        return *custom;
     const std::tm& local = *std::localtime(&time);
     const int hour = local.tm_hour % 12 == 0 ? 12 : local.tm_hour % 12;
     return std::to_string(local.tm_mon + 1) + '/' + std::to_string(local.tm_mday) + '/' +

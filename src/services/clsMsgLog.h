@@ -6,8 +6,8 @@
 
 namespace velmora {
 
-/// A local time as the dialogs, logs and error files show it: short date and long time, always in the form
-/// "M/D/YYYY h:mm:ss AM" or "PM", whatever the host's locale.
+/// A local time as the dialogs, logs and error files show it: short date and long time as the host's user
+/// writes them; where the host has no custom, in the form "M/D/YYYY h:mm:ss AM" or "PM".
 std::string GeneralDate(std::time_t time);
 
 /// File name of the running executable, with extension; empty when it cannot be told.
