@@ -211,18 +211,22 @@ void EditorWindow::WarnOfLength(const std::string& text, std::string_view label,
 void EditorWindow::OnPick(const QString& name, const char* procedure,
                           const std::function<void(const std::string& name)>& picked) {
     auto* box = Find<ChoiceBox>(name);
-    connect(box, &QComboBox::currentIndexChanged, this, [this, box, procedure, picked](int index) {
+    const auto run = [this, box, procedure, picked](int index) {
         if (index >= 0 && !populating)
             RunCommand(procedure, [&] { picked(box->Chosen()); });
-    });
+    };
+    connect(box, &QComboBox::currentIndexChanged, this, run);
+    // Picking the entry that is chosen already changes nothing, but counts as a choice.
+    connect(box, &QComboBox::activated, this, run);
 }
 
 bool EditorWindow::AcceptReasons(const std::vector<Reason>& reasons) {
     return reasons.empty() || gPrompts->Ask({FailedValidationText(reasons), true});
 }
 
-void EditorWindow::DisplayReview(const std::string& text, const std::vector<std::string>& names) {
-    Trap(Routine("DisplayReview"), NoInputParms, [&] { gPrompts->Message(ReviewText(text, names)); });
+void EditorWindow::DisplayReview(const std::string& text, const std::vector<std::string>& names,
+                                 const std::vector<std::string>& parameters) {
+    Trap(Routine("DisplayReview"), parameters, [&] { gPrompts->Message(ReviewText(text, names)); });
 }
 
 } // namespace velmora

@@ -93,7 +93,8 @@ class EditorWindow : public RecordWindow {
                 const std::function<void(const std::string& name)>& picked);
     /// Asks whether to proceed in spite of the reasons; true without any.
     static bool AcceptReasons(const std::vector<Reason>& reasons);
-    void DisplayReview(const std::string& text, const std::vector<std::string>& names);
+    void DisplayReview(const std::string& text, const std::vector<std::string>& names,
+                       const std::vector<std::string>& parameters = {"NO INPUT PARMS"});
 
     class FieldChecks* checks = nullptr;
 

@@ -17,6 +17,7 @@
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <exception>
 
 namespace velmora {
 
@@ -54,7 +55,7 @@ QMenu* RecordWindow::Menu(const char* name) const {
 
 void RecordWindow::RunCommand(const std::string& procedure, const std::function<void()>& body) {
     const bool failed = !TrapEvent(Routine(procedure), NoInputParms, body);
-    if (failed && halfRead)
+    if (failed && halfRead && browsing) // an edit is the user's to finish
         SetReadOnly();
     UpdateMenus();
 }
@@ -93,8 +94,20 @@ void RecordWindow::InitForm() {
 }
 
 void RecordWindow::Load() {
+    const bool loaded = ReadLibrary();
+    halfRead = false;
+    ShowDetails(loaded);
+    if (loaded)
+        EndLoad();
+    if (Settings.SortBy != "0" && !library.Records.Empty())
+        SortBy(1);
+    PopulateForm(0);
+    SetReadOnly();
+}
+
+bool RecordWindow::ReadLibrary() {
     FindingMessages messages;
-    const auto progress = gPrompts->StartProgress(windowTitle().toStdString());
+    auto progress = gPrompts->StartProgress(windowTitle().toStdString());
     LoadRequest request = Request();
     request.BackupFolder = Settings.BackupPath;
     request.MakeBackups = true;
@@ -103,17 +116,18 @@ void RecordWindow::Load() {
     request.Reading = [&](const std::string& file, std::size_t done, std::size_t total) {
         progress->Working(file, done, total);
     };
-    const bool loaded = library.Load(request);
-    messages.Finish();
-    halfRead = false;
-    ShowDetails(loaded);
-    if (!loaded)
-        return;
-    EndLoad();
-    if (Settings.SortBy != "0" && !library.Records.Empty())
-        SortBy(1);
-    PopulateForm(0);
-    SetReadOnly();
+    bool loaded = false;
+    std::exception_ptr failure;
+    try {
+        loaded = library.Load(request);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    progress.reset();
+    messages.Finish(); // shown first, for it often tells what led to a failure
+    if (failure)
+        std::rethrow_exception(failure);
+    return loaded;
 }
 
 void RecordWindow::ShowDetails(bool shown) {
@@ -126,14 +140,14 @@ void RecordWindow::PopulateForm(std::size_t position) {
     Trap(Routine("PopulateForm"), {std::to_string(position)}, [&] {
         const bool empty = library.Records.Empty();
         Record* record = empty ? nullptr : &library.At(position);
-        {
-            const QScopedValueRollback<bool> guard(populating, true);
-            ShowRecord(record);
-        }
         const QString where =
             record ? QStringLiteral("%1 of %2").arg(library.Kind.Number(*record)).arg(library.Records.Count())
                    : QString();
         Find<QLabel>(QStringLiteral("lblWhereWeAt"))->setText(where);
+        {
+            const QScopedValueRollback<bool> guard(populating, true);
+            ShowRecord(record);
+        }
         Find<QLabel>(QStringLiteral("lblStatus"))->setText(record ? ToQt(record->Status()) : QString());
         currentIndex = empty ? 0 : position;
         ShowHint(BrowsingText());

@@ -107,6 +107,8 @@ class RecordWindow : public QMainWindow {
   private:
     bool MayClose();
     void Load();
+    /// The loading itself; false without a data directory.
+    bool ReadLibrary();
     void ShowDetails(bool shown);
     /// What the edit-status line reads while browsing.
     [[nodiscard]] std::string BrowsingText() const;

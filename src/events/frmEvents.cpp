@@ -272,7 +272,7 @@ void frmEvents::Review(std::size_t text) {
     std::vector<std::string> names;
     for (std::size_t i = 0; i < EventTexts[text].Boxes; ++i)
         names.push_back(Find<ChoiceBox>(Indexed("cboDescStr", EventTexts[text].FirstBox + i))->Chosen());
-    DisplayReview(textBoxes[text]->Bytes(), names);
+    DisplayReview(textBoxes[text]->Bytes(), names, {std::to_string(text)});
 }
 
 void frmEvents::ReadTexts(clsEvent& event) const {

@@ -433,6 +433,42 @@ TEST_P(Workflow, NeverWritesAHalfReadLibrary) {
     EXPECT_TRUE(Enabled("mnuWriteToFile"));
 }
 
+TEST_P(Workflow, EmptiesTheWindowWithoutADataDirectory) {
+    Start();
+    window->close();
+    std::filesystem::remove_all(temp.Host() / "Game/Data");
+    Reopen();
+    EXPECT_EQ(Shown(), ", , ");
+    EXPECT_FALSE(Enabled("cmdForward"));
+}
+
+TEST_P(Workflow, ListsWhatWasFoundBeforeAFailure) {
+    Put("A", "Odd 1\r\nOdd 2\r\nOdd 3\r\nProbability 99999999999\r\n");
+    prompts.ShowRestAsList = true;
+    Start();
+    ASSERT_EQ(prompts.Transcript.size(), 4u);
+    EXPECT_THAT(prompts.Transcript[2],
+                ::testing::StartsWith("List: Unrecognized token! a(0) = Odd, sValue = 3"));
+    EXPECT_THAT(prompts.Transcript[3], ::testing::StartsWith("Error[6]: Overflow"));
+    EXPECT_THAT(handler.LastCallStack(),
+                ElementsAre(kind.Records->Routine("Form_Load"), kind.Records->Routine("InitForm"),
+                            kind.Records->Routine(kind.Records->LoadRoutine),
+                            kind.Records->Routine(kind.Records->ParseRoutine)));
+}
+
+TEST_P(Workflow, AFailingCommitKeepsTheEditOfAHalfReadLibrary) {
+    Put("B", std::string(kind.Records->Header) + " X\r\nProbability 99999999999\r\n");
+    Start();
+    Click("cmdForward");
+    EditText(QStringLiteral("kept"));
+    Type(kind.NumberField, QStringLiteral("99999999999"));
+    Pick("mnuCommitChanges");
+    EXPECT_EQ(prompts.Errors.size(), 2u);
+    EXPECT_TRUE(Enabled(kind.TextField));
+    EXPECT_TRUE(Enabled("mnuCommitChanges"));
+    EXPECT_EQ(Text(kind.TextField), "kept");
+}
+
 INSTANTIATE_TEST_SUITE_P(Editors, Workflow, ::testing::Values(&Events, &Issues),
                          [](const auto& kind) { return std::string(kind.param->Records->Word); });
 
