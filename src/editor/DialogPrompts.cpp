@@ -39,19 +39,14 @@ QMessageBox::Icon BoxIcon(Icon icon) {
     return QMessageBox::NoIcon;
 }
 
-/// A message box whose text is shown as it is, wraps and can be selected.
+/// A message box whose text is shown as it is and can be selected. The toolkit wraps a long one; any width
+/// set on its label would take that from it.
 class Box : public QMessageBox {
   public:
     Box(const std::string& text, velmora::Icon icon, StandardButtons buttons)
         : QMessageBox(BoxIcon(icon), ApplicationTitle, LinesToQt(text), buttons, Owner()) {
         setTextFormat(Qt::PlainText);
         setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-        if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-            label->setWordWrap(true);
-            label->setMinimumWidth(qMin(
-                label->fontMetrics().averageCharWidth() * 60,
-                label->fontMetrics().boundingRect(QRect(0, 0, 9999, 9999), 0, label->text()).width() + 4));
-        }
     }
 };
 
