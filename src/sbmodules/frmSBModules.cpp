@@ -10,12 +10,16 @@
 #include "services/Settings.h"
 #include "ui_frmSBModules.h"
 
+#include <QAction>
+
 namespace velmora {
 
 frmSBModules::frmSBModules(QWidget* parent)
     : RecordWindow(SBModuleKind, parent), ui(std::make_unique<Ui::frmSBModules>()) {
     ui->setupUi(this);
     AdoptForm("fraSBModuleDetails", {"mnuEdit", "mnuZoom", "mnuHelp"});
+    for (const char* item : {"mnuSortByFileName", "mnuSortAlphabetically"})
+        connect(Action(item), &QAction::triggered, Action(item), &QAction::toggle); // picking changes nothing
     library.Admit = [this](Record& record, const Library::Report& report) {
         return ids.Admit(record, report);
     };
@@ -74,7 +78,7 @@ void frmSBModules::ShowNothing() {
     ui->cboModel->SetEntries(NamesOf(StarbaseModels), -1);
     ui->cboModuleSize->SetEntries(NamesOf(SBModuleTiers), -1);
     ui->cboLocalAbility->SetEntries(NamesOf(SBModuleAbilities), -1);
-    ui->cboSBModuleFile->SetEntries(NamesOf(library.Files), 0);
+    ui->cboSBModuleFile->SetEntries(NamesOf(library.Files), -1);
     ui->txtEdited->SetBytes("NO");
     ui->lstTechRequirements->clear();
     ui->lstModuleRequirements->clear();
