@@ -62,6 +62,12 @@ class RuledBox : public Base {
     virtual void PutCaretAtEnd() = 0;
     virtual void Report(const QString& hint) = 0;
 
+    /// The focus only visits a menu or another window, or returns from there.
+    [[nodiscard]] static bool ComesBack(const QFocusEvent& event) {
+        return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason ||
+               event.reason() == Qt::MenuBarFocusReason;
+    }
+
     [[nodiscard]] QString AdmitPasted(const QString& text) { return Admit(rules.Pasted(text, Room())); }
 
     void keyPressEvent(QKeyEvent* event) override {
@@ -104,10 +110,7 @@ class RuledBox : public Base {
         Base::focusInEvent(event);
         // The click that gives the focus puts the caret somewhere: the text is selected after it.
         enteredByMouse = event->reason() == Qt::MouseFocusReason;
-        const bool comesBack = event->reason() == Qt::PopupFocusReason ||
-                               event->reason() == Qt::ActiveWindowFocusReason ||
-                               event->reason() == Qt::MenuBarFocusReason;
-        if (!enteredByMouse && !comesBack)
+        if (!enteredByMouse && !ComesBack(*event))
             Enter();
     }
 

@@ -34,6 +34,15 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
         RuledBox<QPlainTextEdit>::keyPressEvent(event);
 }
 
+void TextBox::focusOutEvent(QFocusEvent* event) {
+    RuledBox<QPlainTextEdit>::focusOutEvent(event);
+    if (ComesBack(*event))
+        return;
+    QTextCursor cursor = textCursor(); // else the text would go on looking like the one being edited
+    cursor.clearSelection();
+    setTextCursor(cursor);
+}
+
 bool TextBox::canInsertFromMimeData(const QMimeData* source) const {
     return !isReadOnly() && source->hasText();
 }

@@ -33,6 +33,7 @@ class TextBox : public RuledBox<QPlainTextEdit> {
     void Report(const QString& hint) override { emit Refused(hint); }
 
     void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
     bool viewportEvent(QEvent* event) override;

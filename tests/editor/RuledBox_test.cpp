@@ -365,4 +365,22 @@ TEST(TextBoxTest, ScrollsByWheelWhileDisabled) {
 
 } // namespace
 
+TEST(TextBox, LooksEditedOnlyWhileItHasTheFocus) {
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* text = new TextBox;
+    auto* after = new LineBox;
+    layout->addWidget(text);
+    layout->addWidget(after);
+    text->SetSelectsAllOnEntry(true);
+    text->SetBytes("a text");
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    after->setFocus(Qt::TabFocusReason);
+    text->setFocus(Qt::TabFocusReason);
+    ASSERT_EQ(SelectedText(*text), "a text");
+    after->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(SelectedText(*text), "");
+}
+
 } // namespace velmora
