@@ -54,9 +54,7 @@ QMenu* RecordWindow::Menu(const char* name) const {
 }
 
 void RecordWindow::RunCommand(const std::string& procedure, const std::function<void()>& body) {
-    const bool failed = !TrapEvent(Routine(procedure), NoInputParms, body);
-    if (failed && halfRead && browsing) // an edit is the user's to finish
-        SetReadOnly();
+    TrapEvent(Routine(procedure), NoInputParms, body);
     UpdateMenus();
 }
 
@@ -89,16 +87,29 @@ void RecordWindow::InitForm() {
         library.Clear();
         halfRead = true;
         BeginLoad();
-        Load();
+        try {
+            Load();
+        } catch (const std::exception&) {
+            ShowWhatWasRead();
+            throw;
+        }
     });
+}
+
+void RecordWindow::ShowWhatWasRead() {
+    currentIndex = 0;
+    try {
+        PopulateForm(0);
+        SetReadOnly();
+    } catch (const std::exception&) {
+        // The failure that ended the loading is the one to tell.
+    }
 }
 
 void RecordWindow::Load() {
     const bool loaded = ReadLibrary();
     halfRead = false;
     ShowDetails(loaded);
-    if (loaded)
-        EndLoad();
     if (Settings.SortBy != "0" && !library.Records.Empty())
         SortBy(1);
     PopulateForm(0);

@@ -47,9 +47,8 @@ class RecordWindow : public QMainWindow {
     virtual void LoadForm() {}
     /// Where the files are; the base adds what belongs to this opening.
     [[nodiscard]] virtual LoadRequest Request() const = 0;
-    /// Called before and after the library is read.
+    /// Called before the library is read.
     virtual void BeginLoad() {}
-    virtual void EndLoad() {}
     /// Puts a record into the form; nullptr empties it.
     virtual void ShowRecord(Record* record) = 0;
     /// Called when the window has closed, after the records are gone.
@@ -109,6 +108,8 @@ class RecordWindow : public QMainWindow {
     void Load();
     /// The loading itself; false without a data directory.
     bool ReadLibrary();
+    /// After a load that failed: the records that it got to.
+    void ShowWhatWasRead();
     void ShowDetails(bool shown);
     /// What the edit-status line reads while browsing.
     [[nodiscard]] std::string BrowsingText() const;

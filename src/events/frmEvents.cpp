@@ -150,6 +150,11 @@ void frmEvents::InitNewRecord(Record& record) {
     static_cast<clsEvent&>(record).Probability = 100;
 }
 
+void frmEvents::BeginLoad() {
+    eventWildCardSubs.RemoveAll();
+    BuildWildCardSubs(eventWildCardSubs);
+}
+
 void frmEvents::ShowRecord(Record* record) {
     clsEvent none;
     none.MoralityWeight = 1;

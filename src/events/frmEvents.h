@@ -23,8 +23,7 @@ class frmEvents : public EditorWindow {
     ~frmEvents() override;
 
   protected:
-    void BeginLoad() override { eventWildCardSubs.RemoveAll(); }
-    void EndLoad() override { BuildWildCardSubs(eventWildCardSubs); }
+    void BeginLoad() override;
     void ReleaseRecords() override { eventWildCardSubs.RemoveAll(); }
     void ShowRecord(Record* record) override;
     bool ValidateData() override;

@@ -118,6 +118,11 @@ void frmUPIssues::LoadForm() {
     ShowImageFile(ui->Gvbox1, Settings.GamePath + "GFX\\UnitedPlanets_small.pcx");
 }
 
+void frmUPIssues::BeginLoad() {
+    upIssueSubstitutions.RemoveAll();
+    BuildUPIssueSubstitutions(upIssueSubstitutions);
+}
+
 void frmUPIssues::ShowRecord(Record* record) {
     clsUPIssue none;
     auto& issue = record ? static_cast<clsUPIssue&>(*record) : none;

@@ -23,8 +23,7 @@ class frmUPIssues : public EditorWindow {
 
   protected:
     void LoadForm() override;
-    void BeginLoad() override { upIssueSubstitutions.RemoveAll(); }
-    void EndLoad() override { BuildUPIssueSubstitutions(upIssueSubstitutions); }
+    void BeginLoad() override;
     void ReleaseRecords() override { upIssueSubstitutions.RemoveAll(); }
     void ShowRecord(Record* record) override;
     bool ValidateData() override;

@@ -179,6 +179,14 @@ TEST_P(Workflow, BrowsesRoundInBothDirections) {
     EXPECT_THAT(prompts.Transcript, IsEmpty());
 }
 
+TEST_P(Workflow, BrowsesByKeyboard) {
+    Start();
+    QTest::keyClick(window.get(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Shown() == "Cherry, 2 of 3, "; })) << Shown();
+    QTest::keyClick(window.get(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Shown() == "Apple, 1 of 3, "; })) << Shown();
+}
+
 TEST_P(Workflow, OffersOnlyAddNewWithoutRecords) {
     Put("A", "");
     Put("B", "");
@@ -467,6 +475,20 @@ TEST_P(Workflow, AFailingCommitKeepsTheEditOfAHalfReadLibrary) {
     EXPECT_TRUE(Enabled(kind.TextField));
     EXPECT_TRUE(Enabled("mnuCommitChanges"));
     EXPECT_EQ(Text(kind.TextField), "kept");
+}
+
+TEST_P(Workflow, ShowsWhatAFailedReadingGotTo) {
+    Start();
+    Click("cmdBack");
+    ASSERT_EQ(Shown(), "Banana, 3 of 3, ");
+    Put("B", "Probability 1\r\n" + std::string(kind.Records->Header) + " X\r\nProbability 99999999999\r\n");
+    Pick("mnuReadAgain");
+    ASSERT_EQ(prompts.Errors.size(), 1u);
+    EXPECT_EQ(Shown(), "Apple, 1 of 2, ");
+    EditText("still edited");
+    Pick("mnuCommitChanges");
+    EXPECT_EQ(Shown(), "Apple, 1 of 2, EDITED, PENDING A WRITE TO FILE");
+    EXPECT_FALSE(Enabled("mnuWriteToFile"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Editors, Workflow, ::testing::Values(&Events, &Issues),
