@@ -12,7 +12,7 @@ namespace velmora {
 
 std::string EditorWindow::AskFileName(const std::string& prompt,
                                       const std::function<std::string(const std::string&)>& refusal) {
-    const std::string answer = CodePage::ReplaceNoCase(gPrompts->Input(prompt), library.Kind.Extension, "");
+    std::string answer = CodePage::ReplaceNoCase(gPrompts->Input(prompt), library.Kind.Extension, "");
     if (answer.empty())
         return {};
     for (const char illegal : IllegalFileChars)

@@ -11,8 +11,8 @@ FieldChecks::FieldChecks(QWidget* checkedWindow) : QObject(checkedWindow), windo
     connect(qApp, &QApplication::focusChanged, this, &FieldChecks::FocusChanged);
 }
 
-void FieldChecks::OnLeave(QWidget* field, std::function<bool()> check) {
-    checks.insert(field, std::move(check));
+void FieldChecks::OnLeave(QWidget* field, const std::function<bool()>& check) {
+    checks.insert(field, check);
 }
 
 void FieldChecks::FocusChanged(QWidget* old, QWidget* now) {

@@ -17,7 +17,7 @@ class FieldChecks : public QObject {
     explicit FieldChecks(QWidget* checkedWindow);
 
     /// `check` returns true when the focus may move on; false takes it back to the field.
-    void OnLeave(QWidget* field, std::function<bool()> check);
+    void OnLeave(QWidget* field, const std::function<bool()>& check);
 
   private:
     void FocusChanged(QWidget* old, QWidget* now);

@@ -2,7 +2,6 @@
 
 #include "editor/LineBox.h"
 #include "editor/PictureViewer.h"
-#include "editor/TextBox.h"
 #include "services/Numbers.h"
 #include "services/Prompts.h"
 #include "services/modWriter.h"
@@ -24,14 +23,6 @@ void IgnoreFailure(const Body& body) noexcept {
 }
 
 } // namespace
-
-void SelectAllText(LineBox* box) noexcept {
-    IgnoreFailure([box] { box->selectAll(); });
-}
-
-void SelectAllText(TextBox* box) noexcept {
-    IgnoreFailure([box] { box->selectAll(); });
-}
 
 void LoadComboByNumber(ChoiceBox* box, const Catalogue& catalogue, std::int32_t number) {
     box->SetEntries(NamesOf(catalogue), static_cast<int>(PositionByNumber(catalogue, number)));

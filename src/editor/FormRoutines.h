@@ -15,11 +15,6 @@ namespace velmora {
 
 class LineBox;
 class PictureViewer;
-class TextBox;
-
-/// Selects a box's whole text. Ignores any failure.
-void SelectAllText(LineBox* box) noexcept;
-void SelectAllText(TextBox* box) noexcept;
 
 /// Names of a catalogue, in its order.
 template <class Item>

@@ -9,10 +9,21 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPalette>
+#include <exception>
 #include <string>
 #include <utility>
 
 namespace velmora {
+
+/// Selects a box's whole text. Ignores any failure.
+template <class Box>
+void SelectAllText(Box* box) noexcept {
+    try {
+        box->selectAll();
+    } catch (const std::exception&) {
+        // The box stays as it was.
+    }
+}
 
 /// What all text boxes of the editors share, whether of one line or of many: they hold code-page bytes, admit
 /// only what InputRules admit and can select their text when they are entered.
@@ -130,7 +141,7 @@ class RuledBox : public Base {
   private:
     void Enter() {
         if (selectsAll)
-            this->selectAll();
+            SelectAllText(this);
         else if (caretAtEnd)
             PutCaretAtEnd();
     }

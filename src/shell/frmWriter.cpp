@@ -72,7 +72,7 @@ std::string frmWriter::Setting(const char* key) {
 }
 
 std::string frmWriter::Setting(const char* key, const std::string& whenEmpty, const std::string& written) {
-    const std::string value = Setting(key);
+    std::string value = Setting(key);
     if (!value.empty())
         return value;
     iniAccessor.PutINIValue("Setup", key, written);

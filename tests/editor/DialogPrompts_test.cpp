@@ -1,34 +1,23 @@
 #include "editor/DialogPrompts.h"
 
-#include <QApplication>
+#include "editor/ModalAnswers.h"
+
 #include <QCheckBox>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTimer>
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace velmora {
 namespace {
 
-/// Runs once with the dialog that opens next, which it must close.
-template <class Dialog>
-void WhenOpen(const std::function<void(Dialog&)>& act) {
-    QTimer::singleShot(0, qApp, [act] {
-        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(dialog);
-        act(*dialog);
-    });
-}
-
 TEST(DialogPrompts, BreaksTheLinesOfAMessage) {
     DialogPrompts prompts;
-    WhenOpen<QMessageBox>([](QMessageBox& box) {
+    ModalAnswers modals;
+    modals.Expect<QMessageBox>([](QMessageBox& box) {
         EXPECT_EQ(box.text(), QStringLiteral("one\n\ntwo <b>"));
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
         EXPECT_EQ(box.windowTitle(), QStringLiteral("VelmoraWriter"));
@@ -41,8 +30,9 @@ TEST(DialogPrompts, BreaksTheLinesOfAMessage) {
 
 TEST(DialogPrompts, AsksWithTheDefaultTold) {
     DialogPrompts prompts;
+    ModalAnswers modals;
     for (const bool defaultNo : {false, true}) {
-        WhenOpen<QMessageBox>([defaultNo](QMessageBox& box) {
+        modals.Expect<QMessageBox>([defaultNo](QMessageBox& box) {
             EXPECT_EQ(box.icon(), QMessageBox::NoIcon);
             EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
             EXPECT_EQ(box.defaultButton(), box.button(defaultNo ? QMessageBox::No : QMessageBox::Yes));
@@ -54,8 +44,9 @@ TEST(DialogPrompts, AsksWithTheDefaultTold) {
 
 TEST(DialogPrompts, BreaksTheLinesOfAnInputsPrompt) {
     DialogPrompts prompts;
+    ModalAnswers modals;
     for (const bool accepted : {true, false}) {
-        WhenOpen<QInputDialog>([accepted](QInputDialog& box) {
+        modals.Expect<QInputDialog>([accepted](QInputDialog& box) {
             EXPECT_EQ(box.labelText(), QStringLiteral("Rename\n\nto"));
             EXPECT_EQ(box.windowTitle(), QStringLiteral("VelmoraWriter"));
             EXPECT_EQ(box.textValue(), QString());
@@ -68,15 +59,16 @@ TEST(DialogPrompts, BreaksTheLinesOfAnInputsPrompt) {
 
 TEST(DialogPrompts, OffersTheRestOfASeriesAsOneList) {
     DialogPrompts prompts;
+    ModalAnswers modals;
     for (const bool taken : {true, false}) {
-        WhenOpen<QMessageBox>([taken](QMessageBox& box) {
+        modals.Expect<QMessageBox>([taken](QMessageBox& box) {
             EXPECT_EQ(box.checkBox()->text(), QStringLiteral("Show the remaining messages as one list"));
             box.checkBox()->setChecked(taken);
             box.accept();
         });
         EXPECT_EQ(prompts.MessageInSeries("text", Icon::None), taken);
     }
-    WhenOpen<QDialog>([](QDialog& viewer) {
+    modals.Expect<QDialog>([](QDialog& viewer) {
         EXPECT_EQ(viewer.findChild<QPlainTextEdit*>()->toPlainText(), QStringLiteral("a\nb\n\nc"));
         viewer.close();
     });

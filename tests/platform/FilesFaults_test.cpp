@@ -1,5 +1,5 @@
+#include "FailureOf.h"
 #include "TempFolder.h"
-#include "platform/Failure.h"
 #include "platform/FaultHook.h"
 #include "platform/Files.h"
 
@@ -49,18 +49,6 @@ class Fault {
     std::string Refused;
 };
 
-std::int32_t NumberOf(const std::function<void()>& work, std::string* description = nullptr) {
-    try {
-        work();
-        return 0;
-    } catch (const Failure& failure) {
-        if (description != nullptr) {
-            *description = failure.Description();
-        }
-        return failure.Number;
-    }
-}
-
 /// Everything below a folder, with the contents of files: two of these are equal when nothing has changed.
 std::map<std::string, std::string> Picture(const TempFolder& folder) {
     std::map<std::string, std::string> picture;
@@ -85,7 +73,7 @@ TEST(FilesFaults, ReplacingLeavesTheOldFileWhateverFails) {
             std::int32_t number = 0;
             {
                 const Fault fault("", nth, EIO);
-                number = NumberOf([&] { Files::ReplaceSafely(folder / "a.event", "new"); });
+                number = FailureOf([&] { Files::ReplaceSafely(folder / "a.event", "new"); }).Number;
                 struck = fault.What();
             }
             SCOPED_TRACE(std::to_string(nth) + " " + struck);
@@ -127,13 +115,14 @@ TEST(FilesFaults, ShortWritesAreCarriedOn) {
     {
         // The disk fills up in the middle.
         const Fault fault("write", 3, ENOSPC);
-        EXPECT_EQ(NumberOf([&] { Files::ReplaceSafely(folder / "a.event", "0123456789"); }), FailureDiskFull);
+        EXPECT_EQ(FailureOf([&] { Files::ReplaceSafely(folder / "a.event", "0123456789"); }).Number,
+                  FailureDiskFull);
     }
     EXPECT_EQ(folder.Read("a.event"), "0123456789abcdefg");
     EXPECT_EQ(folder.EntryCount(), 1);
     // A disk that takes nothing and reports nothing must not be asked for ever.
     gShortWriteHook = [](std::size_t) { return std::size_t{0}; };
-    EXPECT_EQ(NumberOf([&] { Files::ReplaceSafely(folder / "a.event", "x"); }), FailureDeviceError);
+    EXPECT_EQ(FailureOf([&] { Files::ReplaceSafely(folder / "a.event", "x"); }).Number, FailureDeviceError);
     gShortWriteHook = nullptr;
     EXPECT_EQ(folder.EntryCount(), 1);
 }
@@ -152,11 +141,10 @@ TEST(FilesFaults, ReasonsBecomeClassicNumbers) {
           Case{EMFILE, FailurePathFileAccess, "Too many"}, Case{EEXIST, FailurePathFileAccess, "exists"}}) {
         TempFolder folder;
         const Fault fault("open", 1, each.Code);
-        std::string description;
-        EXPECT_EQ(NumberOf([&] { Files::ReplaceSafely(folder / "a.event", "x"); }, &description),
-                  each.Number);
-        EXPECT_THAT(description, HasSubstr("Cannot write " + folder.Path() + "a.event: "));
-        EXPECT_THAT(description, HasSubstr(each.Reason));
+        const Failure failure = FailureOf([&] { Files::ReplaceSafely(folder / "a.event", "x"); });
+        EXPECT_EQ(failure.Number, each.Number);
+        EXPECT_THAT(failure.Description(), HasSubstr("Cannot write " + folder.Path() + "a.event: "));
+        EXPECT_THAT(failure.Description(), HasSubstr(each.Reason));
     }
 }
 
@@ -173,11 +161,11 @@ TEST(FilesFaults, EveryOperationReportsItsFailure) {
                              Case{"mkdir", [&] { Files::CreateFolder(folder / "d"); }},
                              Case{"rename", [&] { Files::CopyFile(folder / "f", folder / "g"); }}}) {
         const Fault fault(each.Operation, 1, EACCES);
-        EXPECT_EQ(NumberOf(each.Work), FailurePermissionDenied) << each.Operation;
+        EXPECT_EQ(FailureOf(each.Work).Number, FailurePermissionDenied) << each.Operation;
     }
     EXPECT_THAT(Picture(folder), UnorderedElementsAre(std::pair<const std::string, std::string>("f", "x")));
     const Fault fault("close", 1, EIO);
-    EXPECT_EQ(NumberOf([&] { Files::Append(folder / "f", "y"); }), FailureDeviceError);
+    EXPECT_EQ(FailureOf([&] { Files::Append(folder / "f", "y"); }).Number, FailureDeviceError);
 }
 
 TEST(FilesFaults, AHalfMadeTreeIsRemovedWhateverFails) {
@@ -190,7 +178,7 @@ TEST(FilesFaults, AHalfMadeTreeIsRemovedWhateverFails) {
         std::int32_t number = 0;
         {
             const Fault fault("", nth, ENOSPC);
-            number = NumberOf([&] { Files::CopyTree(folder / "Data", folder / "New/Copy"); });
+            number = FailureOf([&] { Files::CopyTree(folder / "Data", folder / "New/Copy"); }).Number;
             succeeded = !fault.Struck();
         }
         EXPECT_EQ(number, succeeded ? 0 : FailureDiskFull);

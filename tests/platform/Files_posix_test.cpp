@@ -1,5 +1,5 @@
+#include "FailureOf.h"
 #include "TempFolder.h"
-#include "platform/Failure.h"
 #include "platform/FaultHook.h"
 #include "platform/Files.h"
 
@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,18 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::UnorderedElementsAre;
-
-std::int32_t NumberOf(const std::function<void()>& work, std::string* description = nullptr) {
-    try {
-        work();
-        return 0;
-    } catch (const Failure& failure) {
-        if (description != nullptr) {
-            *description = failure.Description();
-        }
-        return failure.Number;
-    }
-}
 
 mode_t ModeOf(const fs::path& path) {
     struct stat facts {};
@@ -79,7 +66,7 @@ TEST(FilesPosix, ReplacingFollowsLinks) {
         EXPECT_TRUE(fs::is_symlink(folder.Host() / link)) << link;
     }
     fs::create_symlink("round.event", folder.Host() / "links/round.event");
-    EXPECT_EQ(NumberOf([&] { Files::ReplaceSafely(folder / "links/round.event", "x"); }),
+    EXPECT_EQ(FailureOf([&] { Files::ReplaceSafely(folder / "links/round.event", "x"); }).Number,
               FailurePathFileAccess);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Host() / "links"), {}), 4);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Host() / "real"), {}), 2);
@@ -92,7 +79,7 @@ TEST(FilesPosix, ListsBrokenLinksButNoLinksToFolders) {
     fs::create_symlink("nowhere", folder.Host() / "broken.event");
     fs::create_symlink("d", folder.Host() / "folder.event");
     EXPECT_THAT(Files::ListFiles(folder.Path()), UnorderedElementsAre("file.event", "broken.event"));
-    EXPECT_EQ(NumberOf([&] { Files::ReadWhole(folder / "broken.event"); }), FailureFileNotFound);
+    EXPECT_EQ(FailureOf([&] { Files::ReadWhole(folder / "broken.event"); }).Number, FailureFileNotFound);
     EXPECT_EQ(Files::ReadWhole(folder / "file.event"), "x");
     EXPECT_FALSE(Files::FileExists(folder / "broken.event"));
 }
@@ -103,24 +90,24 @@ TEST(FilesPosix, NeitherReadsNorReplacesWhatIsNoRegularFile) {
     TempFolder folder;
     const std::string pipe = folder / "pipe.event";
     ASSERT_EQ(::mkfifo((folder.Host() / "pipe.event").c_str(), 0600), 0);
-    EXPECT_EQ(NumberOf([&] { Files::ReadWhole(pipe); }), FailurePathFileAccess);
-    EXPECT_EQ(NumberOf([&] { Files::ReplaceSafely(pipe, "x"); }), FailurePathFileAccess);
-    EXPECT_EQ(NumberOf([&] { Files::Append(pipe, "x"); }), FailurePathFileAccess);
+    EXPECT_EQ(FailureOf([&] { Files::ReadWhole(pipe); }).Number, FailurePathFileAccess);
+    EXPECT_EQ(FailureOf([&] { Files::ReplaceSafely(pipe, "x"); }).Number, FailurePathFileAccess);
+    EXPECT_EQ(FailureOf([&] { Files::Append(pipe, "x"); }).Number, FailurePathFileAccess);
     EXPECT_TRUE(fs::is_fifo(folder.Host() / "pipe.event"));
     EXPECT_EQ(folder.EntryCount(), 1);
-    EXPECT_EQ(NumberOf([&] { Files::ReadWhole("/dev/null"); }), FailurePathFileAccess);
+    EXPECT_EQ(FailureOf([&] { Files::ReadWhole("/dev/null"); }).Number, FailurePathFileAccess);
 }
 
 TEST(FilesPosix, AFullDiskIsReported) {
-    std::string description;
-    EXPECT_EQ(NumberOf([&] { Files::Append("/dev/full", "x"); }, &description), FailureDiskFull);
-    EXPECT_EQ(description, "Cannot write /dev/full: No space left on device");
+    const Failure failure = FailureOf([&] { Files::Append("/dev/full", "x"); });
+    EXPECT_EQ(failure.Number, FailureDiskFull);
+    EXPECT_EQ(failure.Description(), "Cannot write /dev/full: No space left on device");
 }
 
 TEST(FilesPosix, AUsedUpShareOfTheDiskCountsAsAFullDisk) {
     TempFolder folder;
     gFaultHook = [](const char*) { return EDQUOT; };
-    EXPECT_EQ(NumberOf([&] { Files::ReplaceSafely(folder / "a.event", "x"); }), FailureDiskFull);
+    EXPECT_EQ(FailureOf([&] { Files::ReplaceSafely(folder / "a.event", "x"); }).Number, FailureDiskFull);
     gFaultHook = nullptr;
 }
 
@@ -139,10 +126,10 @@ TEST(FilesPosix, TheFolderIsFlushedAfterTheRenaming) {
 TEST(FilesPosix, FailuresSpellPathsAsTheHostDoes) {
     TempFolder folder;
     folder.Write("Data/x", "");
-    std::string description;
-    EXPECT_EQ(NumberOf([&] { Files::ReadWhole(folder.Path() + "\\data\\No.event"); }, &description),
-              FailureFileNotFound);
-    EXPECT_EQ(description, "Cannot read " + (folder / "Data/No.event") + ": No such file or directory");
+    const Failure failure = FailureOf([&] { Files::ReadWhole(folder.Path() + "\\data\\No.event"); });
+    EXPECT_EQ(failure.Number, FailureFileNotFound);
+    EXPECT_EQ(failure.Description(),
+              "Cannot read " + (folder / "Data/No.event") + ": No such file or directory");
 }
 
 TEST(FilesPosix, ReadsFilesThatTellNoSize) {
@@ -200,8 +187,9 @@ TEST(FilesPosix, TreesWithLinks) {
     EXPECT_FALSE(fs::is_symlink(folder.Host() / "Copy/link"));
     fs::create_symlink("..", folder.Host() / "Else/Round");
     fs::create_symlink("../Data", folder.Host() / "Else/Back");
-    EXPECT_EQ(NumberOf([&] { Files::TreeSize(folder / "Data"); }), FailurePathFileAccess);
-    EXPECT_EQ(NumberOf([&] { Files::CopyTree(folder / "Data", folder / "Second"); }), FailurePathFileAccess);
+    EXPECT_EQ(FailureOf([&] { Files::TreeSize(folder / "Data"); }).Number, FailurePathFileAccess);
+    EXPECT_EQ(FailureOf([&] { Files::CopyTree(folder / "Data", folder / "Second"); }).Number,
+              FailurePathFileAccess);
     EXPECT_FALSE(folder.Has("Second"));
 }
 

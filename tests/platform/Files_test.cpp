@@ -1,3 +1,4 @@
+#include "FailureOf.h"
 #include "TempFolder.h"
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
@@ -24,13 +25,9 @@ std::string At(const TempFolder& folder, const std::string& name) {
 }
 
 void ExpectFailure(std::int32_t number, const std::string& inDescription, const std::function<void()>& work) {
-    try {
-        work();
-        ADD_FAILURE() << "no failure; wanted " << number << " with " << inDescription;
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number, number) << failure.Description();
-        EXPECT_THAT(failure.Description(), HasSubstr(inDescription));
-    }
+    const Failure failure = FailureOf(work);
+    EXPECT_EQ(failure.Number, number) << failure.Description();
+    EXPECT_THAT(failure.Description(), HasSubstr(inDescription));
 }
 
 TEST(Files, TakesPathsApart) {

@@ -1,5 +1,6 @@
 #include "platform/Pcx.h"
 
+#include "FailureOf.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>
@@ -77,13 +78,9 @@ std::string EndPalette() {
 }
 
 std::string RefusalOf(const std::string& bytes) {
-    try {
-        DecodePcx(bytes);
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number, FailureInvalidArgument);
-        return failure.Description();
-    }
-    return "not refused";
+    const Failure failure = FailureOf([&] { DecodePcx(bytes); });
+    EXPECT_EQ(failure.Number, FailureInvalidArgument);
+    return failure.Description();
 }
 
 struct Form {

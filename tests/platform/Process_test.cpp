@@ -1,3 +1,4 @@
+#include "FailureOf.h"
 #include "TempFolder.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
@@ -20,13 +21,9 @@ TEST(Process, SaysWhyAProgramCannotBeStarted) {
                                                         {folder / "missing"},
                                                         {folder / "data.txt"}}) {
         const std::string name = commandLine.empty() ? "" : commandLine.front();
-        try {
-            Process::Start(commandLine);
-            ADD_FAILURE() << "started " << name;
-        } catch (const Failure& failure) {
-            EXPECT_EQ(failure.Number, FailureFileNotFound);
-            EXPECT_THAT(failure.Description(), HasSubstr("Cannot start " + name));
-        }
+        const Failure failure = FailureOf([&] { Process::Start(commandLine); });
+        EXPECT_EQ(failure.Number, FailureFileNotFound);
+        EXPECT_THAT(failure.Description(), HasSubstr("Cannot start " + name));
     }
 }
 

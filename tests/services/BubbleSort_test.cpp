@@ -1,5 +1,6 @@
 #include "services/BubbleSort.h"
 
+#include "FailureOf.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>
@@ -107,12 +108,7 @@ TEST(BubbleSort, LeavesShortListsAlone) {
 
 TEST(BubbleSort, FailsBeyondTheList) {
     std::vector<std::int32_t> list{2, 1};
-    try {
-        BubbleSort(list, false, 2);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number, FailureSubscript);
-    }
+    EXPECT_EQ(FailureOf([&] { BubbleSort(list, false, 2); }).Number, FailureSubscript);
     EXPECT_EQ(list, (std::vector<std::int32_t>{2, 1}));
 }
 

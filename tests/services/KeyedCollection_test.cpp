@@ -1,5 +1,7 @@
 #include "services/KeyedCollection.h"
 
+#include "FailureOf.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -43,12 +45,7 @@ TEST(KeyedCollection, RefusesAKeyThatIsTaken) {
     Collection collection;
     EXPECT_TRUE(collection.TryAdd("Raid", 1));
     EXPECT_FALSE(collection.TryAdd("RAID", 2));
-    try {
-        collection.Add("raid", 3);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number, FailureDuplicateKey);
-    }
+    EXPECT_EQ(FailureOf([&] { collection.Add("raid", 3); }).Number, FailureDuplicateKey);
     EXPECT_EQ(collection.Count(), 1u);
     EXPECT_EQ(*collection.Find("raid"), 1);
 }

@@ -1,25 +1,16 @@
 #include "services/Numbers.h"
 
+#include "FailureOf.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <cmath>
-#include <functional>
 #include <string>
 
 namespace velmora {
 namespace {
-
-std::int32_t FailureOf(const std::function<void()>& body) {
-    try {
-        body();
-    } catch (const Failure& failure) {
-        return failure.Number;
-    }
-    return 0;
-}
 
 TEST(LeadingNumber, ReadsTheLongestLeadingPart) {
     const struct {
@@ -130,13 +121,9 @@ TEST(RoundToInt32, TakesHalvesToTheEvenNeighbour) {
 TEST(RoundToInt32, OverflowsBeyond32Bits) {
     for (const double value :
          {2147483647.5, 2147483648.0, -2147483649.0, 1e300, HUGE_VAL, -HUGE_VAL, std::nan("")}) {
-        try {
-            RoundToInt32(value);
-            ADD_FAILURE() << value;
-        } catch (const Failure& failure) {
-            EXPECT_EQ(failure.Number, FailureOverflow);
-            EXPECT_EQ(failure.Description(), "Overflow");
-        }
+        const Failure failure = FailureOf([&] { RoundToInt32(value); });
+        EXPECT_EQ(failure.Number, FailureOverflow) << value;
+        EXPECT_EQ(failure.Description(), "Overflow");
     }
 }
 
@@ -158,16 +145,16 @@ TEST(NumberOf, ReadsWhatIsNumericAndRefusesTheRest) {
     EXPECT_EQ(NumberOf("+3.25"), 3.25);
     EXPECT_EQ(NumberOf("2D2"), 200);
     for (const char* text : {"", "abc", "12abc", "&H10"})
-        EXPECT_EQ(FailureOf([&] { NumberOf(text); }), FailureTypeMismatch) << text;
+        EXPECT_EQ(FailureOf([&] { NumberOf(text); }).Number, FailureTypeMismatch) << text;
 }
 
 TEST(FieldToInt32, RoundsAndFailsAsACommitDoes) {
     EXPECT_EQ(FieldToInt32(" 2.5 "), 2);
     EXPECT_EQ(FieldToInt32("-3.5"), -4);
     EXPECT_EQ(FieldToInt32("2147483647"), 2147483647);
-    EXPECT_EQ(FailureOf([] { FieldToInt32("2147483648"); }), FailureOverflow);
-    EXPECT_EQ(FailureOf([] { FieldToInt32("1e999"); }), FailureOverflow);
-    EXPECT_EQ(FailureOf([] { FieldToInt32(""); }), FailureTypeMismatch);
+    EXPECT_EQ(FailureOf([] { FieldToInt32("2147483648"); }).Number, FailureOverflow);
+    EXPECT_EQ(FailureOf([] { FieldToInt32("1e999"); }).Number, FailureOverflow);
+    EXPECT_EQ(FailureOf([] { FieldToInt32(""); }).Number, FailureTypeMismatch);
 }
 
 } // namespace

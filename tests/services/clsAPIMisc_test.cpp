@@ -1,5 +1,6 @@
 #include "services/clsAPIMisc.h"
 
+#include "FailureOf.h"
 #include "ScriptedPrompts.h"
 #include "TempFolder.h"
 #include "platform/Process.h"
@@ -28,15 +29,6 @@ struct BreakingPrompts : ScriptedPrompts {
         return ScriptedPrompts::PickFolder(title);
     }
 };
-
-Failure FailureOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const Failure& failure) {
-        return failure;
-    }
-    return {0, "no failure"};
-}
 
 TEST(clsAPIMisc, RunsACommandToItsEnd) {
     TempFolder folder;

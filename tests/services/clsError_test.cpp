@@ -1,5 +1,6 @@
 #include "services/clsError.h"
 
+#include "FailureOf.h"
 #include "ScriptedPrompts.h"
 #include "TempFolder.h"
 #include "platform/Failure.h"
@@ -139,14 +140,10 @@ TEST_F(ErrorHandling, SplitsTheTraceOutOfTheSource) {
 }
 
 TEST_F(ErrorHandling, RaisesMinusOneFromARoutineThatIsNotTopLevel) {
-    try {
-        Trap("A", NoInputParms, [] { throw Failure(5, "bad", "S"); });
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number, FailureAlreadyReported);
-        EXPECT_EQ(failure.Source, "clsError");
-        EXPECT_EQ(failure.Description(), "");
-    }
+    const Failure failure = FailureOf([] { Trap("A", NoInputParms, [] { throw Failure(5, "bad", "S"); }); });
+    EXPECT_EQ(failure.Number, FailureAlreadyReported);
+    EXPECT_EQ(failure.Source, "clsError");
+    EXPECT_EQ(failure.Description(), "");
     EXPECT_TRUE(prompts.Transcript.empty());
     EXPECT_FALSE(folder.Has("error.log"));
 }

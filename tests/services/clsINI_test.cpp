@@ -1,5 +1,6 @@
 #include "services/clsINI.h"
 
+#include "FailureOf.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -21,15 +22,11 @@ class clsINITest : public ::testing::Test {
 };
 
 std::string SourceOfFailure(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number, FailureInvalidArgument);
-        EXPECT_EQ(failure.Description(), "Invalid procedure call or argument");
-        EXPECT_NE(failure.Line, 0);
-        return failure.Source;
-    }
-    return "no failure";
+    const Failure failure = FailureOf(work);
+    EXPECT_EQ(failure.Number, FailureInvalidArgument);
+    EXPECT_EQ(failure.Description(), "Invalid procedure call or argument");
+    EXPECT_NE(failure.Line, 0);
+    return failure.Source;
 }
 
 TEST_F(clsINITest, PadsShortValuesAndCutsLongOnes) {

@@ -1,5 +1,6 @@
 #include "services/clsMsgLog.h"
 
+#include "FailureOf.h"
 #include "TempFolder.h"
 #include "platform/Failure.h"
 
@@ -153,13 +154,9 @@ TEST(clsMsgLog, NamesTheRoutineThatCouldNotMaintain) {
     clsMsgLog log;
     log.LogFile = folder / "a.log";
     std::string backup = folder / "missing/deeper";
-    try {
-        log.MaintainLogFile(0, &backup);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Source, "clsMsgLog_MaintainLogFile");
-        EXPECT_NE(failure.Number, 0);
-    }
+    const Failure failure = FailureOf([&] { log.MaintainLogFile(0, &backup); });
+    EXPECT_EQ(failure.Source, "clsMsgLog_MaintainLogFile");
+    EXPECT_NE(failure.Number, 0);
     EXPECT_EQ(folder.Read("a.log"), "12345");
 }
 
@@ -181,12 +178,7 @@ TEST(clsMsgLog, NamesTheRoutineThatCouldNotSend) {
     const TempFolder folder;
     clsMsgLog log;
     log.SetMsgOutputDIR(folder / "missing");
-    try {
-        log.SendMsgFile("one", "two");
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Source, "clsMsgLog_SendMsgFile");
-    }
+    EXPECT_EQ(FailureOf([&] { log.SendMsgFile("one", "two"); }).Source, "clsMsgLog_SendMsgFile");
 }
 
 TEST(clsMsgLog, WritesErrorFiles) {

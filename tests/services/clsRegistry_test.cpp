@@ -1,11 +1,11 @@
 #include "services/clsRegistry.h"
 
+#include "FailureOf.h"
 #include "ScratchRegistry.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 namespace velmora {
@@ -34,13 +34,8 @@ class clsRegistryTest : public ::testing::Test {
     clsRegistry registry;
 };
 
-std::string FailureOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const Failure& failure) {
-        return std::to_string(failure.Number) + ' ' + failure.Description();
-    }
-    return "no failure";
+std::string Told(const Failure& failure) {
+    return std::to_string(failure.Number) + ' ' + failure.Description();
 }
 
 const RegistryVariant Empty = std::string();
@@ -62,7 +57,7 @@ TEST_F(clsRegistryTest, UsesTheRootKeyItIsGiven) {
     EXPECT_FALSE(clsRegistry().CheckRegistryKey(scratch.Key)) << "the local machine has no such key";
     registry.SetKeyToUse(0x12345678);
     EXPECT_FALSE(registry.CheckRegistryKey(scratch.Key));
-    EXPECT_EQ(FailureOf([&] { registry.CreateRegistryKey(scratch.Key); }),
+    EXPECT_EQ(Told(FailureOf([&] { registry.CreateRegistryKey(scratch.Key); })),
               "1001 Unable to create the registry key");
 }
 
@@ -95,7 +90,7 @@ TEST_F(clsRegistryTest, RefusesOtherTypesAndKeepsTheOldValue) {
     ASSERT_TRUE(Set("old"s));
     for (const RegistryVariant& value :
          {RegistryVariant(2.5), RegistryVariant(true), RegistryVariant(std::monostate())})
-        EXPECT_EQ(FailureOf([&] { Set(value); }), "1001 Unsupported value type");
+        EXPECT_EQ(Told(FailureOf([&] { Set(value); })), "1001 Unsupported value type");
     EXPECT_EQ(Get(), RegistryVariant("old"s));
 }
 

@@ -1,5 +1,6 @@
 #include "services/modWriter.h"
 
+#include "FailureOf.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>
@@ -204,13 +205,9 @@ TEST(CheckWildCards, SaysItInTheGamesWordsBehindWhatIsThere) {
 TEST(CheckWildCards, FailsBeyondTheBoxes) {
     std::vector<Reason> reasons;
     const std::vector<std::int32_t> oneBox{1};
-    try {
-        CheckWildCards("%s%s", 4, "Question", oneBox, reasons);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number, FailureSubscript);
-        EXPECT_EQ(failure.Description(), "Subscript out of range");
-    }
+    const Failure failure = FailureOf([&] { CheckWildCards("%s%s", 4, "Question", oneBox, reasons); });
+    EXPECT_EQ(failure.Number, FailureSubscript);
+    EXPECT_EQ(failure.Description(), "Subscript out of range");
 }
 
 TEST(TextForFile, KeepsQuotesAndLineBreaksOutOfTheFormat) {
