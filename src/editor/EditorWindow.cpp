@@ -107,7 +107,7 @@ void EditorWindow::UpdateMenus() {
 
 void EditorWindow::UpdateEditMenu() {
     const bool any = !library.Records.Empty();
-    const bool settled = any && Browsing();
+    const bool settled = anyShown && Browsing();
     const bool movable = settled && !halfRead && !IsReservedFile(library.At(CurrentIndex()).ShortName);
     const bool marked = any && library.At(CurrentIndex()).ToBeDeleted;
     Action("mnuDelete")->setText(marked ? QStringLiteral("&Un-Delete") : QStringLiteral("&Delete"));

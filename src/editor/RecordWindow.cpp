@@ -90,20 +90,16 @@ void RecordWindow::InitForm() {
         try {
             Load();
         } catch (const std::exception&) {
-            ShowWhatWasRead();
+            ShowNothing();
             throw;
         }
     });
 }
 
-void RecordWindow::ShowWhatWasRead() {
+void RecordWindow::ShowNothing() {
     currentIndex = 0;
-    try {
-        PopulateForm(0);
-        SetReadOnly();
-    } catch (const std::exception&) {
-        // The failure that ended the loading is the one to tell.
-    }
+    Display(nullptr);
+    SetReadOnly();
 }
 
 void RecordWindow::Load() {
@@ -150,19 +146,23 @@ void RecordWindow::ShowDetails(bool shown) {
 void RecordWindow::PopulateForm(std::size_t position) {
     Trap(Routine("PopulateForm"), {std::to_string(position)}, [&] {
         const bool empty = library.Records.Empty();
-        Record* record = empty ? nullptr : &library.At(position);
-        const QString where =
-            record ? QStringLiteral("%1 of %2").arg(library.Kind.Number(*record)).arg(library.Records.Count())
-                   : QString();
-        Find<QLabel>(QStringLiteral("lblWhereWeAt"))->setText(where);
-        {
-            const QScopedValueRollback<bool> guard(populating, true);
-            ShowRecord(record);
-        }
-        Find<QLabel>(QStringLiteral("lblStatus"))->setText(record ? ToQt(record->Status()) : QString());
+        Display(empty ? nullptr : &library.At(position));
         currentIndex = empty ? 0 : position;
-        ShowHint(BrowsingText());
     });
+}
+
+void RecordWindow::Display(Record* record) {
+    const QString where =
+        record ? QStringLiteral("%1 of %2").arg(library.Kind.Number(*record)).arg(library.Records.Count())
+               : QString();
+    Find<QLabel>(QStringLiteral("lblWhereWeAt"))->setText(where);
+    {
+        const QScopedValueRollback<bool> guard(populating, true);
+        ShowRecord(record);
+    }
+    Find<QLabel>(QStringLiteral("lblStatus"))->setText(record ? ToQt(record->Status()) : QString());
+    ShowHint(BrowsingText());
+    anyShown = record != nullptr;
 }
 
 std::string RecordWindow::BrowsingText() const {

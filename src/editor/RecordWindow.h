@@ -100,6 +100,9 @@ class RecordWindow : public QMainWindow {
     /// Set when the last load did not run to its end: what was never read must not be written over.
     bool halfRead = false;
 
+    /// True when a record is on show.
+    bool anyShown = false;
+
     /// True while a record is put into the form: what the boxes then tell is not the user's doing.
     bool populating = false;
 
@@ -108,8 +111,9 @@ class RecordWindow : public QMainWindow {
     void Load();
     /// The loading itself; false without a data directory.
     bool ReadLibrary();
-    /// After a load that failed: the records that it got to.
-    void ShowWhatWasRead();
+    /// After a load that failed: what it got to can be browsed, but nothing is on show.
+    void ShowNothing();
+    void Display(Record* record);
     void ShowDetails(bool shown);
     /// What the edit-status line reads while browsing.
     [[nodiscard]] std::string BrowsingText() const;

@@ -477,17 +477,21 @@ TEST_P(Workflow, AFailingCommitKeepsTheEditOfAHalfReadLibrary) {
     EXPECT_EQ(Text(kind.TextField), "kept");
 }
 
-TEST_P(Workflow, ShowsWhatAFailedReadingGotTo) {
+TEST_P(Workflow, ShowsNothingAfterAFailedReading) {
     Start();
     Click("cmdBack");
     ASSERT_EQ(Shown(), "Banana, 3 of 3, ");
     Put("B", "Probability 1\r\n" + std::string(kind.Records->Header) + " X\r\nProbability 99999999999\r\n");
     Pick("mnuReadAgain");
     ASSERT_EQ(prompts.Errors.size(), 1u);
-    EXPECT_EQ(Shown(), "Apple, 1 of 2, ");
+    EXPECT_EQ(Shown(), ", , ");
+    EXPECT_THAT(MenuItemsOn(),
+                ElementsAre("mnuAddNew", "mnuSortAlphabetically", "mnuZoomTo", kind.ZoomFileItem));
+    Click("cmdBack");
+    EXPECT_EQ(Shown(), "Cherry, 2 of 2, ");
     EditText("still edited");
     Pick("mnuCommitChanges");
-    EXPECT_EQ(Shown(), "Apple, 1 of 2, EDITED, PENDING A WRITE TO FILE");
+    EXPECT_EQ(Shown(), "Cherry, 2 of 2, EDITED, PENDING A WRITE TO FILE");
     EXPECT_FALSE(Enabled("mnuWriteToFile"));
 }
 
