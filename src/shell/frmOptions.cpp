@@ -16,6 +16,15 @@
 
 namespace velmora {
 
+namespace {
+
+/// A key's value without the padding of short values.
+std::string ValueOf(clsINI& ini, const char* key, std::int32_t bufferSize) {
+    return ReplaceAll(ini.GetINIValue("Setup", key, bufferSize), std::string(1, '\0'), "");
+}
+
+} // namespace
+
 frmOptions::frmOptions(clsINI& iniAccessor, QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui::frmOptions>()), ini(iniAccessor) {
     ui->setupUi(this);
@@ -37,6 +46,7 @@ frmOptions::~frmOptions() = default;
 
 void frmOptions::Show() {
     TrapEvent("frmOptions_Form_Load", NoInputParms, [this] { Load(); });
+    SelectAllText(ui->txtVelmoraPath); // the box that has the focus first
     exec();
 }
 
@@ -48,12 +58,18 @@ void frmOptions::Load() {
     ShowCopy();
 }
 
+std::string frmOptions::StoredPath(clsINI& ini) {
+    const std::string whole = ValueOf(ini, "Path", 32768);
+    const std::string cut = ValueOf(ini, "Path", 64);
+    return !Files::FolderExists(cut) && Files::FolderExists(whole) ? whole : cut;
+}
+
 void frmOptions::ReadSettingsFile() {
     const auto read = [this](const char* key, const char* whenEmpty) {
-        const std::string value = ReplaceAll(ini.GetINIValue("Setup", key, 64), std::string(1, '\0'), "");
+        const std::string value = ValueOf(ini, key, 64);
         return value.empty() ? whenEmpty : value;
     };
-    copy.Path = read("Path", "");
+    copy.Path = StoredPath(ini);
     copy.EventFile = read("Event File", "");
     copy.UPIssueFile = read("UP Issue File", "MyUPIssues");
     copy.AutoBackup = read("AutoBackup", "TRUE");

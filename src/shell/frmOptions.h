@@ -24,6 +24,10 @@ class frmOptions : public QDialog {
     /// Fills the dialog and shows it modally.
     void Show();
 
+    /// The game path that the settings file holds: cut to the accessor's buffer like every value, but whole
+    /// where only the whole one is a folder.
+    static std::string StoredPath(clsINI& ini);
+
   protected:
     void closeEvent(QCloseEvent* event) override;
     void reject() override { close(); }

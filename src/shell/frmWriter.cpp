@@ -80,8 +80,7 @@ std::string frmWriter::Setting(const char* key, const std::string& whenEmpty, co
 }
 
 void frmWriter::ReadSettings() {
-    Settings.SetGamePath(Setting("Path"));
-    UseWholePath();
+    Settings.SetGamePath(frmOptions::StoredPath(iniAccessor));
     const std::string eventFile = Setting("Event File");
     Settings.EventFile = eventFile + ".event";
     Settings.UPIssueFile = Setting("UP Issue File", "MyUPIssues", "MyUpIssues") + ".upissue";
@@ -90,15 +89,6 @@ void frmWriter::ReadSettings() {
     Settings.SBModuleFile = Setting("SB Module File", "MySBModules", "MySBModules") + ".SBModule";
     if (Settings.GamePath.empty() || eventFile.empty())
         ConfirmOptions();
-}
-
-void frmWriter::UseWholePath() {
-    if (Files::FolderExists(Settings.GamePath))
-        return;
-    // Deep installation folders do not fit the accessor's buffer.
-    const std::string whole = iniAccessor.GetINIValue("Setup", "Path", 32768);
-    if (whole.size() > Settings.GamePath.size() && Files::FolderExists(whole))
-        Settings.SetGamePath(whole);
 }
 
 void frmWriter::ConfirmOptions() {

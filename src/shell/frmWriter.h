@@ -40,7 +40,6 @@ class frmWriter : public QMainWindow {
     std::string Setting(const char* key);
     /// The same with a default; `written` is then put into the file.
     std::string Setting(const char* key, const std::string& whenEmpty, const std::string& written);
-    void UseWholePath();
     void ConfirmOptions();
     template <class Window>
     void Show(std::unique_ptr<Window>& window);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ScriptedPrompts.h"
+#include "BrokenPrompts.h"
 #include "TempFolder.h"
 #include "editor/FormDriver.h"
 #include "editor/RecordWindow.h"
@@ -13,24 +13,10 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace velmora {
-
-/// Prompts that break: whatever is asked or told fails, only errors are reported.
-class BrokenPrompts : public ScriptedPrompts {
-  public:
-    void Message(const std::string&, Icon) override { Break(); }
-    bool Ask(const Question&) override { return Break(), false; }
-    std::string Input(const std::string&) override { return Break(), ""; }
-    std::string PickFile(const FileRequest&) override { return Break(), ""; }
-    void ShowTextFile(const std::string&) override { Break(); }
-
-  private:
-    static void Break() { throw std::runtime_error("broken"); }
-};
 
 /// A game directory, settings and scripted prompts around one real window.
 class WindowTest : public ::testing::Test, protected FormDriver {

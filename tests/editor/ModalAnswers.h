@@ -39,7 +39,7 @@ class ModalAnswers {
   private:
     void Look() {
         QWidget* modal = QApplication::activeModalWidget();
-        if (!modal || !modal->isVisible())
+        if (!modal || !modal->isActiveWindow())
             return;
         if (steps.empty()) {
             ADD_FAILURE() << "unexpected modal window: " << modal->windowTitle().toStdString();
