@@ -151,8 +151,8 @@ void frmEvents::InitNewRecord(Record& record) {
 }
 
 void frmEvents::BeginLoad() {
-    eventWildCardSubs.RemoveAll();
-    BuildWildCardSubs(eventWildCardSubs);
+    EventWildCardSubs.RemoveAll();
+    BuildWildCardSubs(EventWildCardSubs);
 }
 
 void frmEvents::ShowRecord(Record* record) {
@@ -164,7 +164,7 @@ void frmEvents::ShowRecord(Record* record) {
     ui->txtEventName->SetBytes(event.EventName);
     ui->txtTitle->SetBytes(event.Title);
     ShowPicture(Settings.GamePath + event.Image);
-    shownEventType = event.EventType;
+    ShownEventType = event.EventType;
     const bool random = event.EventType == 1;
     (random ? ui->optRandom : ui->optColonial)->setChecked(true);
     if (record)
@@ -181,7 +181,7 @@ void frmEvents::ShowRecord(Record* record) {
     ShowFile(event.ShortName);
     ui->txtEdited->SetBytes(event.IsDirty ? "YES" : "NO");
     for (std::size_t i = 0; i < EventSubstitutions.size(); ++i)
-        LoadComboByNumber(Find<ChoiceBox>(Indexed("cboDescStr", i)), eventWildCardSubs,
+        LoadComboByNumber(Find<ChoiceBox>(Indexed("cboDescStr", i)), EventWildCardSubs,
                           event.*EventSubstitutions[i]);
 }
 
@@ -248,10 +248,10 @@ void frmEvents::AttributeChosen(std::size_t column) {
 }
 
 void frmEvents::SwitchType(std::int32_t type) {
-    if (type == shownEventType)
+    if (type == ShownEventType)
         return;
-    if (!typeSwitchWarned) {
-        typeSwitchWarned = true;
+    if (!TypeSwitchWarned) {
+        TypeSwitchWarned = true;
         if (!gPrompts->Ask(
                 {"Switching between the Colonial and Random event types necessitates a rebuilding of the "
                  "Attribute drop down boxes, as you have completely different choices between the two "
@@ -263,7 +263,7 @@ void frmEvents::SwitchType(std::int32_t type) {
         }
     }
     PopulateAttributes({0, 0, 0}, type);
-    shownEventType = type;
+    ShownEventType = type;
 }
 
 void frmEvents::BrowseForPicture() {
@@ -287,14 +287,14 @@ void frmEvents::ReadTexts(clsEvent& event) const {
     for (std::size_t i = 0; i < EventSubstitutions.size(); ++i) {
         const auto* box = Find<ChoiceBox>(Indexed("cboDescStr", i));
         event.*EventSubstitutions[i] =
-            eventWildCardSubs.ItemAt(PositionByName(eventWildCardSubs, box->Chosen()));
+            EventWildCardSubs.ItemAt(PositionByName(EventWildCardSubs, box->Chosen()));
     }
 }
 
 bool frmEvents::ValidateData() {
     clsEvent form;
     ReadTexts(form);
-    return AcceptReasons(CheckEvent(form, ui->txtImagePath->Bytes(), eventWildCardSubs));
+    return AcceptReasons(CheckEvent(form, ui->txtImagePath->Bytes(), EventWildCardSubs));
 }
 
 void frmEvents::FormToRecord(Record& record) {

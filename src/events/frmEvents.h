@@ -24,7 +24,7 @@ class frmEvents : public EditorWindow {
 
   protected:
     void BeginLoad() override;
-    void ReleaseRecords() override { eventWildCardSubs.RemoveAll(); }
+    void ReleaseRecords() override { EventWildCardSubs.RemoveAll(); }
     void ShowRecord(Record* record) override;
     bool ValidateData() override;
     void FormToRecord(Record& record) override;
@@ -53,9 +53,9 @@ class frmEvents : public EditorWindow {
 
     std::unique_ptr<Ui::frmEvents> ui;
     std::array<TextBox*, 4> textBoxes; ///< in the order of EventTexts
-    Catalogue eventWildCardSubs;
-    std::int32_t shownEventType = 0;
-    bool typeSwitchWarned = false; ///< for as long as the program runs
+    Catalogue EventWildCardSubs;
+    std::int32_t ShownEventType = 0;
+    bool TypeSwitchWarned = false; ///< for as long as the program runs
 };
 
 } // namespace velmora

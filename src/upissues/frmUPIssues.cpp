@@ -119,8 +119,8 @@ void frmUPIssues::LoadForm() {
 }
 
 void frmUPIssues::BeginLoad() {
-    upIssueSubstitutions.RemoveAll();
-    BuildUPIssueSubstitutions(upIssueSubstitutions);
+    UPIssueSubstitutions.RemoveAll();
+    BuildUPIssueSubstitutions(UPIssueSubstitutions);
 }
 
 void frmUPIssues::ShowRecord(Record* record) {
@@ -150,7 +150,7 @@ void frmUPIssues::ShowQuestion(clsUPIssue& issue) {
     ui->txtQuestion->SetBytes(issue.Question);
     ui->txtSubQuestion->SetBytes(issue.SubQuestion);
     for (std::size_t i = 0; i < UPIssueQuestionSubs.size(); ++i)
-        LoadComboByNumber(Find<ChoiceBox>(Indexed("cboUPIssueSubs", i)), upIssueSubstitutions,
+        LoadComboByNumber(Find<ChoiceBox>(Indexed("cboUPIssueSubs", i)), UPIssueSubstitutions,
                           issue.*UPIssueQuestionSubs[i]);
 }
 
@@ -227,7 +227,7 @@ void frmUPIssues::ReadTexts(clsUPIssue& issue) const {
     const std::vector<std::string> names = SubstitutionNames();
     for (std::size_t i = 0; i < names.size(); ++i)
         issue.*UPIssueQuestionSubs[i] =
-            upIssueSubstitutions.ItemAt(PositionByName(upIssueSubstitutions, names[i]));
+            UPIssueSubstitutions.ItemAt(PositionByName(UPIssueSubstitutions, names[i]));
     for (std::size_t i = 0; i < UPIssueOptions.size(); ++i)
         issue.*UPIssueOptions[i] = Find<LineBox>(Indexed("txtOption", i))->Bytes();
 }
@@ -238,7 +238,7 @@ bool frmUPIssues::ValidateData() {
     double sum = 0;
     for (std::size_t i = 0; i < UPIssueOptionValues.size(); ++i)
         sum += std::abs(NumberOf(Find<LineBox>(Indexed("txtOptVal", i))->Bytes()));
-    return AcceptReasons(CheckUPIssue(form, guidance.Caption, sum, upIssueSubstitutions));
+    return AcceptReasons(CheckUPIssue(form, guidance.Caption, sum, UPIssueSubstitutions));
 }
 
 void frmUPIssues::FormToRecord(Record& record) {

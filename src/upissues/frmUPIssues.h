@@ -24,7 +24,7 @@ class frmUPIssues : public EditorWindow {
   protected:
     void LoadForm() override;
     void BeginLoad() override;
-    void ReleaseRecords() override { upIssueSubstitutions.RemoveAll(); }
+    void ReleaseRecords() override { UPIssueSubstitutions.RemoveAll(); }
     void ShowRecord(Record* record) override;
     bool ValidateData() override;
     void FormToRecord(Record& record) override;
@@ -44,7 +44,7 @@ class frmUPIssues : public EditorWindow {
     [[nodiscard]] std::vector<std::string> SubstitutionNames() const;
 
     std::unique_ptr<Ui::frmUPIssues> ui;
-    Catalogue upIssueSubstitutions;
+    Catalogue UPIssueSubstitutions;
     Guidance guidance;
 };
 

@@ -42,6 +42,13 @@ class FormDriver {
         ADD_FAILURE() << "no text in " << name;
         return {};
     }
+    /// The texts of the entries of a control array, `array` being "txtOption_".
+    std::vector<std::string> Texts(const std::string& array, int count) {
+        std::vector<std::string> texts;
+        for (int i = 0; i < count; ++i)
+            texts.push_back(Text(array + std::to_string(i)));
+        return texts;
+    }
     bool Enabled(const std::string& name) {
         if (auto* action = Form().findChild<QAction*>(QString::fromStdString(name)))
             return action->isEnabled();

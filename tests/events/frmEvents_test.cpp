@@ -51,12 +51,6 @@ class EventForm : public WindowTest {
     std::string Morality() {
         return Ticked({"optMorality_0", "optMorality_1", "optMorality_2", "optMorality_3", "optMorality_4"});
     }
-    Strings Texts(const char* base, int count) {
-        Strings texts;
-        for (int i = 0; i < count; ++i)
-            texts.push_back(Text(base + std::to_string(i)));
-        return texts;
-    }
 };
 
 struct LongText {

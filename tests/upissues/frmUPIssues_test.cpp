@@ -35,12 +35,6 @@ class UPIssueForm : public WindowTest {
         Open<frmUPIssues>();
     }
     const clsUPIssue& At(std::size_t at) { return static_cast<const clsUPIssue&>(window->Records().At(at)); }
-    Strings Texts(const char* base, int count) {
-        Strings texts;
-        for (int i = 0; i < count; ++i)
-            texts.push_back(Text(base + std::to_string(i)));
-        return texts;
-    }
     /// The guidance captions of the four values; "<" marks one at the left.
     Strings ValueCaptions() {
         Strings captions;
