@@ -183,6 +183,9 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, std::ostream& 
     const CLI::App* check = AddCheck(app, words);
     const CLI::App* exporting = AddExport(app, words);
     AddFormat(app, words);
+    const auto named = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
+    if (!arguments.empty() && !arguments.front().starts_with('-') && app.get_subcommands(named).empty())
+        throw BadUsage("there is no command " + arguments.front() + "; check, export and format are those");
     std::reverse(arguments.begin(), arguments.end()); // CLI11 takes words off the end
     app.parse(std::move(arguments));
     BuildCatalogues();

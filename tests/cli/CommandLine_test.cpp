@@ -52,6 +52,10 @@ INSTANTIATE_TEST_SUITE_P(
                       Words{"export", VELMORA_SAMPLE, "--event-file", "\xE6\x98\x9F.event"},
                       Words{"format", "--check", "--write", "a.event"}, Words{"format", "a.txt"}));
 
+TEST(CommandLine, NamesAnUnknownCommand) {
+    EXPECT_THAT(CliRun("chekc", VELMORA_SAMPLE).Err, HasSubstr("there is no command chekc;"));
+}
+
 TEST(CommandLine, TellsThePathOfAMissingGame) {
     EXPECT_EQ(CliRun("check", "nosuch\x1Bgame").Err, "velwriter: nosuch\\x1Bgame: no such directory\n");
 }
