@@ -1,0 +1,10 @@
+#include "RecordFile.h"
+#include "upissues/clsUPIssue.h"
+
+#include <cstddef>
+#include <cstdint>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    velmora::ExpectLastingText(velmora::UPIssueKind, {reinterpret_cast<const char*>(data), size});
+    return 0;
+}
