@@ -1,5 +1,8 @@
 #include "editor/FieldChecks.h"
 
+#include "editor/QtText.h"
+#include "services/Trap.h"
+
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
@@ -24,7 +27,11 @@ void FieldChecks::FocusChanged(QWidget* old, QWidget* now) {
     if (check == checks.constEnd())
         return;
     const QScopedValueRollback<bool> guard(checking, true);
-    if (!check.value()())
+    bool mayLeave = true;
+    const QString routine = QStringLiteral("%1_%2_LostFocus")
+                                .arg(window->objectName(), old->objectName().section(QLatin1Char('_'), 0, 0));
+    TrapEvent(FromQt(routine), NoInputParms, [&] { mayLeave = check.value()(); });
+    if (!mayLeave)
         old->setFocus(Qt::OtherFocusReason);
 }
 

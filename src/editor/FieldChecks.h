@@ -16,7 +16,8 @@ class FieldChecks : public QObject {
   public:
     explicit FieldChecks(QWidget* checkedWindow);
 
-    /// `check` returns true when the focus may move on; false takes it back to the field.
+    /// `check` returns true when the focus may move on; false takes it back to the field. One that fails is
+    /// reported under WINDOW_FIELD_LostFocus and lets the focus go.
     void OnLeave(QWidget* field, const std::function<bool()>& check);
 
   private:

@@ -31,6 +31,9 @@ TextViewer::TextViewer(const QString& title, const QString& text, QWidget* paren
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(view);
     layout->addWidget(buttons);
+    // Left to itself, the button box keeps Close out of the round.
+    setTabOrder(view, copy);
+    setTabOrder(copy, buttons->button(QDialogButtonBox::Close));
     resize(view->fontMetrics().averageCharWidth() * 90, view->fontMetrics().lineSpacing() * 32);
 }
 

@@ -1,8 +1,10 @@
-// The start of the program and the closing of its options dialog.
+// The main window: start of the program, its editors, the copy of the data directory, its end.
 #include "ScratchRegistry.h"
 #include "ScriptedPrompts.h"
 #include "TempFolder.h"
 #include "editor/LineBox.h"
+#include "platform/Failure.h"
+#include "platform/FaultHook.h"
 #include "platform/Files.h"
 #include "services/Catalogues.h"
 #include "services/Settings.h"
@@ -17,6 +19,10 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
+#include <filesystem>
+#include <string_view>
+
 namespace velmora {
 namespace {
 
@@ -30,7 +36,6 @@ class Startup : public ::testing::Test {
         Files::CreateFolder(temp / "Game/Data");
         ProgramDirectory = temp / "Home";
         Settings = {};
-        ini.INIFile = temp / "Home/VelWriter.ini";
     }
     ~Startup() override { ReleaseCatalogues(); }
 
@@ -55,7 +60,17 @@ class Startup : public ::testing::Test {
             options->hide();
         });
     }
-    void OpenOptions() { frmOptions(ini).Show(); }
+    void Pick(const char* item) {
+        auto* action = writer.findChild<QAction*>(QString::fromLatin1(item));
+        ASSERT_TRUE(action && action->isEnabled()) << item;
+        action->trigger();
+    }
+    static QWidget* Shown(const char* name) {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName() == QLatin1String(name) && window->isVisible())
+                return window;
+        return nullptr;
+    }
     [[nodiscard]] LineBox* Box(const char* name) const {
         return options->findChild<LineBox*>(QString::fromLatin1(name));
     }
@@ -69,16 +84,11 @@ class Startup : public ::testing::Test {
     TempFolder temp;
     ScratchRegistry registry;
     ScriptedPrompts prompts;
-    clsINI ini;
     frmWriter writer;
     frmOptions* options = nullptr;
 };
 
 constexpr const char* InvalidPath = "Message[Exclamation]: That does not appear to be a valid path!";
-constexpr const char* StandardFile =
-    "Message: You may not use the chosen event file to save your events in, as it is a Velmora standard "
-    "event file.";
-
 TEST_F(Startup, WritesTheDefaultsOfMissingKeys) {
     Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=Mine\r\nAutoBackup=true\r\n");
     EXPECT_THAT(prompts.Transcript, IsEmpty());
@@ -148,43 +158,108 @@ TEST_F(Startup, AsksForOptionsWithoutAnEventFile) {
     EXPECT_EQ(Settings.SortBy, "1");
 }
 
-TEST_F(Startup, KeepsRejectedOptionsAndTheDialog) {
-    temp.Write("Home/VelWriter.ini", "[Setup]\r\nPath=" + Game() + "\r\nEvent File=Old\r\n");
-    InOptions([this] {
-        Type("txtVelmoraPath", temp / "Nowhere");
-        Type("txtEventFile", "Core Events.EVENT");
-        QTest::keyClick(Box("txtEventFile"), Qt::Key_Return);
-        EXPECT_TRUE(options->isVisible());
-        EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(InvalidPath, StandardFile));
-        EXPECT_THAT(IniFile(), ::testing::HasSubstr("Path=" + (temp / "Nowhere") + Files::Separator));
-        EXPECT_THAT(IniFile(), ::testing::HasSubstr("Event File=CoreEvents\r\n"));
-        EXPECT_EQ(Settings.EventFile, "CoreEvents.event");
-        Type("txtVelmoraPath", Game());
-        Type("txtEventFile", "Pirates.EVENT");
-        QTest::keyClick(options, Qt::Key_Escape);
-    });
-    OpenOptions();
+TEST_F(Startup, OpensOneEditorAtATime) {
+    Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
+    Files::CreateFolder(temp / "Game/Data/UP_Issues");
+    writer.show();
+    const auto expectRoundTrip = [this](const char* name) {
+        QWidget* editor = Shown(name);
+        ASSERT_TRUE(editor) << name;
+        EXPECT_FALSE(writer.isVisible()) << name;
+        editor->close();
+        EXPECT_TRUE(writer.isVisible()) << name;
+    };
+    Pick("mnuEvents");
+    expectRoundTrip("frmEvents");
+    Pick("mnuUPIssues");
+    expectRoundTrip("frmUPIssues");
+    EXPECT_TRUE(writer.OpenEditor(QStringLiteral("sbmodules")));
+    expectRoundTrip("frmSBModules");
+    EXPECT_FALSE(writer.OpenEditor(QStringLiteral("planets")));
     EXPECT_THAT(prompts.Transcript, IsEmpty());
-    EXPECT_THAT(IniFile(), ::testing::HasSubstr("Path=" + Game() + "\r\nEvent File=Pirates\r\n"));
-    EXPECT_EQ(Settings.EventFile, "Pirates.event");
 }
 
-TEST_F(Startup, BrowsingShowsTheWorkingCopyAgain) {
-    temp.Write("Home/VelWriter.ini", "[Setup]\r\nPath=" + Game() + "\r\nEvent File=Old\r\n");
-    prompts.ExpectPickFolder("Please locate the Velmora install directory", "")
-        .ExpectPickFolder("Please locate the Velmora install directory", temp / "Home/");
-    InOptions([this] {
-        auto* browse = options->findChild<QAbstractButton*>(QStringLiteral("cmdBrowse"));
-        Type("txtEventFile", "Typed");
-        browse->click();
-        EXPECT_EQ(Box("txtVelmoraPath")->Bytes(), CutGame());
-        EXPECT_EQ(Box("txtEventFile")->Bytes(), "Old");
-        browse->click();
-        EXPECT_EQ(Box("txtVelmoraPath")->Bytes(), temp / "Home/");
-        Done();
-    });
-    OpenOptions();
-    EXPECT_EQ(Settings.GamePath, temp / "Home/");
+TEST_F(Startup, EndsWithItsMainWindow) {
+    Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
+    writer.show();
+    QTimer::singleShot(0, qApp, [this] { Pick("mnuExit"); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_FALSE(writer.isVisible());
+}
+
+TEST_F(Startup, ShowsTheReleaseNotes) {
+    Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
+    temp.Write("Home/ReleaseNotes.txt", "New.");
+    Pick("mnuReleaseNotes");
+    EXPECT_THAT(prompts.Transcript, ElementsAre("ShowTextFile: " + (temp / "Home/ReleaseNotes.txt")));
+}
+
+/// The main window over a game whose data directory can be copied.
+class Backup : public Startup {
+  protected:
+    Backup() {
+        Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
+        Files::CreateFolder(temp / "Game/Data/UP_Issues");
+        temp.Write("Game/Data/A.event", "one");
+        temp.Write("Game/Data/UP_Issues/B.UPIssue", "two");
+    }
+    ~Backup() override { gFaultHook = nullptr; }
+
+    /// Picks the command and answers its question; the name of the copy asked about.
+    std::string BackUp(bool answer) {
+        prompts.ExpectAsk("", answer);
+        Pick("mnuBackupDataDirectory");
+        const std::string asked = prompts.Transcript.front();
+        const std::string before = "|This copy will be named ";
+        const std::size_t begin = asked.find(before) + before.size();
+        EXPECT_EQ(asked.substr(0, begin), "Ask: This will create a copy of " + Settings.DataPath + before);
+        return asked.substr(begin, asked.find("|Proceed?") - begin);
+    }
+};
+
+TEST_F(Backup, CopiesTheDataDirectoryOnce) {
+    const std::string copy = BackUp(false);
+    EXPECT_THAT(copy, ::testing::StartsWith(Game() + "DATA DIR 2"));
+    EXPECT_FALSE(Files::FolderExists(copy));
+
+    prompts.TakeTranscript();
+    BackUp(true);
+    EXPECT_EQ(prompts.Transcript.back(), "Message: Operation complete!");
+    EXPECT_EQ(Files::ReadWhole(copy + "/A.event"), "one");
+    EXPECT_EQ(Files::ReadWhole(copy + "/UP_Issues/B.UPIssue"), "two");
+
+    prompts.TakeTranscript();
+    temp.Write("Game/Data/A.event", "changed");
+    BackUp(true);
+    EXPECT_EQ(prompts.Transcript.back(),
+              "Message[Critical]: The directory " + copy + " already exists!  Operation cancelled.");
+    EXPECT_EQ(Files::ReadWhole(copy + "/A.event"), "one");
+}
+
+TEST_F(Backup, IsNotBegunWithoutRoom) {
+    std::filesystem::resize_file(temp / "Game/Data/A.event", std::uintmax_t{1} << 43);
+    const std::string copy = BackUp(true);
+    EXPECT_THAT(prompts.Transcript.back(), ::testing::StartsWith("Message[Critical]: The copy needs 87960"));
+    EXPECT_FALSE(Files::FolderExists(copy));
+}
+
+TEST_F(Backup, LeavesNothingWhenItFails) {
+    static int writes;
+    writes = 0;
+    gFaultHook = [](const char* operation) {
+        return operation == std::string_view("write") && ++writes == 2 ? ENOSPC : 0;
+    };
+    const std::string copy = BackUp(true);
+    gFaultHook = nullptr;
+    ASSERT_EQ(prompts.Errors.size(), 1u);
+    const ErrorDetails& error = prompts.Errors.front();
+    EXPECT_EQ(error.Number, FailureDiskFull);
+    EXPECT_THAT(error.Description, ::testing::HasSubstr("B.UPIssue"));
+    EXPECT_EQ(error.CallStack, "frmWriter_mnuBackupDataDirectory_Click\r\n");
+    EXPECT_TRUE(error.CollectUserInput);
+    EXPECT_TRUE(error.OfferDetails);
+    EXPECT_FALSE(Files::FolderExists(copy));
+    EXPECT_TRUE(Files::FileExists(temp / "Home/VelmoraEventWriter.log"));
 }
 
 } // namespace

@@ -1,0 +1,98 @@
+// Every window can be used by keyboard and screen reader: Tab reaches each control, and each has a name.
+#include "editor/EditorFixture.h"
+#include "editor/TextViewer.h"
+#include "editor/frmZoomTo.h"
+#include "events/frmEvents.h"
+#include "sbmodules/frmSBModules.h"
+#include "services/frmError.h"
+#include "shell/frmOptions.h"
+#include "shell/frmWriter.h"
+#include "upissues/frmUPIssues.h"
+
+#include <QAbstractScrollArea>
+
+#include <set>
+
+namespace velmora {
+namespace {
+
+class Keyboard : public WindowTest {
+  protected:
+    Keyboard() {
+        temp.Write("Game/Data/A.event", "EVENT Raid\r\nTITLE Raid\r\nENDEVENT\r\n");
+        const std::string issues = "Data/UP_Issues/Council.UPIssue";
+        temp.Write("Game/" + issues, Files::ReadWhole(std::string(VELMORA_SAMPLE) + "/" + issues));
+    }
+
+    static bool TakesTab(const QWidget* widget) {
+        return widget->isVisible() && widget->isEnabled() && !widget->focusProxy() &&
+               (widget->focusPolicy() & Qt::TabFocus) != 0;
+    }
+    static std::string Called(const QWidget* widget) {
+        return FromQt(QString::fromLatin1(widget->metaObject()->className()) + QLatin1Char(' ') +
+                      widget->objectName());
+    }
+    /// Presses Tab until the focus comes round; what it never reached, and what it reached without a name.
+    static void Walk(QWidget& shown) {
+        shown.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
+        std::set<const QWidget*> reached;
+        for (int step = 0; step < 200; ++step) {
+            QTest::keyClick(shown.focusWidget() ? shown.focusWidget() : &shown, Qt::Key_Tab);
+            const QWidget* now = shown.focusWidget();
+            if (now == nullptr || !reached.insert(now).second)
+                break;
+        }
+        for (const QWidget* widget : shown.findChildren<QWidget*>()) {
+            if (widget->window() != &shown || !TakesTab(widget))
+                continue;
+            // Of a group of option buttons Tab reaches one; the arrow keys reach the others.
+            EXPECT_TRUE(widget->inherits("QRadioButton") || reached.count(widget))
+                << "Tab never reaches " << Called(widget);
+            const auto* button = qobject_cast<const QAbstractButton*>(widget);
+            EXPECT_FALSE(widget->accessibleName().isEmpty() && (!button || button->text().isEmpty()))
+                << "no name: " << Called(widget);
+        }
+    }
+};
+
+TEST_F(Keyboard, ReachesEveryControlOfTheEditors) {
+    Open<frmEvents>();
+    Walk(*window);
+    Pick("mnuEditThisEvent");
+    Walk(*window);
+    Pick("mnuDiscardChanges");
+
+    Open<frmUPIssues>();
+    Walk(*window);
+    Pick("mnuEditThisIssue");
+    Walk(*window);
+    Pick("mnuDiscardChanges");
+
+    Open<frmSBModules>();
+    Walk(*window);
+}
+
+TEST_F(Keyboard, ReachesEveryControlOfTheDialogs) {
+    clsINI ini;
+    ini.INIFile = temp / "VelWriter.ini";
+    frmOptions options(ini);
+    Walk(options);
+    options.hide();
+
+    TextViewer viewer(QStringLiteral("Notes"), QStringLiteral("Some text\nof two lines"));
+    Walk(viewer);
+
+    ErrorDetails details;
+    details.CollectUserInput = true;
+    frmError error(details);
+    Walk(error);
+
+    Library library(EventKind);
+    library.AddNew("Raid", temp / "Game/Data/", "A.event");
+    frmZoomTo zoom(library);
+    Walk(zoom);
+}
+
+} // namespace
+} // namespace velmora
