@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QProgressDialog>
 #include <QTest>
 
 #include <cstdio>
@@ -46,8 +47,8 @@ void Tour::Meet(const QString& what, const QString& button) {
 void Tour::LookForDialog() {
     met.removeIf([](const QPointer<QWidget>& dialog) { return !dialog || !dialog->isVisible(); });
     QWidget* dialog = QApplication::activeModalWidget();
-    if (!dialog || met.contains(dialog) || !dialog->isVisible())
-        return;
+    if (!dialog || met.contains(dialog) || !dialog->isVisible() || qobject_cast<QProgressDialog*>(dialog))
+        return; // a progress dialog waits for no answer
     met.append(dialog);
     if (meetings.empty()) {
         ++surprises;
