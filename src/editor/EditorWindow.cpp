@@ -21,7 +21,7 @@
 namespace velmora {
 
 EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent)
-    : RecordWindow(recordKind, parent), words(editorWords) {}
+    : RecordWindow(recordKind, parent), words(editorWords), unwritten(library) {}
 
 void EditorWindow::AdoptEditor() {
     AdoptForm(words.DetailsFrame, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});
@@ -41,6 +41,11 @@ LoadRequest EditorWindow::Request() const {
     request.Folder = DataFolder();
     request.OwnFile = OwnFile();
     return request;
+}
+
+void EditorWindow::EndLoad() {
+    if (unwritten.Offer(ProgramFile(std::string(library.Kind.Word) + "s.journal"), DataFolder()))
+        PopulateForm(0);
 }
 
 void EditorWindow::AdoptCommands() {
@@ -151,6 +156,7 @@ void EditorWindow::Commit() {
         FormToRecord(record);
         record.IsDirty = true;
         record.IsBeingAdded = false;
+        unwritten.Keep({&record});
         PopulateForm(CurrentIndex());
         SetReadOnly();
     });
@@ -174,6 +180,7 @@ void EditorWindow::ToggleDeletion() {
         return;
     record.ToBeDeleted = !record.ToBeDeleted;
     record.IsDirty = true;
+    unwritten.Keep({&record});
     PopulateForm(CurrentIndex());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/RecordWindow.h"
+#include "editor/UnwrittenWork.h"
 #include "services/modWriter.h"
 
 #include <string>
@@ -64,6 +65,8 @@ class EditorWindow : public RecordWindow {
     [[nodiscard]] const char* SortByFileItem() const override { return words.SortByFileItem; }
     [[nodiscard]] std::string UnwrittenQuestion() const override { return words.UnwrittenQuestion; }
     [[nodiscard]] LoadRequest Request() const override;
+    void EndLoad() override;
+    void ReleaseRecords() override { unwritten.Drop(); }
 
     void SetForEditing(const std::string& statusText);
     void EnableFrames(bool enabled) override;
@@ -116,6 +119,7 @@ class EditorWindow : public RecordWindow {
     void UpdateEditMenu();
 
     EditorWords words;
+    UnwrittenWork unwritten;
 };
 
 } // namespace velmora

@@ -35,7 +35,12 @@ void EditorWindow::RenameThisFile() {
                                            [this](const std::string& name) { return RenameRefusal(name); });
     if (answer.empty())
         return;
-    library.RenameFile(oldFile, answer + std::string(library.Kind.Extension));
+    const std::string newFile = answer + std::string(library.Kind.Extension);
+    library.RenameFile(oldFile, newFile);
+    std::vector<const Record*> renamed;
+    for (const std::string& name : library.NamesInFile(newFile))
+        renamed.push_back(library.Find(name));
+    unwritten.Keep(renamed);
     PopulateForm(CurrentIndex());
 }
 
@@ -45,7 +50,9 @@ void EditorWindow::MoveToNewFile() {
                                            [this](const std::string& name) { return MoveRefusal(name); });
     if (answer.empty())
         return;
-    library.MoveRecord(ShownRecord(), DataFolder(), oldFile, answer + words.MoveExtension);
+    Record& record = ShownRecord();
+    library.MoveRecord(record, DataFolder(), oldFile, answer + words.MoveExtension);
+    unwritten.Keep({&record});
     PopulateForm(CurrentIndex());
 }
 
@@ -59,6 +66,7 @@ void EditorWindow::WriteToFile() {
         for (const std::string& file : files)
             library.WriteItDown(DataFolder(), file);
         library.FilesLosingRecords.clear();
+        unwritten.Drop();
         InitForm();
     });
 }
@@ -71,6 +79,7 @@ void EditorWindow::ReadAgain() {
                         true}))
         return;
     library.FilesLosingRecords.clear();
+    unwritten.Drop();
     InitForm();
 }
 

@@ -110,6 +110,8 @@ void RecordWindow::Load() {
         SortBy(1);
     PopulateForm(0);
     SetReadOnly();
+    if (loaded)
+        EndLoad();
 }
 
 bool RecordWindow::ReadLibrary() {

@@ -49,6 +49,8 @@ class RecordWindow : public QMainWindow {
     [[nodiscard]] virtual LoadRequest Request() const = 0;
     /// Called before the library is read.
     virtual void BeginLoad() {}
+    /// Called when the library was read to its end and is on show.
+    virtual void EndLoad() {}
     /// Puts a record into the form; nullptr empties it.
     virtual void ShowRecord(Record* record) = 0;
     /// Called when the window has closed, after the records are gone.

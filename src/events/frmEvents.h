@@ -24,7 +24,10 @@ class frmEvents : public EditorWindow {
 
   protected:
     void BeginLoad() override;
-    void ReleaseRecords() override { EventWildCardSubs.RemoveAll(); }
+    void ReleaseRecords() override {
+        EditorWindow::ReleaseRecords();
+        EventWildCardSubs.RemoveAll();
+    }
     void ShowRecord(Record* record) override;
     bool ValidateData() override;
     void FormToRecord(Record& record) override;

@@ -164,6 +164,16 @@ void Append(std::string_view path, std::string_view bytes) {
     });
 }
 
+void AppendSafely(std::string_view path, std::string_view bytes) {
+    const fs::path host = HostPath(path);
+    Attempt("write", host, Wanted::File, [&] {
+        OutFile file(host, OutFile::Opening::Append);
+        file.Write(bytes);
+        file.Flush();
+        file.Close();
+    });
+}
+
 void ReplaceSafely(std::string_view path, std::string_view bytes) {
     const fs::path host = HostPath(path);
     Attempt("write", host, Wanted::File, [&] { ReplaceTarget(HostFiles::FollowLinks(host), bytes); });

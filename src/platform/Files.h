@@ -51,6 +51,8 @@ std::uint64_t SizeOf(std::string_view path);
 
 /// Appends bytes, creating the file when it is missing.
 void Append(std::string_view path, std::string_view bytes);
+/// The same, returning once the bytes are on the disk itself.
+void AppendSafely(std::string_view path, std::string_view bytes);
 
 /// Replaces (or creates) a file as a whole: writes beside it, flushes to disk, renames over it, flushes the
 /// folder. Keeps the mode of the old file, follows a symbolic link to its target. On failure the old file is

@@ -24,7 +24,10 @@ class frmUPIssues : public EditorWindow {
   protected:
     void LoadForm() override;
     void BeginLoad() override;
-    void ReleaseRecords() override { UPIssueSubstitutions.RemoveAll(); }
+    void ReleaseRecords() override {
+        EditorWindow::ReleaseRecords();
+        UPIssueSubstitutions.RemoveAll();
+    }
     void ShowRecord(Record* record) override;
     bool ValidateData() override;
     void FormToRecord(Record& record) override;

@@ -437,6 +437,8 @@ TEST_F(EventForm, KeepsEventsOfTheGamesOwnFiles) {
         EXPECT_EQ(At(3).GenerateEventString(false), copy.GenerateEventString(false));
         EXPECT_EQ(At(3).ShortName, "MyEvents.event");
         EXPECT_EQ(At(3).FileName, Settings.DataPath + "MyEvents.event");
+        prompts.ExpectAsk("", true);
+        EXPECT_TRUE(window->close());
     }
 }
 

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "records/Journal.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QLockFile;
+
+namespace velmora {
+
+/// An editor's journal: offers what a crash left, keeps what is committed, tells of trouble once.
+class UnwrittenWork {
+  public:
+    explicit UnwrittenWork(Library& library);
+    ~UnwrittenWork();
+
+    /// To be called after loading: asks whether to take up what an earlier run left. True when it was taken
+    /// up. While another program has the journal, edits are not kept.
+    bool Offer(const std::string& path, const std::string& folder);
+    /// Keeps records that were just committed, marked or moved.
+    void Keep(const std::vector<const Record*>& changed);
+    /// Forgets everything: it is written, or the user gave it up.
+    void Drop();
+
+  private:
+    bool Lock(const std::string& path);
+    [[nodiscard]] bool AskToTakeUp(const Journal::Leftover& found) const;
+    static void TellTrouble(const std::string& reason);
+
+    Journal journal;
+    std::unique_ptr<QLockFile> lock;
+};
+
+} // namespace velmora

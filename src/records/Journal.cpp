@@ -1,0 +1,205 @@
+#include "records/Journal.h"
+
+#include "platform/Failure.h"
+#include "platform/Files.h"
+#include "records/BlockReader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <ctime>
+
+namespace velmora {
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+constexpr std::string_view Deleted = "DELETED";
+
+std::string FirstLines(const RecordKind& kind, const std::string& folder) {
+    return "VELMORA JOURNAL 1 " + std::string(kind.Word) + "\r\nFOLDER " + folder + "\r\n";
+}
+
+/// Tells a torn entry from a whole one (FNV-1a).
+std::string Checksum(std::string_view text) {
+    std::uint64_t sum = 0xCBF29CE484222325;
+    for (const char c : text)
+        sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+    char digits[17];
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(sum));
+    return digits;
+}
+
+bool Skip(std::string_view& text, std::string_view start) {
+    const bool starts = text.starts_with(start);
+    text.remove_prefix(starts ? start.size() : 0);
+    return starts;
+}
+
+std::string_view TakeLine(std::string_view& text) {
+    const std::string_view line = text.substr(0, text.find(LineEnd));
+    text.remove_prefix(std::min(text.size(), line.size() + LineEnd.size()));
+    return line;
+}
+
+/// The content of the entry at the front; nothing when it is torn.
+std::string_view TakeEntry(std::string_view& text) {
+    std::string_view line = TakeLine(text);
+    std::size_t size = 0;
+    if (!Skip(line, "ENTRY "))
+        return {};
+    const char* const end = std::from_chars(line.data(), line.data() + line.size(), size).ptr;
+    line.remove_prefix(static_cast<std::size_t>(end - line.data()));
+    const std::string_view content = text.substr(0, size);
+    if (content.size() != size || !Skip(line, " ") || line != Checksum(content))
+        return {};
+    text.remove_prefix(size);
+    return content;
+}
+
+std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block) {
+    std::unique_ptr<Record> read;
+    const FindingSink silent = [](const Finding&) {};
+    BlockReader reader(kind, {}, silent,
+                       [&](std::unique_ptr<Record> record, std::size_t) { read = std::move(record); });
+    reader.Read(block);
+    return read;
+}
+
+/// False when it holds no record.
+bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover& found) {
+    std::string_view file = TakeLine(entry);
+    if (!Skip(file, "FILE "))
+        return false;
+    const bool deleted = entry.starts_with(Deleted);
+    if (deleted)
+        TakeLine(entry);
+    while (Skip(entry, "LOSING "))
+        found.FilesLosingRecords.emplace_back(TakeLine(entry));
+    std::unique_ptr<Record> record = ReadBlock(kind, entry);
+    if (!record)
+        return false;
+    record->ShortName = file;
+    record->ToBeDeleted = deleted;
+    const std::string name = kind.NameOf(*record);
+    if (auto* earlier = found.Records.Find(name))
+        *earlier = std::move(record);
+    else
+        found.Records.Add(name, std::move(record));
+    return true;
+}
+
+} // namespace
+
+void Journal::Find(const std::string& journalPath, const std::string& dataFolder, Leftover& found) {
+    path = journalPath;
+    folder = dataFolder;
+    noting = whole = complained = false;
+    if (!Files::FileExists(path))
+        return;
+    const std::string bytes = Files::ReadWhole(path);
+    std::string_view text = bytes;
+    if (!Skip(text, FirstLines(library.Kind, folder))) {
+        found.Complaint = "There are unwritten edits in " + path +
+                          " that do not belong to this data directory or cannot be read.";
+        return;
+    }
+    while (!text.empty() && found.Complaint.empty())
+        if (!ReadEntry(library.Kind, TakeEntry(text), found))
+            found.Complaint = "Not all unwritten edits in " + path + " can be read.";
+}
+
+std::string Journal::KeepCopy() const {
+    char date[17];
+    const std::time_t now = std::time(nullptr);
+    std::strftime(date, sizeof date, ".%Y%m%d-%H%M%S", std::localtime(&now));
+    std::string copy = path + date;
+    while (Files::FileExists(copy))
+        copy += '+';
+    Files::CopyFile(path, copy);
+    return copy;
+}
+
+void Journal::TakeUp(const Leftover& found) {
+    for (const auto& [name, left] : found.Records) {
+        Record* record = library.Find(name);
+        if (!record)
+            record = &library.AddNew(name, folder, left->ShortName);
+        CopyContent(library.Kind, *left, *record);
+        record->ShortName = left->ShortName;
+        record->FileName = folder + left->ShortName;
+        record->IsBeingAdded = false;
+        record->IsDirty = true;
+        record->ToBeDeleted = left->ToBeDeleted;
+        library.Files.TryAdd(left->ShortName, static_cast<std::int32_t>(library.Files.Count()) + 1);
+    }
+    auto& losing = library.FilesLosingRecords;
+    for (const std::string& file : found.FilesLosingRecords)
+        if (std::find(losing.begin(), losing.end(), file) == losing.end())
+            losing.push_back(file);
+}
+
+template <class Work>
+std::string Journal::Attempt(const Work& work) {
+    try {
+        work();
+        return {};
+    } catch (const Failure& failure) {
+        whole = false;
+        return std::exchange(complained, true) ? "" : failure.Description();
+    }
+}
+
+std::string Journal::Begin() {
+    noting = true;
+    return Attempt([this] { library.AnyDirty() ? Rewrite() : RemoveFile(); });
+}
+
+std::string Journal::Note(const std::vector<const Record*>& changed) {
+    if (!noting)
+        return {};
+    return Attempt([&] {
+        if (!whole || !Files::FileExists(path)) {
+            Rewrite();
+            return;
+        }
+        std::string text;
+        for (const Record* record : changed)
+            AppendEntry(*record, text);
+        Files::AppendSafely(path, text);
+    });
+}
+
+std::string Journal::Remove() {
+    if (!std::exchange(noting, false))
+        return {};
+    return Attempt([this] { RemoveFile(); });
+}
+
+void Journal::RemoveFile() const {
+    if (Files::FileExists(path))
+        Files::DeleteFile(path);
+}
+
+void Journal::Rewrite() {
+    losingNoted.clear();
+    std::string text = FirstLines(library.Kind, folder);
+    for (const auto& [name, record] : library.Records)
+        if (record->IsDirty)
+            AppendEntry(*record, text);
+    Files::ReplaceSafely(path, text);
+    whole = true;
+}
+
+void Journal::AppendEntry(const Record& record, std::string& text) {
+    std::string entry = "FILE " + record.ShortName + "\r\n";
+    if (record.ToBeDeleted)
+        entry.append(Deleted).append(LineEnd);
+    for (const std::string& file : library.FilesLosingRecords)
+        if (losingNoted.insert(file).second)
+            entry.append("LOSING ").append(file).append(LineEnd);
+    AppendBlock(library.Kind, record, entry);
+    text += "ENTRY " + std::to_string(entry.size()) + ' ' + Checksum(entry) + "\r\n" + entry;
+}
+
+} // namespace velmora

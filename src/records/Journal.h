@@ -1,0 +1,63 @@
+#pragma once
+
+#include "records/Library.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace velmora {
+
+/// Keeps the committed, unwritten edits of a library on disk, so that a crash does not take them.
+///
+/// The file tells its kind and data directory and then holds an entry an edit: where the record belongs, its
+/// flags and its block. An entry carries its length and a checksum; of several for one record the last
+/// counts. So an edit costs what its record costs, however large the library is.
+class Journal {
+  public:
+    /// What an earlier run left.
+    struct Leftover {
+        KeyedCollection<std::unique_ptr<Record>> Records; ///< the last state of each, key: its name
+        std::vector<std::string> FilesLosingRecords;
+        std::string Complaint; ///< why the file, or its rest, cannot be made use of; mostly empty
+    };
+
+    explicit Journal(Library& subject) : library(subject) {}
+
+    /// Turns to the journal of a data directory and reads what it holds. Nothing is noted until Begin.
+    void Find(const std::string& journalPath, const std::string& dataFolder, Leftover& found);
+    /// Copies the journal under a dated name beside it and returns that name.
+    [[nodiscard]] std::string KeepCopy() const;
+    /// Gives the library the edits that were left: records known by name change in their place, others are
+    /// added at the end.
+    void TakeUp(const Leftover& found);
+
+    // Trouble with the disk never reaches the edits: it is returned as a text, once until the next Find.
+
+    /// From now on edits are noted. What the library holds unwritten replaces what the file held.
+    std::string Begin();
+    /// Notes the state of records that were just changed.
+    std::string Note(const std::vector<const Record*>& changed);
+    /// Removes the journal: its edits are written, or given up.
+    std::string Remove();
+
+  private:
+    void Rewrite();
+    void RemoveFile() const;
+    void AppendEntry(const Record& record, std::string& text);
+    /// Runs work on the file; the text of its failure when it is the first.
+    template <class Work>
+    std::string Attempt(const Work& work);
+
+    Library& library;
+    std::string path;
+    std::string folder;
+    std::unordered_set<std::string> losingNoted;
+    bool noting = false;
+    bool whole = false; ///< the file holds everything unwritten: appending will do
+    bool complained = false;
+};
+
+} // namespace velmora
