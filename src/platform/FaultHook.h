@@ -6,9 +6,9 @@
 
 namespace velmora {
 
-/// Lets tests break what the host does to files: called before every system call that changes something,
-/// with its name ("open", "write", "fsync", "close", "rename", "unlink", "mkdir", "rmdir"). 0 lets the call
-/// happen, an errno value makes it fail that way.
+/// Lets tests break what the host does to files: called before every system call that opens, reads or
+/// changes something, with its name ("open", "read", "write", "fsync", "close", "rename", "unlink", "mkdir",
+/// "rmdir"). 0 lets the call happen, an errno value makes it fail that way.
 inline int (*gFaultHook)(const char* operation) = nullptr;
 
 /// The longest piece that one "write" takes, given what is wanted: full disks begin with short writes.

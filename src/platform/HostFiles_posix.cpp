@@ -109,8 +109,9 @@ class Folder {
 
 } // namespace
 
-InFile::InFile(const Path& path)
-    : Handle(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
+InFile::InFile(const Path& path) {
+    CheckFault("open");
+    Handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (Handle < 0) {
         Refuse(errno, "open");
     }
@@ -129,6 +130,7 @@ InFile::~InFile() {
 }
 
 std::size_t InFile::Read(char* buffer, std::size_t size) {
+    CheckFault("read");
     while (true) {
         const ssize_t got = ::read(Descriptor(Handle), buffer, size);
         if (got >= 0) {
