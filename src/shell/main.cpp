@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 
 namespace {
 
@@ -26,6 +27,10 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VelmoraWriter"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("velmora-writer"));
+    QIcon icon(QStringLiteral(":/velmora-writer-48.png"));
+    icon.addFile(QStringLiteral(":/velmora-writer-256.png"));
+    QApplication::setWindowIcon(icon);
     // Editors come and go while the main window is hidden.
     QApplication::setQuitOnLastWindowClosed(false);
 
