@@ -115,7 +115,7 @@ class LibraryFixture : public ::testing::Test {
             return found;
         };
         const std::vector<std::string> before = blocks();
-        library.WriteItDown(data, file);
+        library.WriteFiles(data, {file});
         EXPECT_EQ(Get(file), Join(before, ""));
         ASSERT_TRUE(Load());
         EXPECT_THAT(texts, ::testing::IsEmpty());

@@ -63,8 +63,7 @@ void EditorWindow::WriteToFile() {
             return;
         if (!gPrompts->Ask({words.WriteIntroduction + "\r\r" + Join(files, "\r") + "\r\rProceed?"}))
             return;
-        for (const std::string& file : files)
-            library.WriteItDown(DataFolder(), file);
+        library.WriteFiles(DataFolder(), files);
         library.FilesLosingRecords.clear();
         unwritten.Drop();
         InitForm();

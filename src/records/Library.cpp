@@ -59,7 +59,12 @@ void Library::Reorder() {
 
 void Library::NoteNewFile(const std::string& oldFile, const std::string& newFile) {
     FilesLosingRecords.push_back(oldFile);
-    Files.TryAdd(newFile, static_cast<std::int32_t>(Files.Count()) + 1);
+    PlaceOf(newFile);
+}
+
+std::int32_t Library::PlaceOf(const std::string& shortName) {
+    Files.TryAdd(shortName, static_cast<std::int32_t>(Files.Count()) + 1);
+    return static_cast<std::int32_t>(Files.IndexOf(shortName));
 }
 
 void Library::RenameFile(const std::string& oldFile, const std::string& newFile) {

@@ -75,17 +75,22 @@ class Library {
 
     /// Short names of the files that hold an edited record or lost one, as first met, told apart by case.
     [[nodiscard]] std::vector<std::string> FilesToWrite() const;
-    /// Rewrites one file from its records in list order, those marked for deletion left out; a file left
-    /// without records is deleted.
-    void WriteItDown(const std::string& folder, const std::string& shortName) const;
+    /// Rewrites files from their records in list order, those marked for deletion left out; a file left
+    /// without records is deleted. A file that gains a record is written before the one that loses it. Names
+    /// that differ in case only mean one file. A failure tells which files were written; the records stay
+    /// such that writing the same files again does the rest.
+    void WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames);
 
   private:
+    class Writer;
     std::vector<std::string> ListAndBackUp(const LoadRequest& request) const;
     void BackUp(const LoadRequest& request, const std::string& fileName) const;
     void Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
               std::size_t line, const FindingSink& findings);
     std::string fileBytes; ///< of the file being read; kept from one to the next for its memory
     void NoteNewFile(const std::string& oldFile, const std::string& newFile);
+    /// Position of a file in Files, where it is added when it is not there yet.
+    std::int32_t PlaceOf(const std::string& shortName);
 };
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// The library's dealings with the disk: loading a folder of files, with backups, and writing files back.
+// The library's reading from disk: a folder of files, with backups.
 #include "platform/Files.h"
 #include "records/BlockReader.h"
 #include "records/Library.h"
@@ -6,7 +6,6 @@
 #include "services/Trap.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace velmora {
 
@@ -58,8 +57,10 @@ void Library::ParseFile(const LoadRequest& request, const std::string& path) {
         velmora::Files::ReadWhole(path, fileBytes);
         if (request.Accept && !request.Accept(name, fileBytes))
             return;
+        const auto place = static_cast<std::int32_t>(std::min(Files.IndexOf(name), Files.Count()));
         BlockReader reader(Kind, name, request.Findings,
                            [&](std::unique_ptr<Record> record, std::size_t line) {
+                               record->FileOnDisk = place;
                                Take(std::move(record), path, name, line, request.Findings);
                            });
         reader.Read(fileBytes);
@@ -79,35 +80,6 @@ void Library::Take(std::unique_ptr<Record> record, const std::string& path, cons
     const bool added = admitted ? Records.TryAdd(name, std::move(record)) : !Records.Exists(name);
     if (!added)
         report(Kind.DuplicateRule, std::string(Kind.DuplicateText) + name + ", File = " + fileName);
-}
-
-std::vector<std::string> Library::FilesToWrite() const {
-    std::vector<std::string> names;
-    std::unordered_set<std::string> met;
-    const auto meet = [&](const std::string& name) {
-        if (met.insert(name).second)
-            names.push_back(name);
-    };
-    for (const auto& [name, record] : Records)
-        if (record->IsDirty)
-            meet(record->ShortName);
-    for (const std::string& name : FilesLosingRecords)
-        meet(name);
-    return names;
-}
-
-void Library::WriteItDown(const std::string& folder, const std::string& shortName) const {
-    Trap(Kind.Routine("WriteItDown"), {shortName}, [&] {
-        std::string text;
-        for (const auto& [name, record] : Records)
-            if (!record->ToBeDeleted && CodePage::EqualNoCase(record->ShortName, shortName))
-                AppendBlock(Kind, *record, text);
-        const std::string path = folder + shortName;
-        if (!text.empty())
-            velmora::Files::ReplaceSafely(path, text);
-        else if (velmora::Files::FileExists(path))
-            velmora::Files::DeleteFile(path);
-    });
 }
 
 } // namespace velmora

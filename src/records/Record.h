@@ -12,13 +12,14 @@ class Record {
   public:
     virtual ~Record() = default;
 
-    std::string FileName;        ///< full path of the file the record belongs to
-    std::string ShortName;       ///< that file's name with extension
-    std::int32_t OrigNumber = 0; ///< 1-based position at load or creation
-    std::size_t HeaderLine = 0;  ///< 1-based line of its header in its file, 0 for one made in the editor
-    bool IsDirty = false;        ///< committed, not yet written
-    bool IsBeingAdded = false;   ///< created, not yet committed
-    bool ToBeDeleted = false;    ///< left out at the next write
+    std::string FileName;         ///< full path of the file the record belongs to
+    std::string ShortName;        ///< that file's name with extension
+    std::int32_t OrigNumber = 0;  ///< 1-based position at load or creation
+    std::int32_t FileOnDisk = -1; ///< position in the library's files of the one that holds it on disk
+    std::size_t HeaderLine = 0;   ///< 1-based line of its header in its file, 0 for one made in the editor
+    bool IsDirty = false;         ///< committed, not yet written
+    bool IsBeingAdded = false;    ///< created, not yet committed
+    bool ToBeDeleted = false;     ///< left out at the next write
 
     /// Status text: of the first flag that is set, which is stored too; else the text last stored.
     const std::string& Status() {

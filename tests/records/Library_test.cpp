@@ -1,7 +1,12 @@
 #include "records/Library.h"
 
+#include "FailureOf.h"
 #include "LibraryFixture.h"
 #include "events/clsEvent.h"
+#include "platform/FaultHook.h"
+
+#include <cerrno>
+#include <map>
 
 namespace velmora {
 namespace {
@@ -133,11 +138,148 @@ TEST_F(LibraryTest, WritesExactlyTheRecordsOfAFile) {
     library.At(1).ToBeDeleted = library.At(1).IsDirty = true;
     library.MoveRecord(library.At(2), data, "a.event", "B.Event");
     EXPECT_THAT(library.FilesToWrite(), ElementsAre("a.event", "B.Event"));
-    for (const std::string& file : library.FilesToWrite())
-        library.WriteItDown(data, file);
+    library.WriteFiles(data, library.FilesToWrite());
     EXPECT_EQ(Get("a.event"), At(0).GenerateEventString(false));
     EXPECT_EQ(Get("b.event"), At(2).GenerateEventString(false) + At(3).GenerateEventString(false));
     EXPECT_EQ(Files::ListFiles(data).size(), 2u);
+}
+
+/// Records on their way between three files of two records each: A1, A2 in a.event and so on.
+struct Moves {
+    const char* What;
+    std::vector<std::pair<const char*, const char*>> To; ///< record and its new file
+    std::vector<std::string> Files;                      ///< the order in which they are written
+    std::vector<std::string> Wanted;                     ///< the files' records afterwards
+};
+
+class LibraryMovesTest : public LibraryTest, public ::testing::WithParamInterface<Moves> {
+  public:
+    void Begin() {
+        for (const char* file : {"A", "B", "C"})
+            Put(std::string(file) + ".event",
+                Block(file + std::string("1")) + "// a comment\r\n" + Block(file + std::string("2")));
+        for (const std::string& name : Files::ListFiles(data))
+            if (name.size() > 7)
+                Files::DeleteFile(data + name);
+        ASSERT_TRUE(Load());
+        library.FilesLosingRecords.clear();
+        for (const auto& [name, file] : GetParam().To) {
+            Record& record = *library.Find(name);
+            library.MoveRecord(record, data, record.ShortName, file);
+        }
+    }
+    /// "B.event: A1 B1", by file name.
+    std::vector<std::string> OnDisk() {
+        std::map<std::string, std::string> files;
+        Library fresh(EventKind);
+        LoadRequest request;
+        request.Folder = data;
+        request.OwnFile = "A.event";
+        request.Findings = [](const Finding&) {};
+        fresh.Load(request);
+        for (const auto& [name, record] : fresh.Records)
+            files[record->ShortName] += " " + name;
+        std::vector<std::string> seen;
+        for (const auto& [file, names] : files)
+            seen.push_back(file + ":" + names);
+        return seen;
+    }
+    void ExpectAllOnDisk() {
+        std::string all;
+        for (const std::string& name : Files::ListFiles(data))
+            if (name.ends_with(".event"))
+                all += Get(name);
+        for (const char* name : {"A1", "A2", "B1", "B2", "C1", "C2"})
+            EXPECT_THAT(all, ::testing::HasSubstr(std::string("EVENT ") + name + "\r\n"));
+    }
+};
+
+TEST_P(LibraryMovesTest, LosesNoRecordWhereverTheSaveEnds) {
+    static LibraryMovesTest* test;
+    static int countdown;
+    test = this;
+    int operations = 0;
+    for (bool succeeded = false; !succeeded; ++operations) {
+        SCOPED_TRACE("operation " + std::to_string(operations));
+        Begin();
+        countdown = operations;
+        gFaultHook = [](const char*) {
+            test->ExpectAllOnDisk(); // as a crash would leave it
+            return countdown-- > 0 ? 0 : EIO;
+        };
+        const Failure failure = FailureOf([&] { library.WriteFiles(data, GetParam().Files); });
+        gFaultHook = nullptr;
+        ExpectAllOnDisk();
+        succeeded = failure.Number == 0;
+        EXPECT_TRUE(succeeded || failure.Number == FailureAlreadyReported);
+        library.WriteFiles(data, GetParam().Files);
+        EXPECT_EQ(OnDisk(), GetParam().Wanted);
+    }
+    EXPECT_GT(operations, 10);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Scenes, LibraryMovesTest,
+    ::testing::Values(Moves{"LosingFileFirst",
+                            {{"A1", "B.event"}},
+                            {"A.event", "B.event"},
+                            {"A.event: A2", "B.event: A1 B1 B2", "C.event: C1 C2"}},
+                      Moves{"Rename",
+                            {{"A1", "Story.event"}, {"A2", "Story.event"}},
+                            {"A.event", "Story.event"},
+                            {"B.event: B1 B2", "C.event: C1 C2", "Story.event: A1 A2"}},
+                      Moves{"Exchange",
+                            {{"A1", "B.event"}, {"B1", "A.event"}},
+                            {"A.event", "B.event"},
+                            {"A.event: A2 B1", "B.event: A1 B2", "C.event: C1 C2"}},
+                      Moves{"Round",
+                            {{"A1", "B.event"}, {"B1", "C.event"}, {"C1", "A.event"}},
+                            {"A.event", "B.event", "C.event"},
+                            {"A.event: A2 C1", "B.event: A1 B2", "C.event: B1 C2"}},
+                      Moves{"Chain",
+                            {{"A1", "B.event"}, {"A2", "B.event"}, {"B1", "C.event"}, {"B2", "C.event"}},
+                            {"A.event", "B.event", "C.event"},
+                            {"B.event: A1 A2", "C.event: B1 B2 C1 C2"}}),
+    [](const auto& moves) { return std::string(moves.param.What); });
+
+TEST_F(LibraryTest, AFailedSaveTellsWhatWasWrittenAndTheNextDoesTheRest) {
+    for (const char* file : {"a.event", "b.event", "c.event"})
+        Put(file, Block(std::string(1, *file)));
+    ASSERT_TRUE(Load());
+    static int opened;
+    opened = 0;
+    gFaultHook = [](const char* operation) {
+        return std::string_view(operation) == "open" && ++opened == 2 ? ENOSPC : 0;
+    };
+    ScriptedPrompts prompts;
+    handler.Unattended = false;
+    TrapEvent("Click", NoInputParms, [&] { library.WriteFiles(data, {"a.event", "b.event", "c.event"}); });
+    ASSERT_EQ(prompts.Errors.size(), 1u);
+    EXPECT_THAT(
+        prompts.Errors[0].Description,
+        ::testing::AllOf(::testing::HasSubstr("b.event: "),
+                         ::testing::EndsWith(" (files written: a.event; not written: b.event, c.event)")));
+    EXPECT_EQ(prompts.Errors[0].Parameters, "<b.event>");
+    EXPECT_THAT(handler.LastCallStack(), ElementsAre("Click", "frmEvents_WriteItDown"));
+    opened = 2; // lets everything happen
+    library.WriteFiles(data, {"a.event", "b.event", "c.event"});
+    EXPECT_EQ(opened, 4) << "the file that is already as wanted is left alone";
+    gFaultHook = nullptr;
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_EQ(Get(At(i).ShortName), At(i).GenerateEventString(false));
+}
+
+TEST_F(LibraryTest, NamesThatDifferInCaseMeanOneFile) {
+    Put("Extra.Event", Block("One") + Block("Two"));
+    Put("a.event", Block("Three"));
+    ASSERT_TRUE(Load());
+    library.MoveRecord(library.At(0), data, "a.event", "extra.event");
+    library.At(1).IsDirty = true;
+    EXPECT_THAT(library.FilesToWrite(), ElementsAre("extra.event", "Extra.Event", "a.event"));
+    library.WriteFiles(data, library.FilesToWrite());
+    EXPECT_THAT(Files::ListFiles(data), ElementsAre("Extra.Event"));
+    EXPECT_EQ(Get("Extra.Event"), At(0).GenerateEventString(false) + At(1).GenerateEventString(false) +
+                                      At(2).GenerateEventString(false));
 }
 
 TEST_F(LibraryTest, DeletesAFileWithoutRecords) {
@@ -145,8 +287,7 @@ TEST_F(LibraryTest, DeletesAFileWithoutRecords) {
     ASSERT_TRUE(Load());
     library.RenameFile("A.EVENT", "Story.event");
     EXPECT_THAT(library.FilesToWrite(), ElementsAre("Story.event", "A.EVENT"));
-    for (const std::string& file : library.FilesToWrite())
-        library.WriteItDown(data, file);
+    library.WriteFiles(data, library.FilesToWrite());
     EXPECT_THAT(Files::ListFiles(data), ElementsAre("Story.event"));
 }
 
@@ -157,7 +298,7 @@ TEST_F(LibraryTest, GivesBackEveryByteOfGeneratedRecords) {
 TEST_F(LibraryTest, MakesTextsFitForTheFile) {
     auto& event = static_cast<clsEvent&>(library.AddNew("One", data, "a.event"));
     event.Title = "Say \"hi\"\r\nnow\rthen\nend";
-    library.WriteItDown(data, "a.event");
+    library.WriteFiles(data, {"a.event"});
     ASSERT_TRUE(Load());
     EXPECT_EQ(At(0).Title, "Say 'hi'\\nnow\\nthen\\nend");
     EXPECT_TRUE(texts.empty());

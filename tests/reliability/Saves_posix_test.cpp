@@ -63,8 +63,7 @@ class Game {
         elder.ToBeDeleted = elder.IsDirty = true;
     }
     void Save() {
-        for (const std::string& file : library.FilesToWrite())
-            library.WriteItDown(data, file);
+        library.WriteFiles(data, library.FilesToWrite());
         library.FilesLosingRecords.clear();
     }
     [[nodiscard]] std::set<std::string> Names() const {
