@@ -70,6 +70,7 @@ class EditorWindow : public RecordWindow {
 
     void SetForEditing(const std::string& statusText);
     void EnableFrames(bool enabled) override;
+    void changeEvent(QEvent* event) override;
     void UpdateMenus() override;
 
     /// Name of the record on show, as the form has it.
@@ -113,12 +114,17 @@ class EditorWindow : public RecordWindow {
     std::string AskFileName(const std::string& prompt,
                             const std::function<std::string(const std::string&)>& refusal);
     void WriteToFile();
+    /// Asks before changes of another program are written over.
+    bool MayReplaceOutsideChanges(const std::vector<std::string>& files);
+    /// While nothing is pending, offers to read again what another program has changed.
+    void OfferOutsideChanges();
     void ReadAgain();
     void SortByMenu(std::int32_t mode);
     void Zoom(const std::string& title, std::int32_t mode);
     void UpdateEditMenu();
 
     EditorWords words;
+    std::string offered; ///< changed files that the user was last asked about
     UnwrittenWork unwritten;
 };
 

@@ -2,11 +2,14 @@
 #include "editor/ChoiceBox.h"
 #include "editor/EditorWindow.h"
 #include "editor/frmZoomTo.h"
+#include "records/Losses.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QEvent>
 
 namespace velmora {
 
@@ -61,13 +64,47 @@ void EditorWindow::WriteToFile() {
         const std::vector<std::string> files = library.FilesToWrite();
         if (files.empty())
             return;
-        if (!gPrompts->Ask({words.WriteIntroduction + "\r\r" + Join(files, "\r") + "\r\rProceed?"}))
+        if (!gPrompts->Ask({words.WriteIntroduction + "\r\r" + Join(files, "\r") + "\r\rProceed?", false,
+                            WriteDetails(library, DataFolder(), files)}))
+            return;
+        if (!MayReplaceOutsideChanges(files))
             return;
         library.WriteFiles(DataFolder(), files);
         library.FilesLosingRecords.clear();
         unwritten.Drop();
         InitForm();
     });
+}
+
+bool EditorWindow::MayReplaceOutsideChanges(const std::vector<std::string>& files) {
+    const std::vector<std::string> changed = library.ChangedOutside(DataFolder(), files);
+    return changed.empty() ||
+           gPrompts->Ask({"These files are no longer what was read.  Another program has changed them:\r\r" +
+                              Join(changed, "\r") + "\r\rWriting replaces those changes.  Proceed?",
+                          true});
+}
+
+void EditorWindow::OfferOutsideChanges() {
+    const bool quiet = isVisible() && Browsing() && !halfRead && !QApplication::activeModalWidget() &&
+                       !library.AnyDirty() && library.FilesLosingRecords.empty();
+    if (!quiet)
+        return;
+    RunCommand("Form_Activate", [this] {
+        const std::string changed = Join(library.ChangedOutside(DataFolder()), "\r");
+        if (changed == offered)
+            return;
+        offered = changed;
+        if (!changed.empty() && gPrompts->Ask({"Another program has changed these files:\r\r" + changed +
+                                               "\r\rDo you wish to read all files again?"}))
+            InitForm();
+    });
+}
+
+void EditorWindow::changeEvent(QEvent* event) {
+    RecordWindow::changeEvent(event);
+    // Queued: the window may be just coming up, or a dialog going.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        QMetaObject::invokeMethod(this, &EditorWindow::OfferOutsideChanges, Qt::QueuedConnection);
 }
 
 void EditorWindow::ReadAgain() {

@@ -12,6 +12,8 @@ namespace velmora {
 void Library::Clear() {
     Records.RemoveAll();
     Files.RemoveAll();
+    contents.RemoveAll();
+    caseTwins.RemoveAll();
 }
 
 Record* Library::Find(std::string_view name) const {

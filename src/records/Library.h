@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ContentHash.h"
 #include "records/Finding.h"
 #include "records/RecordKind.h"
 #include "services/KeyedCollection.h"
@@ -79,15 +80,27 @@ class Library {
     /// without records is deleted. A file that gains a record is written before the one that loses it. Names
     /// that differ in case only mean one file. A failure tells which files were written; the records stay
     /// such that writing the same files again does the rest.
+    /// Before a rewrite that drops something (LossesOf) a dated copy of the file goes to the backup folder of
+    /// the last load. Files whose names differ in case only on disk are never written.
     void WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames);
+    /// Those of some files whose content on disk is not what was last read or written here.
+    [[nodiscard]] std::vector<std::string> ChangedOutside(const std::string& folder,
+                                                          const std::vector<std::string>& shortNames) const;
+    /// The same for all files that were read or written.
+    [[nodiscard]] std::vector<std::string> ChangedOutside(const std::string& folder) const;
 
   private:
     class Writer;
-    std::vector<std::string> ListAndBackUp(const LoadRequest& request) const;
-    void BackUp(const LoadRequest& request, const std::string& fileName) const;
+    std::vector<std::string> ListAndBackUp(const LoadRequest& request);
+    void BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const;
+    void ReportCaseTwins(const LoadRequest& request, const std::vector<std::string>& names);
+    void NoteContent(const std::string& shortName, const ContentHash& content);
     void Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
               std::size_t line, const FindingSink& findings);
-    std::string fileBytes; ///< of the file being read; kept from one to the next for its memory
+    KeyedCollection<ContentHash> contents; ///< of each file as it was last read or written
+    KeyedCollection<std::string> caseTwins;
+    std::string backupFolder; ///< of the last load
+    std::string fileBytes;    ///< of the file being read; kept from one to the next for its memory
     void NoteNewFile(const std::string& oldFile, const std::string& newFile);
     /// Position of a file in Files, where it is added when it is not there yet.
     std::int32_t PlaceOf(const std::string& shortName);

@@ -16,8 +16,7 @@ bool Library::Load(const LoadRequest& request) {
                 {Kind.Word, {}, 0, "no-data-directory", std::string(Kind.MissingFolderText), Icon::Critical});
             return false;
         }
-        std::vector<std::string> paths = ListAndBackUp(request);
-        BubbleSort(paths);
+        const std::vector<std::string> paths = ListAndBackUp(request);
         for (std::size_t i = 0; i < paths.size(); ++i) {
             const std::string name = velmora::Files::NameOf(paths[i]);
             if (request.Reading)
@@ -31,24 +30,54 @@ bool Library::Load(const LoadRequest& request) {
     });
 }
 
-std::vector<std::string> Library::ListAndBackUp(const LoadRequest& request) const {
+std::vector<std::string> Library::ListAndBackUp(const LoadRequest& request) {
+    backupFolder = request.BackupFolder;
+    std::vector<std::string> names;
+    for (std::string& name : velmora::Files::ListFiles(request.Folder))
+        if (CodePage::EndsWithNoCase(name, Kind.Extension))
+            names.push_back(std::move(name));
+    std::sort(names.begin(), names.end()); // names that differ in case only have no order of their own
+    BubbleSort(names);
+    ReportCaseTwins(request, names);
+    // The first in order has the shorter name for its backups; a whole file name is never a shorter one.
+    KeyedCollection<bool> bases;
     std::vector<std::string> paths;
-    for (const std::string& name : velmora::Files::ListFiles(request.Folder)) {
-        if (!CodePage::EndsWithNoCase(name, Kind.Extension))
-            continue;
+    for (const std::string& name : names) {
         paths.push_back(request.Folder + name);
+        std::string base = CodePage::ReplaceNoCase(name, Kind.Extension, "");
+        if (!bases.TryAdd(base, true))
+            base = name;
         if (request.MakeBackups && request.AutoBackup)
-            BackUp(request, name);
+            BackUp(request, name, base);
     }
     return paths;
 }
 
-void Library::BackUp(const LoadRequest& request, const std::string& fileName) const {
-    const std::string base = request.BackupFolder + CodePage::ReplaceNoCase(fileName, Kind.Extension, "");
-    const std::string first = base + ".1st" + std::string(Kind.BackupMark);
+void Library::ReportCaseTwins(const LoadRequest& request, const std::vector<std::string>& names) {
+    KeyedCollection<std::string> met;
+    for (const std::string& name : names) {
+        if (met.TryAdd(name, name))
+            continue;
+        const std::string& twin = *met.Find(name);
+        caseTwins.TryAdd(name, twin + " and " + name);
+        request.Findings(
+            {Kind.Word, name, 0, "case-twin-files",
+             "The files " + twin + " and " + name + " are one file to the game.  Neither will be written to.",
+             Icon::Exclamation});
+    }
+}
+
+void Library::BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const {
+    const std::string path = request.BackupFolder + base;
+    const std::string first = path + ".1st" + std::string(Kind.BackupMark);
     if (!velmora::Files::FileExists(first))
         velmora::Files::CopyFile(request.Folder + fileName, first);
-    velmora::Files::CopyFile(request.Folder + fileName, base + ".latest" + std::string(Kind.BackupMark));
+    velmora::Files::CopyFile(request.Folder + fileName, path + ".latest" + std::string(Kind.BackupMark));
+}
+
+void Library::NoteContent(const std::string& shortName, const ContentHash& content) {
+    if (!contents.TryAdd(shortName, content))
+        *contents.Find(shortName) = content;
 }
 
 void Library::ParseFile(const LoadRequest& request, const std::string& path) {
@@ -57,6 +86,7 @@ void Library::ParseFile(const LoadRequest& request, const std::string& path) {
         velmora::Files::ReadWhole(path, fileBytes);
         if (request.Accept && !request.Accept(name, fileBytes))
             return;
+        NoteContent(name, HashOf(fileBytes));
         const auto place = static_cast<std::int32_t>(std::min(Files.IndexOf(name), Files.Count()));
         BlockReader reader(Kind, name, request.Findings,
                            [&](std::unique_ptr<Record> record, std::size_t line) {

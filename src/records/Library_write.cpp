@@ -1,20 +1,47 @@
 // The library's writing to disk.
 #include "platform/Files.h"
 #include "records/Library.h"
+#include "records/Losses.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
 
+#include <algorithm>
+#include <ctime>
 #include <unordered_set>
 
 namespace velmora {
+
+namespace {
+
+constexpr std::size_t CopiesKept = 20;
+
+/// ".20250131-235959", local time.
+std::string DateMark(std::time_t time) {
+    char mark[17];
+    std::strftime(mark, sizeof mark, ".%Y%m%d-%H%M%S", std::localtime(&time));
+    return mark;
+}
+
+bool IsDateMark(std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (i == 0 ? text[i] != '.' : i == 9 ? text[i] != '-' : text[i] < '0' || text[i] > '9')
+            return false;
+    return true;
+}
+
+} // namespace
 
 /// One save of some files.
 class Library::Writer {
   public:
     Writer(Library& owner, const std::string& dataFolder, const std::vector<std::string>& shortNames)
         : library(owner), folder(dataFolder) {
-        for (const std::string& name : shortNames)
+        for (const std::string& name : shortNames) {
+            if (const std::string* twins = library.caseTwins.Find(name))
+                throw Failure(FailurePathFileAccess,
+                              *twins + " are one file to the game; nothing was written");
             files.TryAdd(name, {library.PlaceOf(name)});
+        }
         for (const auto& [name, record] : library.Records)
             if (!record->ToBeDeleted)
                 Assign(*record);
@@ -65,7 +92,7 @@ class Library::Writer {
                     AppendBlock(library.Kind, *record, text);
                 }
             try {
-                Put(folder + name, text);
+                Put(name, text);
             } catch (const Failure& failure) {
                 throw Failure(failure.Number, failure.Description() + Outcome(), failure.Source,
                               failure.Line);
@@ -76,14 +103,50 @@ class Library::Writer {
         });
     }
 
-    static void Put(const std::string& path, const std::string& text) {
+    void Put(const std::string& name, const std::string& text) {
+        const std::string path = folder + name;
         const bool exists = velmora::Files::FileExists(path);
+        const std::string old = exists ? velmora::Files::ReadWhole(path) : std::string();
+        if (exists && old != text)
+            KeepDatedCopy(name, old);
         if (text.empty()) {
             if (exists)
                 velmora::Files::DeleteFile(path);
-        } else if (!exists || velmora::Files::ReadWhole(path) != text) {
-            velmora::Files::ReplaceSafely(path, text);
+            library.contents.Remove(name);
+            return;
         }
+        if (!exists || old != text)
+            velmora::Files::ReplaceSafely(path, text);
+        library.NoteContent(name, HashOf(text));
+    }
+
+    /// What only the old file holds must be found again: comments, lines that make no sense.
+    void KeepDatedCopy(const std::string& name, const std::string& old) const {
+        if (library.backupFolder.empty() || LossesOf(library, name, old).empty())
+            return;
+        const std::string extension(library.Kind.Extension);
+        const std::string base = name.substr(0, name.size() - extension.size());
+        const std::string stem = library.backupFolder + base + DateMark(std::time(nullptr));
+        std::string copy = stem + extension;
+        for (int n = 2; velmora::Files::FileExists(copy); ++n)
+            copy = stem + '-' + std::to_string(n) + extension;
+        velmora::Files::ReplaceSafely(copy, old);
+        DropOldCopies(base, extension);
+    }
+
+    /// Keeps the newest copies of a file: their names sort by date.
+    void DropOldCopies(const std::string& base, const std::string& extension) const {
+        std::vector<std::string> copies;
+        const std::size_t length = base.size() + DateMark(0).size();
+        for (std::string& name : velmora::Files::ListFiles(library.backupFolder))
+            if (name.size() >= length + extension.size() &&
+                CodePage::EqualNoCase(std::string_view(name).substr(0, base.size()), base) &&
+                CodePage::EndsWithNoCase(name, extension) &&
+                IsDateMark(name.substr(base.size(), length - base.size())))
+                copies.push_back(std::move(name));
+        std::sort(copies.begin(), copies.end());
+        for (std::size_t i = 0; i + CopiesKept < copies.size(); ++i)
+            velmora::Files::DeleteFile(library.backupFolder + copies[i]);
     }
 
     [[nodiscard]] std::string Outcome() const {
@@ -113,6 +176,26 @@ std::vector<std::string> Library::FilesToWrite() const {
     for (const std::string& name : FilesLosingRecords)
         meet(name);
     return names;
+}
+
+std::vector<std::string> Library::ChangedOutside(const std::string& folder,
+                                                 const std::vector<std::string>& shortNames) const {
+    std::vector<std::string> changed;
+    for (const std::string& name : shortNames) {
+        const ContentHash* known = contents.Find(name);
+        const bool exists = velmora::Files::FileExists(folder + name);
+        if (exists != (known != nullptr) ||
+            (exists && HashOf(velmora::Files::ReadWhole(folder + name)) != *known))
+            changed.push_back(name);
+    }
+    return changed;
+}
+
+std::vector<std::string> Library::ChangedOutside(const std::string& folder) const {
+    std::vector<std::string> names;
+    for (const auto& [name, content] : contents)
+        names.push_back(name);
+    return ChangedOutside(folder, names);
 }
 
 void Library::WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames) {

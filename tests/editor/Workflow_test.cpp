@@ -252,6 +252,55 @@ TEST_P(Workflow, CommitsAndWritesTheEdit) {
     EXPECT_THAT(prompts.Transcript, IsEmpty()) << "nothing to write, nothing asked";
 }
 
+TEST_P(Workflow, TellsWhatAWriteDropsAndAsksBeforeItReplacesOutsideChanges) {
+    Put("A", "// by hand\r\n" + kind.Block("Apple") + kind.Block("Cherry"));
+    Start();
+    EditText(QStringLiteral("text"));
+    Pick("mnuCommitChanges");
+    const std::string outside = "// from outside\r\n" + kind.Block("Apple");
+    Put("A", outside);
+    const std::string question =
+        "These files are no longer what was read.  Another program has changed them:||" + FileName("A") +
+        "||Writing replaces those changes.  Proceed?";
+    for (const bool yes : {false, true}) {
+        prompts.ExpectAsk(WriteQuestion(FileName("A")), true).ExpectAsk(question, yes);
+        Pick("mnuWriteToFile");
+        EXPECT_EQ(OnDisk(FileName("A")) == outside, !yes);
+    }
+    EXPECT_THAT(prompts.Questions[0].Details, ::testing::HasSubstr("lost: 1 comment\r"));
+    EXPECT_THAT(prompts.Questions[0].Details, ::testing::HasSubstr("- // from outside\r"));
+    EXPECT_TRUE(prompts.Questions[1].DefaultNo);
+    EXPECT_EQ(Files::ListFiles(Settings.BackupPath).size(), 1u) << "the dated copy";
+}
+
+TEST_P(Workflow, OffersToReadWhatAnotherProgramChanged) {
+    Start();
+    const auto comeBack = [this] {
+        QEvent activation(QEvent::ActivationChange);
+        QCoreApplication::sendEvent(window.get(), &activation);
+        QCoreApplication::processEvents();
+    };
+    comeBack();
+    EXPECT_THAT(prompts.Transcript, IsEmpty());
+    const std::string question = "Another program has changed these files:||" + FileName("A") +
+                                 "||Do you wish to read all files again?";
+    Put("A", kind.Block("Apple"));
+    Pick(kind.EditItem);
+    comeBack();
+    EXPECT_THAT(prompts.Transcript, IsEmpty()) << "while something is pending";
+    Pick("mnuDiscardChanges");
+    prompts.ExpectAsk(question, false);
+    comeBack();
+    comeBack();
+    EXPECT_EQ(Text("lblWhereWeAt"), "1 of 3") << "declined, and not asked again";
+    Put("B", kind.Block("Banana") + kind.Block("Date"));
+    prompts.ExpectAsk("", true);
+    comeBack();
+    EXPECT_EQ(window->Records().Records.Count(), 3u);
+    EXPECT_TRUE(window->Records().Find("Date"));
+    EXPECT_EQ(prompts.Transcript.size(), 2u);
+}
+
 TEST_P(Workflow, DiscardKeepsEarlierCommits) {
     Start();
     EditText(QStringLiteral("first"));

@@ -1,0 +1,188 @@
+#include "records/Losses.h"
+
+#include "platform/Files.h"
+#include "platform/TextLines.h"
+#include "records/LineGrammar.h"
+#include "records/TextDiff.h"
+#include "services/Numbers.h"
+#include "services/modWriter.h"
+
+namespace velmora {
+
+namespace {
+
+enum Loss {
+    Comments,
+    Unrecognized,
+    AfterQuote,
+    Blanks,
+    Cut,
+    Names,
+    CarriedOver,
+    Duplicates,
+    Unfinished,
+    LossCount
+};
+
+struct LossWords {
+    const char* One;
+    const char* Many;
+};
+constexpr LossWords Words[LossCount] = {
+    {"comment", "comments"},
+    {"unrecognized line", "unrecognized lines"},
+    {"text after a closing quote", "texts after a closing quote"},
+    {"value with blanks in it", "values with blanks in them"},
+    {"number cut or rounded", "numbers cut or rounded"},
+    {"name made legal", "names made legal"},
+    {"value carried over from an earlier block", "values carried over from an earlier block"},
+    {"record dropped for its name", "records dropped for their names"},
+    {"block without its end", "blocks without their end"},
+};
+
+/// Walks through a file's lines as reading does and counts what has no place in the records.
+class Census {
+  public:
+    Census(const Library& of, const std::string& file) : library(of), kind(of.Kind), shortName(file) {
+        given.resize(kind.Fields.size());
+        everGiven.resize(kind.Fields.size());
+    }
+
+    void Read(std::string_view bytes) {
+        for (const std::string_view line : TextLines::Split(bytes)) {
+            ++lineNumber;
+            Count(line);
+        }
+        if (inBlock)
+            ++counts[Unfinished];
+    }
+
+    [[nodiscard]] std::vector<std::string> Texts() const {
+        std::vector<std::string> texts;
+        for (int loss = 0; loss < LossCount; ++loss)
+            if (const int count = counts[loss]; count > 0)
+                texts.push_back(std::to_string(count) + ' ' +
+                                (count == 1 ? Words[loss].One : Words[loss].Many));
+        return texts;
+    }
+
+  private:
+    void Count(std::string_view line) {
+        KeyValue parts;
+        if (!SplitLine(line, kind.ValuesKeepBlanks, scratch, parts)) {
+            // Lines of dashes are the editor's own.
+            counts[Comments] += line.find_first_not_of("/- ") == std::string_view::npos ? 0 : 1;
+            return;
+        }
+        counts[Blanks] += parts.UnneededSpace ? 1 : 0;
+        counts[AfterQuote] += EndsAfterQuote(line) ? 1 : 0;
+        if (const std::size_t at = FieldOf(parts.Key); at < given.size())
+            CountValue(at, parts.Value);
+        else if (CodePage::EqualNoCase(parts.Key, kind.Header))
+            BeginBlock(parts.Value);
+        else if (CodePage::EqualNoCase(parts.Key, kind.End))
+            EndBlock();
+        else
+            ++counts[Unrecognized];
+    }
+
+    /// More than blanks stands behind a value's second quote.
+    static bool EndsAfterQuote(std::string_view line) {
+        const std::size_t first = line.find('"');
+        const std::size_t second = first == std::string_view::npos ? first : line.find('"', first + 1);
+        return second != std::string_view::npos && !TextLines::Stripped(line.substr(second + 1)).empty();
+    }
+
+    [[nodiscard]] std::size_t FieldOf(std::string_view key) const {
+        std::size_t at = 0;
+        while (at < kind.Fields.size() && !CodePage::EqualNoCase(kind.Fields[at].Key, key))
+            ++at;
+        return at;
+    }
+
+    void CountValue(std::size_t at, std::string_view value) {
+        given[at] = everGiven[at] = true;
+        const FieldType type = kind.Fields[at].Type;
+        if (type != FieldType::Number && type != FieldType::LateNumber)
+            return;
+        const std::string read = std::to_string(RoundToInt32(LeadingNumber(value)));
+        counts[Cut] += read != TextLines::Stripped(value) ? 1 : 0;
+    }
+
+    void BeginBlock(std::string_view value) {
+        counts[Unfinished] += inBlock ? 1 : 0;
+        inBlock = true;
+        headerLine = lineNumber;
+        std::string name(value);
+        counts[Names] += SanitizeName(name, kind.NameWord).empty() ? 0 : 1;
+        record = library.Find(name);
+    }
+
+    void EndBlock() {
+        for (std::size_t at = 0; at < given.size(); ++at) {
+            counts[CarriedOver] += everGiven[at] && !given[at] ? 1 : 0;
+            given[at] = false;
+        }
+        // A record of the same name from another place stands for this one.
+        const bool kept = record && record->HeaderLine == headerLine && record->FileOnDisk >= 0 &&
+                          CodePage::EqualNoCase(
+                              library.Files.KeyAt(static_cast<std::size_t>(record->FileOnDisk)), shortName);
+        counts[Duplicates] += kept ? 0 : 1;
+        inBlock = false;
+    }
+
+    const Library& library;
+    const RecordKind& kind;
+    const std::string& shortName;
+    int counts[LossCount] = {};
+    std::vector<bool> given;
+    std::vector<bool> everGiven;
+    std::size_t lineNumber = 0;
+    std::size_t headerLine = 0;
+    bool inBlock = false;
+    const Record* record = nullptr;
+    std::string scratch;
+};
+
+std::string BytesOnDisk(const std::string& path) {
+    return Files::FileExists(path) ? Files::ReadWhole(path) : std::string();
+}
+
+void Describe(const Library& library, const std::string& folder, const std::string& name,
+              const std::string& text, std::string& details) {
+    details += name + (text.empty() ? ": will be deleted\r" : "\r");
+    try {
+        const std::string old = BytesOnDisk(folder + name);
+        for (const std::string& loss : LossesOf(library, name, old))
+            details += "  lost: " + loss + "\r";
+        details += DiffLines(old, text);
+    } catch (const Failure& failure) {
+        details += "  " + failure.Description() + "\r";
+    }
+    details += "\r";
+}
+
+} // namespace
+
+std::vector<std::string> LossesOf(const Library& library, const std::string& shortName,
+                                  std::string_view bytes) {
+    Census census(library, shortName);
+    census.Read(bytes);
+    return census.Texts();
+}
+
+std::string WriteDetails(const Library& library, const std::string& folder,
+                         const std::vector<std::string>& shortNames) {
+    KeyedCollection<std::string> texts;
+    for (const std::string& name : shortNames)
+        texts.TryAdd(name, {});
+    for (const auto& [name, record] : library.Records)
+        if (std::string* text = record->ToBeDeleted ? nullptr : texts.Find(record->ShortName))
+            AppendBlock(library.Kind, *record, *text);
+    std::string details;
+    for (const auto& [name, text] : texts)
+        Describe(library, folder, name, text, details);
+    return details;
+}
+
+} // namespace velmora

@@ -1,0 +1,111 @@
+#include "records/Losses.h"
+
+#include "LibraryFixture.h"
+#include "events/clsEvent.h"
+#include "records/TextDiff.h"
+
+namespace velmora {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class LossesTest : public LibraryFixture {
+  protected:
+    LossesTest() : LibraryFixture(EventKind, "MyEvents.event") {}
+
+    /// A file of one line among whole records.
+    std::vector<std::string> LossesWith(const std::string& line) {
+        Put("a.event", Whole("One", line) + Whole("Two"));
+        EXPECT_TRUE(Load());
+        return LossesOf(library, "a.event", Get("a.event"));
+    }
+    /// A block as the editor writes it, with another line before its end.
+    static std::string Whole(const std::string& name, const std::string& line = {}) {
+        clsEvent event;
+        event.EventName = name;
+        std::string text = event.GenerateEventString(false);
+        text.insert(text.rfind("ENDEVENT"), line);
+        return text;
+    }
+};
+
+TEST_F(LossesTest, AreNoneInAFileOfTheEditor) {
+    EXPECT_THAT(LossesWith(""), IsEmpty());
+}
+
+TEST_F(LossesTest, TellWhatARewriteDrops) {
+    EXPECT_THAT(LossesWith("// by hand\r\n"), ElementsAre("1 comment"));
+    EXPECT_THAT(LossesWith("Colour mauve\r\nShape round\r\n"), ElementsAre("2 unrecognized lines"));
+    EXPECT_THAT(LossesWith("Title \"a\" b\r\n"), ElementsAre("1 text after a closing quote"));
+    EXPECT_THAT(LossesWith("Probability 1 2\r\n"), ElementsAre("1 value with blanks in it"));
+    EXPECT_THAT(LossesWith("Probability 12.7\r\n"), ElementsAre("1 number cut or rounded"));
+    EXPECT_THAT(LossesWith("Probability 12x\r\n"), ElementsAre("1 number cut or rounded"));
+}
+
+TEST_F(LossesTest, TellWhatReadingRepaired) {
+    Put("a.event",
+        Whole("One") + Whole("9Lives") + Whole("ONE") + "EVENT Four\r\nENDEVENT\r\nEVENT Five\r\n");
+    ASSERT_TRUE(Load());
+    EXPECT_THAT(
+        LossesOf(library, "a.event", Get("a.event")),
+        ElementsAre("1 name made legal",
+                    std::to_string(EventKind.Fields.size()) + " values carried over from an earlier block",
+                    "1 record dropped for its name", "1 block without its end"));
+}
+
+TEST_F(LossesTest, StandInTheDetailsOfAWrite) {
+    Put("a.event", Whole("One", "// by hand\r\n") + Whole("Two"));
+    Put("b.event", Whole("Three"));
+    ASSERT_TRUE(Load());
+    static_cast<clsEvent&>(library.At(1)).Title = "New";
+    library.At(2).ToBeDeleted = true;
+    const std::string details = WriteDetails(library, data, {"a.event", "b.event"});
+    EXPECT_THAT(details, HasSubstr("a.event\r  lost: 1 comment\r@ "));
+    EXPECT_THAT(details, HasSubstr("- // by hand\r"));
+    EXPECT_THAT(details, HasSubstr("+ "));
+    EXPECT_THAT(details, HasSubstr("\"New\"\r"));
+    EXPECT_THAT(details, HasSubstr("b.event: will be deleted\r@ 1\r- //"));
+}
+
+TEST_F(LossesTest, AreKeptInADatedCopy) {
+    const auto copies = [this] {
+        std::vector<std::string> names = Files::ListFiles(backups);
+        std::sort(names.begin(), names.end());
+        return names;
+    };
+    Put("a.event", Whole("One"));
+    ASSERT_TRUE(Load());
+    static_cast<clsEvent&>(library.At(0)).Title = "New";
+    library.WriteFiles(data, {"a.event"});
+    EXPECT_THAT(copies(), IsEmpty()) << "a rewrite that drops nothing";
+
+    for (int day = 10; day < 35; ++day)
+        Files::ReplaceSafely(backups + "a.201001" + std::to_string(day) + "-120000.event", "old");
+    Files::ReplaceSafely(backups + "a.b.20100101-120000.event", "another file's");
+    const std::string commented = Whole("One", "// by hand\r\n");
+    Put("a.event", commented);
+    ASSERT_TRUE(Load());
+    library.WriteFiles(data, {"a.event"});
+    const std::vector<std::string> kept = copies();
+    ASSERT_EQ(kept.size(), 21u);
+    EXPECT_EQ(kept.front(), "a.20100116-120000.event");
+    EXPECT_EQ(Files::ReadWhole(backups + kept[19]), commented);
+    EXPECT_EQ(kept.back(), "a.b.20100101-120000.event");
+}
+
+TEST(TextDiff, ListsTheLinesThatDiffer) {
+    EXPECT_EQ(DiffLines("a\nb\nc\n", "a\r\nb\r\nc\r\n"), "");
+    EXPECT_EQ(DiffLines("a\nb\nc\n", "a\nx\nc\n"), "@ 2\r- b\r+ x\r");
+    EXPECT_EQ(DiffLines("a\nb\nc\nd\n", "a\nc\nd\ne\n"), "@ 2\r- b\r@ 5\r+ e\r");
+    EXPECT_EQ(DiffLines("", "a\n"), "@ 1\r+ a\r");
+    std::string many;
+    for (int i = 0; i < 3000; ++i)
+        many += std::to_string(i) + '\n';
+    EXPECT_THAT(DiffLines(many, ""), ::testing::EndsWith("... and 2700 more lines\r"));
+    EXPECT_THAT(DiffLines(many, "x\n" + many + "y\n"), "@ 1\r+ x\r@ 3001\r+ y\r");
+}
+
+} // namespace
+} // namespace velmora
