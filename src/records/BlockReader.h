@@ -36,6 +36,8 @@ class BlockReader {
         std::vector<std::string_view> Entries;
     };
 
+    /// Reads the next line if it is in the editor's own form, and takes it off the front.
+    bool ReadWrittenLine(std::string_view& bytes);
     void ReadLine(std::string_view line);
     [[nodiscard]] std::size_t FindField(std::string_view key);
     void Hold(std::size_t at, std::string_view value);

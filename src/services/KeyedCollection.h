@@ -27,15 +27,15 @@ class KeyedCollection {
     ~KeyedCollection() = default;
 
     /// Adds at the end. Throws Failure (457) when the key is taken.
-    Item& Add(std::string key, Item item) {
-        if (!TryAdd(std::move(key), std::move(item)))
+    Item& Add(std::string_view key, Item item) {
+        if (!TryAdd(key, std::move(item)))
             throw Failure(FailureDuplicateKey,
                           "This key is already associated with an element of this collection");
         return entries.back().second;
     }
 
     /// Adds at the end unless the key is taken; false (and `item` dropped) when it is.
-    bool TryAdd(std::string key, Item item) {
+    bool TryAdd(std::string_view key, Item item) {
         if (2 * (entries.size() + 1) > table.size())
             Reindex(2 * table.size());
         const std::uint32_t hash = HashOf(key);
@@ -43,7 +43,7 @@ class KeyedCollection {
         if (slot.Position != FreeSlot)
             return false;
         slot = {hash, static_cast<std::uint32_t>(entries.size())};
-        entries.emplace_back(std::move(key), std::move(item));
+        entries.emplace_back(key, std::move(item));
         return true;
     }
 

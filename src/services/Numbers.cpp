@@ -102,8 +102,9 @@ std::string_view Trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-/// Nearly every number in the game's files is a short plain integer.
-bool ReadPlainInteger(std::string_view text, double& value) {
+} // namespace
+
+bool ReadPlainInteger(std::string_view text, std::int32_t& value) {
     const std::size_t start = !text.empty() && text[0] == '-' ? 1 : 0;
     if (text.size() == start || text.size() > start + 9)
         return false;
@@ -117,10 +118,8 @@ bool ReadPlainInteger(std::string_view text, double& value) {
     return true;
 }
 
-} // namespace
-
 double LeadingNumber(std::string_view text) {
-    double value = 0;
+    std::int32_t value = 0;
     if (ReadPlainInteger(text, value))
         return value;
     const std::string cleaned = WithoutBlanks(text);
@@ -150,7 +149,7 @@ bool IsNumeric(std::string_view text) {
 
 double NumberOf(std::string_view text) {
     const std::string_view number = Trimmed(text);
-    double value = 0;
+    std::int32_t value = 0;
     if (ReadPlainInteger(number, value))
         return value;
     if (!IsNumeric(number))

@@ -10,6 +10,10 @@ namespace velmora {
 /// octal digits. A text that does not start with a number gives 0.
 double LeadingNumber(std::string_view text);
 
+/// Reads a text that is nothing but a short whole number, as nearly every number in the game's files is.
+/// False, `value` untouched, for any other text.
+bool ReadPlainInteger(std::string_view text, std::int32_t& value);
+
 /// Rounds to the nearest whole number, halves to the even neighbour. Throws Failure (6, "Overflow") beyond
 /// 32 bits.
 std::int32_t RoundToInt32(double value);

@@ -45,9 +45,12 @@ std::int32_t CodeAt(std::span<const std::int32_t> subs, std::size_t at) {
 } // namespace
 
 std::string SanitizeName(std::string& name, std::string_view kind) {
+    const bool startsWithDigit = !name.empty() && name[0] >= '0' && name[0] <= '9';
+    if (!startsWithDigit && std::all_of(name.begin(), name.end(), IsLegalInName))
+        return {};
     std::string report;
     const std::string kindText(kind);
-    if (!name.empty() && name[0] >= '0' && name[0] <= '9') {
+    if (startsWithDigit) {
         report = "Illegal " + kindText +
                  " name found, the first character in the name can not be numeric, the name " + name +
                  " will be converted.  1 will become One, 2 will become Two, etc.";
