@@ -37,10 +37,12 @@ class Library::Writer {
     Writer(Library& owner, const std::string& dataFolder, const std::vector<std::string>& shortNames)
         : library(owner), folder(dataFolder) {
         for (const std::string& name : shortNames) {
-            if (const std::string* twins = library.caseTwins.Find(name))
-                throw Failure(FailurePathFileAccess,
-                              *twins + " are one file to the game; nothing was written");
-            files.TryAdd(name, {library.PlaceOf(name)});
+            File file{library.PlaceOf(name)};
+            Trap(library.Kind.Routine("WriteItDown"), {name}, [&] {
+                RefuseTwins(name);
+                file.Loses = !library.backupFolder.empty() && !LossesOf(library, name, OnDisk(name)).empty();
+            });
+            files.TryAdd(name, std::move(file));
         }
         for (const auto& [name, record] : library.Records)
             if (!record->ToBeDeleted)
@@ -63,9 +65,15 @@ class Library::Writer {
         std::int32_t Place; ///< position in the library's files
         std::vector<Record*> Records = {};
         std::vector<Record*> Leaving = {}; ///< held on disk, belonging elsewhere by now
+        bool Loses = false;                ///< a rewrite drops something that is on disk
         bool Gains = false;
         bool Done = false;
     };
+
+    void RefuseTwins(const std::string& name) const {
+        if (const std::string* twins = library.caseTwins.Find(name))
+            throw Failure(FailurePathFileAccess, *twins + " are one file to the game; nothing was written");
+    }
 
     void Assign(Record& record) {
         File* own = files.Find(record.ShortName);
@@ -92,7 +100,7 @@ class Library::Writer {
                     AppendBlock(library.Kind, *record, text);
                 }
             try {
-                Put(name, text);
+                Put(name, file, text);
             } catch (const Failure& failure) {
                 throw Failure(failure.Number, failure.Description() + Outcome(), failure.Source,
                               failure.Line);
@@ -103,11 +111,11 @@ class Library::Writer {
         });
     }
 
-    void Put(const std::string& name, const std::string& text) {
+    void Put(const std::string& name, const File& file, const std::string& text) {
         const std::string path = folder + name;
         const bool exists = velmora::Files::FileExists(path);
-        const std::string old = exists ? velmora::Files::ReadWhole(path) : std::string();
-        if (exists && old != text)
+        const std::string old = OnDisk(name);
+        if (file.Loses && old != text)
             KeepDatedCopy(name, old);
         if (text.empty()) {
             if (exists)
@@ -120,16 +128,19 @@ class Library::Writer {
         library.NoteContent(name, HashOf(text));
     }
 
+    [[nodiscard]] std::string OnDisk(const std::string& name) const {
+        const std::string path = folder + name;
+        return velmora::Files::FileExists(path) ? velmora::Files::ReadWhole(path) : std::string();
+    }
+
     /// What only the old file holds must be found again: comments, lines that make no sense.
     void KeepDatedCopy(const std::string& name, const std::string& old) const {
-        if (library.backupFolder.empty() || LossesOf(library, name, old).empty())
-            return;
         const std::string extension(library.Kind.Extension);
         const std::string base = name.substr(0, name.size() - extension.size());
         const std::string stem = library.backupFolder + base + DateMark(std::time(nullptr));
         std::string copy = stem + extension;
         for (int n = 2; velmora::Files::FileExists(copy); ++n)
-            copy = stem + '-' + std::to_string(n) + extension;
+            copy = stem + '_' + std::to_string(n) + extension;
         velmora::Files::ReplaceSafely(copy, old);
         DropOldCopies(base, extension);
     }
