@@ -96,7 +96,11 @@ void PlayEvents(Tour& tour, frmWriter& writer) {
     tour.Meet(QStringLiteral("event-review"), QStringLiteral("OK"));
     tour.Choose(window, "mnuReviewDescription");
     EditAnEvent(tour, window);
-    tour.Meet(QStringLiteral("write-question"), QStringLiteral("No"));
+    tour.Meet(QStringLiteral("write-question"), [&](QWidget& box) {
+        Tour::Press(box, QStringLiteral("Show Details..."));
+        tour.Step(QStringLiteral("write-details"), &box);
+        Tour::Press(box, QStringLiteral("No"));
+    });
     tour.Choose(window, "mnuWriteToFile");
     tour.Meet(QStringLiteral("close-question"), QStringLiteral("Yes"));
     window.close();
