@@ -23,11 +23,21 @@ if(WIN32)
   set(CPACK_PACKAGE_FILE_NAME velmora-writer-${PROJECT_VERSION}-windows)
 else()
   include(GNUInstallDirs)
+  set(contact "${CPACK_PACKAGE_VENDOR} <velmora-writer@localhost>")
   install(TARGETS VelmoraWriter velwriter RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES ${help_texts} DESTINATION ${CMAKE_INSTALL_DATADIR}/velmora-writer)
   install(DIRECTORY sample/Velmora DESTINATION ${CMAKE_INSTALL_DATADIR}/velmora-writer/sample)
   install(FILES docs/VelmoraWriter.1 docs/velwriter.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  install(FILES docs/velwriter.md CHANGELOG.md assets/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velmora-writer)
+  set(documents ${CMAKE_INSTALL_DATADIR}/doc/velmora-writer)
+  string(TIMESTAMP today "%a, %d %b %Y %H:%M:%S +0000" UTC)
+  configure_file(assets/changelog.Debian.in changelog.Debian @ONLY)
+  install(FILES docs/velwriter.md assets/copyright ${CMAKE_BINARY_DIR}/changelog.Debian DESTINATION ${documents})
+  install(FILES CHANGELOG.md DESTINATION ${documents} RENAME changelog)
+  # Debian wants manuals and changelogs compressed, without a time in them.
+  install(CODE "execute_process(WORKING_DIRECTORY \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX} COMMAND_ERROR_IS_FATAL ANY
+    COMMAND gzip -9nf ${CMAKE_INSTALL_MANDIR}/man1/VelmoraWriter.1 ${CMAKE_INSTALL_MANDIR}/man1/velwriter.1
+      ${documents}/changelog ${documents}/changelog.Debian)")
+  install(FILES assets/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME velmora-writer)
   install(FILES docs/completion/velwriter.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     RENAME velwriter)
   install(FILES assets/velmora-writer.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
@@ -38,12 +48,14 @@ else()
   endforeach()
   set(CPACK_GENERATOR DEB)
   set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-  set(CPACK_PACKAGE_CONTACT "${CPACK_PACKAGE_VENDOR} <velmora-writer@localhost>")
+  set(CPACK_PACKAGE_CONTACT "${contact}")
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-  set(CPACK_DEBIAN_PACKAGE_SECTION games)
+  set(CPACK_DEBIAN_PACKAGE_SECTION editors)
+  set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_PACKAGE_DESCRIPTION "It loads events and UP issues from the game's directory, shows them one at a time,
-checks them against the rules of the game and writes changed files back.
-Starbase modules can be looked at. velwriter does the same without windows.")
+  set(CPACK_PACKAGE_DESCRIPTION "It loads events and UP issues from the game's directory, shows them one at
+a time, checks them against the rules of the game and writes changed files
+back. Starbase modules can be looked at. velwriter does the same without
+windows.")
 endif()
 include(CPack)
