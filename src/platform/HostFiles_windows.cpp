@@ -49,6 +49,17 @@ std::intptr_t OpenForWriting(const Path& path, OutFile::Opening opening) {
     return Open(path, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
 }
 
+/// The path with its last name as the disk has it, which may differ in the case of its letters.
+Path AsOnDisk(const Path& path) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = ::FindFirstFileW(path.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return path;
+    }
+    ::FindClose(search);
+    return path.parent_path() / found.cFileName;
+}
+
 DWORD Piece(std::size_t wanted) {
     constexpr std::size_t most = std::numeric_limits<std::int32_t>::max();
     return static_cast<DWORD>(std::min(wanted, most));
@@ -158,8 +169,10 @@ void CheckReplaceable(const Path& target) {
     }
 }
 
-void Replace(const Path& finished, const Path& target) {
+void Replace(const Path& finished, const Path& wanted) {
     CheckFault("rename");
+    // A file keeps its name, however the caller spells it.
+    const Path target = AsOnDisk(wanted);
     // Without a name to keep the old file by, a replacement that fails half-way would lose it.
     const Path kept = Path(finished).replace_extension(".old");
     if (::ReplaceFileW(target.c_str(), finished.c_str(), kept.c_str(),

@@ -132,7 +132,8 @@ TEST_P(UnwrittenWorkTest, IsKeptAsideWhenDeclined) {
     prompts.ExpectAsk(Offer(1), false);
     Crash();
     EXPECT_EQ(Shown(), "Apple, , ");
-    EXPECT_THAT(prompts.Transcript.back(), HasSubstr("The changes are kept as " + temp / "Home/" + journal));
+    EXPECT_THAT(prompts.Transcript.back(),
+                HasSubstr("The changes are kept as " + Files::Join(temp / "Home", journal)));
     ASSERT_EQ(Home().size(), 2u) << "the copy and the lock";
     EXPECT_THAT(temp.Read("Home/" + Home()[0]), HasSubstr("declined"));
 }

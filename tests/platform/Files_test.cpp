@@ -145,6 +145,9 @@ TEST(Files, ReplacesAndCreates) {
     EXPECT_EQ(folder.Read("a.event"), std::string("new\0text", 8));
     Files::ReplaceSafely(At(folder, "b.event"), "");
     EXPECT_EQ(folder.Read("b.event"), "");
+    Files::ReplaceSafely(At(folder, "B.EVENT"), "x");
+    EXPECT_EQ(folder.Read("b.event"), "x");
+    EXPECT_THAT(Files::ListFiles(folder.Path()), UnorderedElementsAre("a.event", "b.event"));
     EXPECT_EQ(folder.EntryCount(), 2);
 }
 
