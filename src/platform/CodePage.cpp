@@ -73,6 +73,14 @@ unsigned char Byte(char character) {
 }
 
 /// Both texts are known to be at least `length` long.
+std::string Mapped(std::string_view text, const std::array<unsigned char, 256>& table) {
+    std::string result(text);
+    for (char& character : result) {
+        character = static_cast<char>(table[Byte(character)]);
+    }
+    return result;
+}
+
 bool SameFolded(const char* left, const char* right, std::size_t length) {
     const auto& folded = TheTables().Folded;
     for (std::size_t i = 0; i < length; ++i) {
@@ -152,12 +160,11 @@ unsigned char Upper(unsigned char byte) {
 }
 
 std::string ToUpper(std::string_view text) {
-    const auto& uppered = TheTables().Uppered;
-    std::string result(text);
-    for (char& character : result) {
-        character = static_cast<char>(uppered[Byte(character)]);
-    }
-    return result;
+    return Mapped(text, TheTables().Uppered);
+}
+
+std::string ToLower(std::string_view text) {
+    return Mapped(text, TheTables().Folded);
 }
 
 bool EqualNoCase(std::string_view left, std::string_view right) {

@@ -32,6 +32,8 @@ unsigned char Fold(unsigned char byte);
 unsigned char Upper(unsigned char byte);
 
 std::string ToUpper(std::string_view text);
+/// Every byte folded; texts that are equal without regard to case become equal.
+std::string ToLower(std::string_view text);
 
 /// Comparisons without regard to letter case, by this code page.
 bool EqualNoCase(std::string_view left, std::string_view right);
