@@ -14,6 +14,8 @@
 
 namespace velmora {
 
+struct FileBytes;
+
 /// Where a kind's files live and what loading does with them.
 struct LoadRequest {
     std::string Folder;       ///< data directory, with trailing separator
@@ -95,12 +97,12 @@ class Library {
     void BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const;
     void ReportCaseTwins(const LoadRequest& request, const std::vector<std::string>& names);
     void NoteContent(const std::string& shortName, const ContentHash& content);
+    void ParseFile(const LoadRequest& request, const std::string& path, const FileBytes& file);
     void Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
               std::size_t line, const FindingSink& findings);
     KeyedCollection<ContentHash> contents; ///< of each file as it was last read or written
     KeyedCollection<std::string> caseTwins;
     std::string backupFolder; ///< of the last load
-    std::string fileBytes;    ///< of the file being read; kept from one to the next for its memory
     void NoteNewFile(const std::string& oldFile, const std::string& newFile);
     /// Position of a file in Files, where it is added when it is not there yet.
     std::int32_t PlaceOf(const std::string& shortName);

@@ -1,6 +1,7 @@
 // The library's reading from disk: a folder of files, with backups.
 #include "platform/Files.h"
 #include "records/BlockReader.h"
+#include "records/FilesAhead.h"
 #include "records/Library.h"
 #include "services/BubbleSort.h"
 #include "services/Trap.h"
@@ -17,14 +18,14 @@ bool Library::Load(const LoadRequest& request) {
             return false;
         }
         const std::vector<std::string> paths = ListAndBackUp(request);
+        FilesAhead ahead(paths);
         for (std::size_t i = 0; i < paths.size(); ++i) {
             const std::string name = velmora::Files::NameOf(paths[i]);
             if (request.Reading)
                 request.Reading(name, i, paths.size());
-            ParseFile(request, paths[i]);
+            ParseFile(request, paths[i], ahead.Next());
             Files.TryAdd(name, static_cast<std::int32_t>(i));
         }
-        fileBytes = {};
         Files.TryAdd(request.OwnFile, static_cast<std::int32_t>(paths.size()));
         return true;
     });
@@ -81,19 +82,26 @@ void Library::NoteContent(const std::string& shortName, const ContentHash& conte
 }
 
 void Library::ParseFile(const LoadRequest& request, const std::string& path) {
+    FileBytes file;
+    file.Read(path);
+    ParseFile(request, path, file);
+}
+
+void Library::ParseFile(const LoadRequest& request, const std::string& path, const FileBytes& file) {
     const std::string name = velmora::Files::NameOf(path);
     Trap(Kind.Routine(Kind.ParseRoutine), {name}, [&] {
-        velmora::Files::ReadWhole(path, fileBytes);
-        if (request.Accept && !request.Accept(name, fileBytes))
+        if (file.Failure)
+            std::rethrow_exception(file.Failure);
+        if (request.Accept && !request.Accept(name, file.Bytes))
             return;
-        NoteContent(name, HashOf(fileBytes));
+        NoteContent(name, file.Content);
         const auto place = static_cast<std::int32_t>(std::min(Files.IndexOf(name), Files.Count()));
         BlockReader reader(Kind, name, request.Findings,
                            [&](std::unique_ptr<Record> record, std::size_t line) {
                                record->FileOnDisk = place;
                                Take(std::move(record), path, name, line, request.Findings);
                            });
-        reader.Read(fileBytes);
+        reader.Read(file.Bytes);
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <functional>
@@ -69,8 +70,8 @@ class Strike {
         // However full a disk is, it lets go of files and renames them.
         if (blow->Code == ENOSPC && (call == "unlink" || call == "rename" || call == "read"))
             return 0;
-        --countdown;
-        if (countdown > 0 || (countdown < 0 && !blow->Lasting))
+        const int left = --countdown;
+        if (left > 0 || (left < 0 && !blow->Lasting))
             return 0;
         struck = true;
         if (blow->Kills())
@@ -79,8 +80,9 @@ class Strike {
     }
 
     static inline const Blow* blow = nullptr;
-    static inline int countdown = 0;
-    static inline bool struck = false;
+    // Files are read by several threads.
+    static inline std::atomic<int> countdown = 0;
+    static inline std::atomic<bool> struck = false;
 };
 
 /// How a child process ended.
