@@ -79,13 +79,20 @@ struct Kept {
     }
 };
 
+void CopyPictures(Kept& kept) {
+    const std::string folder = VELMORA_SAMPLE "/GFX/";
+    const std::vector<std::string> pictures = Files::ListFiles(folder);
+    for (std::size_t i = 0; i < 50; ++i)
+        kept.Write("GFX/Picture" + std::to_string(i) + ".pcx",
+                   Files::ReadWhole(folder + pictures[i % pictures.size()]));
+}
+
 std::unique_ptr<Kept> MakeLibrary(std::size_t events) {
     auto kept = std::make_unique<Kept>();
     BenchLibrary& library = kept->Library;
     library.Game = kept->Folder.Path();
     library.Folder = library.Game + "Data" + Files::Separator;
-    for (int i = 0; i < 50; ++i)
-        kept->Write("GFX/Picture" + std::to_string(i) + ".pcx", "picture");
+    CopyPictures(*kept);
     std::mt19937 random(1);
     std::string text;
     std::string xml;

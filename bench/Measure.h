@@ -16,19 +16,26 @@ inline double SecondsOf(const Work& work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// The shortest of several runs: whatever else the machine does can only lengthen one. Short work is run more
-/// often. `prepare` goes before each run and is not measured.
-inline double LeastTime(const Work& work, const Work& prepare = {}) {
+/// The shortest of several runs, each of which tells its seconds: whatever else the machine does can only
+/// lengthen one. Short work is run more often.
+inline double LeastOf(const std::function<double()>& run) {
     double least = 1e9;
     double spent = 0;
     for (int runs = 0; runs < 5 || (spent < 0.3 && runs < 1000); ++runs) {
-        if (prepare)
-            prepare();
-        const double seconds = SecondsOf(work);
+        const double seconds = run();
         least = std::min(least, seconds);
         spent += seconds;
     }
     return least;
+}
+
+/// The same of some work. `prepare` goes before each run and is not measured.
+inline double LeastTime(const Work& work, const Work& prepare = {}) {
+    return LeastOf([&] {
+        if (prepare)
+            prepare();
+        return SecondsOf(work);
+    });
 }
 
 /// What a line of the table promises. A limit of 0 promises nothing.

@@ -1,0 +1,182 @@
+// What a person waits for in the event editor, up to the painted window.
+#include "BenchLibrary.h"
+#include "Measure.h"
+
+#include "editor/EditorFixture.h"
+#include "events/frmEvents.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <QWindow>
+
+namespace velmora {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double SecondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// Tells how long libraries took to load.
+struct TimingPrompts : ScriptedPrompts {
+    struct Loading : Progress {
+        explicit Loading(double& sum) : total(sum) {}
+        ~Loading() override { total += SecondsSince(start); }
+        void Working(const std::string& /*item*/, std::size_t /*done*/, std::size_t /*total*/) override {}
+        double& total;
+        Clock::time_point start = Clock::now();
+    };
+    std::unique_ptr<Progress> StartProgress(const std::string& /*title*/) override {
+        return std::make_unique<Loading>(LoadingTime);
+    }
+    double LoadingTime = 0;
+};
+
+struct EventEditor : frmEvents {
+    using frmEvents::PopulateForm;
+};
+
+/// Counts the paintings of a widget and tells when its window had been painted the first time.
+struct PaintCount : QObject {
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint && Count++ == 0)
+            QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
+        return false;
+    }
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        First = Clock::now();
+        return true;
+    }
+    int Count = 0;
+    Clock::time_point First{};
+};
+
+/// Lays out and paints a window as a whole, here and now.
+void Paint(QWidget& window) {
+    while (!window.windowHandle()->isExposed())
+        QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents();
+    window.repaint();
+}
+
+class Desk : public WindowTest {
+  public:
+    explicit Desk(const benchmark::State& state) : Events(static_cast<std::size_t>(state.range(0))) {
+        Settings.SetGamePath(LibraryOf(Events).Game);
+    }
+    void TestBody() override {}
+
+    EventEditor& OpenEditor() {
+        window = std::make_unique<EventEditor>();
+        Reopen();
+        auto& editor = static_cast<EventEditor&>(*window);
+        Paint(editor);
+        Get<QWidget>("lblWhereWeAt")->installEventFilter(&Painted);
+        return editor;
+    }
+
+    /// From the making of the window to its first painting with a record, the loading left out.
+    double FirstWindowTime() {
+        window.reset();
+        timing.LoadingTime = 0;
+        PaintCount painted;
+        const auto start = Clock::now();
+        window = std::make_unique<EventEditor>();
+        Get<QWidget>("lblWhereWeAt")->installEventFilter(&painted);
+        window->Open();
+        // Not until all is quiet: once painted, the window looks for changes made by other programs.
+        while (painted.First == Clock::time_point{})
+            QCoreApplication::processEvents();
+        Painted.Count += painted.Count;
+        return std::chrono::duration<double>(painted.First - start).count() - timing.LoadingTime;
+    }
+
+    double ZoomTime(const char* item) {
+        double seconds = 0;
+        const auto start = Clock::now();
+        QTimer::singleShot(0, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            dialog->findChild<QLabel*>(QStringLiteral("lblBlurb"))->installEventFilter(&Painted);
+            Paint(*dialog);
+            seconds = SecondsSince(start);
+            dialog->close();
+        });
+        Pick(item);
+        return seconds;
+    }
+
+    /// Another record each time, of another file.
+    std::size_t Next() { return position = (position + 7919) % Events; }
+
+    void Report(benchmark::State& state, double seconds, Limit must) const {
+        if (Painted.Count == 0)
+            return state.SkipWithError("nothing was painted");
+        Tell(state, seconds, must);
+    }
+
+    const std::size_t Events;
+    PaintCount Painted;
+
+  private:
+    TimingPrompts timing;
+    std::size_t position = 0;
+};
+
+void FirstWindow(benchmark::State& state) {
+    Desk desk(state);
+    const double first = desk.FirstWindowTime();
+    const double least = LeastOf([&] { return desk.FirstWindowTime(); });
+    desk.Report(state, least, {.Milliseconds = 150});
+    state.counters["first_ms"] = first * 1e3;
+}
+VELMORA_MEASURE(FirstWindow);
+
+void Show(benchmark::State& state) {
+    Desk desk(state);
+    EventEditor& editor = desk.OpenEditor();
+    const double least = LeastTime([&] {
+        editor.PopulateForm(desk.Next());
+        Paint(editor);
+    });
+    desk.Report(state, least, {.Milliseconds = 16});
+}
+VELMORA_MEASURE(Show);
+
+void Next(benchmark::State& state) {
+    Desk desk(state);
+    EventEditor& editor = desk.OpenEditor();
+    std::size_t presses = 0;
+    const double least = LeastTime([&] {
+        ++presses;
+        QTest::keyClick(&editor, Qt::Key_Right, Qt::AltModifier);
+        Paint(editor);
+    });
+    if (editor.CurrentIndex() != presses % desk.Events)
+        return state.SkipWithError("the key did not lead on");
+    desk.Report(state, least, {.Milliseconds = 16});
+}
+VELMORA_MEASURE(Next);
+
+void Zoom(benchmark::State& state, const char* item) {
+    Desk desk(state);
+    desk.OpenEditor();
+    desk.Painted.Count = 0;
+    const double least = LeastOf([&] { return desk.ZoomTime(item); });
+    desk.Report(state, least, {.Milliseconds = 16});
+}
+
+void ZoomToName(benchmark::State& state) {
+    Zoom(state, "mnuZoomTo");
+}
+VELMORA_MEASURE(ZoomToName);
+
+void ZoomToFile(benchmark::State& state) {
+    Zoom(state, "mnuZoomToEventFile");
+}
+VELMORA_MEASURE(ZoomToFile);
+
+} // namespace
+} // namespace velmora
