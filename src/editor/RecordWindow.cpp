@@ -17,6 +17,7 @@
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QShortcut>
 #include <exception>
 
 namespace velmora {
@@ -34,8 +35,16 @@ void RecordWindow::AdoptForm(const char* detailsFrame, const std::vector<const c
             fields.push_back(widget);
     OnClick("cmdBack", [this] { Navigate(-1); });
     OnClick("cmdForward", [this] { Navigate(1); });
+    for (const char* button : {"cmdBack", "cmdForward"})
+        ClickAtOnce(Find<QPushButton>(QString::fromLatin1(button)));
     KeepDisabledTextLegible();
     connect(Action("mnuExit"), &QAction::triggered, this, &QWidget::close);
+}
+
+void RecordWindow::ClickAtOnce(QPushButton* button) {
+    auto* key = new QShortcut(button->shortcut(), this);
+    button->setShortcut({});
+    connect(key, &QShortcut::activated, button, &QAbstractButton::click);
 }
 
 bool RecordWindow::IsField(const QWidget* widget) {

@@ -120,6 +120,8 @@ class RecordWindow : public QMainWindow {
     /// What the edit-status line reads while browsing.
     [[nodiscard]] std::string BrowsingText() const;
     void Navigate(int step);
+    /// Lets a button's key work without delay: a button's own shortcut shows it pressed for a while first.
+    void ClickAtOnce(QPushButton* button);
     /// A record is mostly read while its fields are disabled: their text stays easy to read.
     void KeepDisabledTextLegible();
     static bool IsField(const QWidget* widget);

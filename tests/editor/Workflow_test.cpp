@@ -182,9 +182,9 @@ TEST_P(Workflow, BrowsesRoundInBothDirections) {
 TEST_P(Workflow, BrowsesByKeyboard) {
     Start();
     QTest::keyClick(window.get(), Qt::Key_Right, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Shown() == "Cherry, 2 of 3, "; })) << Shown();
+    EXPECT_EQ(Shown(), "Cherry, 2 of 3, ") << "not at once";
     QTest::keyClick(window.get(), Qt::Key_Left, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Shown() == "Apple, 1 of 3, "; })) << Shown();
+    EXPECT_EQ(Shown(), "Apple, 1 of 3, ");
 }
 
 TEST_P(Workflow, OffersOnlyAddNewWithoutRecords) {
