@@ -15,9 +15,14 @@ class LibraryOnPosixTest : public LibraryFixture {
 };
 
 TEST_F(LibraryOnPosixTest, EndsLoadingAtAFileThatCannotBeRead) {
-    Put("a.event", Block("One"));
-    std::filesystem::create_symlink("nowhere", temp.Path() + "Data/b.event");
+    // More files than are read ahead, on either side.
+    for (const char number : std::string("0123456789"))
+        Put(std::string("a") + number + ".event", Block(std::string("Event") + number));
+    std::filesystem::create_symlink("nowhere", temp.Path() + "Data/a5b.event");
     const auto seen = LoadFailing();
+    ASSERT_EQ(library.Records.Count(), 6u);
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_EQ(library.NameOf(library.At(i)), "Event" + std::to_string(i));
     ASSERT_EQ(seen.size(), 4u);
     EXPECT_THAT(seen[0], ::testing::StartsWith("53 "));
     EXPECT_EQ(seen.back(), "frmEvents_ParseOutEventFile");
