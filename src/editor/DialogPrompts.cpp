@@ -9,10 +9,12 @@
 #include <QCheckBox>
 #include <QElapsedTimer>
 #include <QFileDialog>
+#include <QFontDatabase>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QTextEdit>
 
 namespace velmora {
 
@@ -83,6 +85,17 @@ class DialogProgress : public Progress {
     std::unique_ptr<QProgressDialog> dialog;
 };
 
+/// Lines are compared by eye: they need characters of one width, and room.
+void ShowDetails(QMessageBox& box, const QString& details) {
+    box.setDetailedText(details);
+    auto* text = box.findChild<QTextEdit*>();
+    text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text->setLineWrapMode(QTextEdit::NoWrap);
+    const QFontMetrics metrics = text->fontMetrics();
+    text->setMinimumWidth(metrics.averageCharWidth() * 90);
+    text->setFixedHeight(metrics.lineSpacing() * 18);
+}
+
 } // namespace
 
 void DialogPrompts::Message(const std::string& text, Icon icon) {
@@ -111,7 +124,7 @@ bool DialogPrompts::Ask(const Question& question) {
     Box box(question.Text, Icon::None, QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(question.DefaultNo ? QMessageBox::No : QMessageBox::Yes);
     if (!question.Details.empty())
-        box.setDetailedText(LinesToQt(question.Details));
+        ShowDetails(box, LinesToQt(question.Details));
     return box.exec() == QMessageBox::Yes;
 }
 

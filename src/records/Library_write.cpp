@@ -115,7 +115,7 @@ class Library::Writer {
         const std::string path = folder + name;
         const bool exists = velmora::Files::FileExists(path);
         const std::string old = OnDisk(name);
-        if (file.Loses && old != text)
+        if (old != text && (file.Loses || IsForeign(name, old)))
             KeepDatedCopy(name, old);
         if (text.empty()) {
             if (exists)
@@ -133,7 +133,14 @@ class Library::Writer {
         return velmora::Files::FileExists(path) ? velmora::Files::ReadWhole(path) : std::string();
     }
 
-    /// What only the old file holds must be found again: comments, lines that make no sense.
+    /// True for content that was neither read nor written here.
+    [[nodiscard]] bool IsForeign(const std::string& name, const std::string& old) const {
+        const ContentHash* known = library.contents.Find(name);
+        return !library.backupFolder.empty() && !old.empty() && (!known || HashOf(old) != *known);
+    }
+
+    /// What only the old file holds must be found again: comments, lines that make no sense, another
+    /// program's changes.
     void KeepDatedCopy(const std::string& name, const std::string& old) const {
         const std::string extension(library.Kind.Extension);
         const std::string base = name.substr(0, name.size() - extension.size());

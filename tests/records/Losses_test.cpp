@@ -80,6 +80,15 @@ TEST_F(LossesTest, AreKeptInADatedCopy) {
     static_cast<clsEvent&>(library.At(0)).Title = "New";
     library.WriteFiles(data, {"a.event"});
     EXPECT_THAT(copies(), IsEmpty()) << "a rewrite that drops nothing";
+    Put("a.event", "");
+    library.WriteFiles(data, {"a.event"});
+    EXPECT_THAT(copies(), IsEmpty()) << "nothing to be kept";
+    const std::string foreign = Whole("One", "").replace(0, 9, "EVENT Two");
+    Put("a.event", foreign);
+    library.WriteFiles(data, {"a.event"});
+    ASSERT_EQ(copies().size(), 1u) << "another program's file";
+    EXPECT_EQ(Files::ReadWhole(backups + copies()[0]), foreign);
+    Files::DeleteFile(backups + copies()[0]);
 
     for (int day = 10; day < 35; ++day)
         Files::ReplaceSafely(backups + "a.201001" + std::to_string(day) + "-120000.event", "old");
