@@ -44,9 +44,15 @@ class FormDriver {
     }
     /// The texts of the entries of a control array, `array` being "txtOption_".
     std::vector<std::string> Texts(const std::string& array, int count) {
-        std::vector<std::string> texts;
+        std::vector<std::string> names;
         for (int i = 0; i < count; ++i)
-            texts.push_back(Text(array + std::to_string(i)));
+            names.push_back(array + std::to_string(i));
+        return TextsOf(names);
+    }
+    std::vector<std::string> TextsOf(const std::vector<std::string>& names) {
+        std::vector<std::string> texts;
+        for (const std::string& name : names)
+            texts.push_back(Text(name));
         return texts;
     }
     bool Enabled(const std::string& name) {
@@ -97,6 +103,13 @@ class FormDriver {
         QTest::keySequence(control, QKeySequence::SelectAll);
         QTest::keyClick(control, Qt::Key_Delete);
         QTest::keyClicks(control, text);
+    }
+    /// Replaces a box's text as the program does.
+    void SetText(const std::string& box, const std::string& bytes) {
+        if (auto* line = qobject_cast<LineBox*>(Get<QWidget>(box)))
+            line->SetBytes(bytes);
+        else
+            Get<TextBox>(box)->SetBytes(bytes);
     }
     void Choose(const std::string& box, const std::string& entry) {
         auto* choice = Get<ChoiceBox>(box);

@@ -1,8 +1,6 @@
 // Work survives a crash: the windows offer what their journals hold.
-#include "editor/EditorFixture.h"
-#include "events/frmEvents.h"
+#include "editor/Editors.h"
 #include "platform/FaultHook.h"
-#include "upissues/frmUPIssues.h"
 
 #include <cerrno>
 
@@ -14,69 +12,25 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-struct Editor {
-    const RecordKind* Kind;
-    std::unique_ptr<RecordWindow> (*Make)();
-    std::string Folder;
-    const char* NameBox;
-    const char* FileBox;
-    const char* TextField;
-    const char* EditItem;
-};
-
-class UnwrittenWorkTest : public WindowTest, public ::testing::WithParamInterface<Editor> {
+class UnwrittenWorkTest : public EditorTest {
   protected:
-    UnwrittenWorkTest() {
-        Put("A", Block("Apple") + Block("Cherry"));
-        Put("B", Block("Banana"));
-        Start();
-    }
+    UnwrittenWorkTest() { Start(); }
     ~UnwrittenWorkTest() override { gFaultHook = nullptr; }
 
-    void Start() {
-        window = editor.Make();
-        Reopen();
-    }
     /// The program ends without closing its windows, and is started again.
     void Crash() {
         window.reset();
         Start();
     }
-    [[nodiscard]] std::string Block(const std::string& name) const {
-        auto record = editor.Kind->Make();
-        editor.Kind->Name.SetText(*record, name);
-        return BlockOf(*editor.Kind, *record);
-    }
-    [[nodiscard]] std::string FileName(const std::string& base) const {
-        return base + std::string(editor.Kind->Extension);
-    }
-    void Put(const std::string& base, const std::string& text) {
-        temp.Write(editor.Folder + FileName(base), text);
-    }
-    std::string OnDisk(const std::string& name) { return temp.Read(editor.Folder + name); }
-    void Commit(const char* text) {
-        Pick(editor.EditItem);
-        Type(editor.TextField, QString::fromLatin1(text));
-        prompts.ExpectAsk("", true); // the record is unfinished; that does not matter here
-        Pick("mnuCommitChanges");
-        prompts.TakeTranscript();
-    }
-    std::string Shown() {
-        return Text(editor.NameBox) + ", " + Text(editor.TextField) + ", " + Text("lblStatus");
-    }
+    std::string Shown() { return Text(nameBox) + ", " + Text(editor.TextField) + ", " + Text("lblStatus"); }
     /// The files beside the settings.
-    std::vector<std::string> Home() {
-        auto names = Files::ListFiles(temp / "Home");
-        std::sort(names.begin(), names.end());
-        return names;
-    }
+    std::vector<std::string> Home() { return Sorted("Home"); }
     static std::string Offer(int count) {
         return "The program ended before changes to these records were written to file: " +
                std::to_string(count) + ".|Do you wish to take them up again?";
     }
 
-    const Editor editor = GetParam();
-    const std::string journal = std::string(editor.Kind->Word) + "s.journal";
+    const std::string journal = std::string(editor.Records->Word) + "s.journal";
 };
 
 TEST_P(UnwrittenWorkTest, IsOfferedAfterACrashAndCanBeWritten) {
@@ -96,14 +50,13 @@ TEST_P(UnwrittenWorkTest, IsOfferedAfterACrashAndCanBeWritten) {
                                                         ", to be deleted\rBanana, " + FileName("Story"));
         EXPECT_EQ(Shown(), "Apple, changed, EDITED, PENDING A WRITE TO FILE");
         Click("cmdForward");
-        EXPECT_EQ(Shown(), "Cherry, , MARKED FOR DELETION");
+        EXPECT_EQ(Shown(), "Cherry, about Cherry, MARKED FOR DELETION");
         Click("cmdForward");
-        EXPECT_EQ(Text(editor.FileBox), FileName("Story"));
+        EXPECT_EQ(Text(fileBox), FileName("Story"));
     }
-    prompts.ExpectAsk("", true);
-    Pick("mnuWriteToFile");
+    Write();
     EXPECT_THAT(OnDisk(FileName("A")), AllOf(HasSubstr("changed"), Not(HasSubstr("Cherry"))));
-    EXPECT_THAT(OnDisk(FileName("Story")), HasSubstr(std::string(editor.Kind->Header) + " Banana"));
+    EXPECT_THAT(OnDisk(FileName("Story")), HasSubstr(std::string(editor.Records->Header) + " Banana"));
     EXPECT_FALSE(temp.Has(editor.Folder + FileName("B")));
     EXPECT_FALSE(temp.Has("Home/" + journal));
     prompts.TakeTranscript();
@@ -120,7 +73,7 @@ TEST_P(UnwrittenWorkTest, IsNotOfferedAfterACleanClose) {
     EXPECT_TRUE(window->close());
     EXPECT_THAT(Home(), ElementsAre());
     Reopen();
-    EXPECT_EQ(Shown(), "Apple, , ");
+    EXPECT_EQ(Shown(), "Apple, about Apple, ");
     Commit("given up, too");
     prompts.ExpectAsk("", true);
     Pick("mnuReadAgain");
@@ -131,7 +84,7 @@ TEST_P(UnwrittenWorkTest, IsKeptAsideWhenDeclined) {
     Commit("declined");
     prompts.ExpectAsk(Offer(1), false);
     Crash();
-    EXPECT_EQ(Shown(), "Apple, , ");
+    EXPECT_EQ(Shown(), "Apple, about Apple, ");
     EXPECT_THAT(prompts.Transcript.back(),
                 HasSubstr("The changes are kept as " + Files::Join(temp / "Home", journal)));
     ASSERT_EQ(Home().size(), 2u) << "the copy and the lock";
@@ -164,8 +117,7 @@ TEST_P(UnwrittenWorkTest, IsKeptAsideWhenItCannotBeRead) {
 TEST_P(UnwrittenWorkTest, WaitsForALibraryThatCanBeRead) {
     Commit("waiting");
     window.reset();
-    Put("B", "Probability 99999999999\r\nEffectProbability 99999999999\r\nPopularity x\r\n" +
-                 std::string(editor.Kind->Header) + " X\r\nYearsInEffect 99999999999\r\n");
+    Put("B", Broken());
     Start();
     ASSERT_EQ(prompts.Errors.size(), 1u);
     EXPECT_TRUE(window->close());
@@ -178,10 +130,7 @@ TEST_P(UnwrittenWorkTest, WaitsForALibraryThatCanBeRead) {
 
 TEST_P(UnwrittenWorkTest, StaysInTheWindowWhenTheDiskRefusesIt) {
     gFaultHook = [](const char*) { return ENOSPC; };
-    Pick(editor.EditItem);
-    Type(editor.TextField, QStringLiteral("kept"));
-    prompts.ExpectAsk("", true);
-    Pick("mnuCommitChanges");
+    Commit("kept");
     EXPECT_THAT(prompts.Transcript.back(),
                 StartsWith("Message[Exclamation]: Your changes are safe in this window, but"));
     EXPECT_EQ(Shown(), "Apple, kept, EDITED, PENDING A WRITE TO FILE");
@@ -210,18 +159,7 @@ TEST_P(UnwrittenWorkTest, BelongsToTheProgramThatHasIt) {
     EXPECT_EQ(Shown(), "Apple, of the first, EDITED, PENDING A WRITE TO FILE");
 }
 
-template <class Window>
-std::unique_ptr<RecordWindow> Make() {
-    return std::make_unique<Window>();
-}
-
-INSTANTIATE_TEST_SUITE_P(Editors, UnwrittenWorkTest,
-                         ::testing::Values(Editor{&EventKind, Make<frmEvents>, "Game/Data/", "txtEventName",
-                                                  "cboEventFile", "txtDescription", "mnuEditThisEvent"},
-                                           Editor{&UPIssueKind, Make<frmUPIssues>, "Game/Data/UP_Issues/",
-                                                  "txtUPIssueName", "cboUPIssueFile", "txtQuestion",
-                                                  "mnuEditThisIssue"}),
-                         [](const auto& editor) { return std::string(editor.param.Kind->Word); });
+INSTANTIATE_TEST_SUITE_P(Editors, UnwrittenWorkTest, EveryEditor, NameOfEditor);
 
 } // namespace
 } // namespace velmora

@@ -27,6 +27,16 @@ TEST_F(SampleEventsTest, TellOfThePlantedFaultsOnly) {
                             "Glitches.event:351 [duplicate-event]"));
 }
 
+TEST_F(SampleEventsTest, AreRewrittenAsTheyAre) {
+    ASSERT_TRUE(LoadSample("Data"));
+    for (const std::string file : {"Bureaucracy.event", "CoreEvents.event", "FrontierLife.event"}) {
+        std::string written;
+        for (const std::string& name : library.NamesInFile(file))
+            AppendBlock(EventKind, *library.Find(name), written);
+        EXPECT_EQ(written, Get(file));
+    }
+}
+
 TEST_F(SampleEventsTest, AreFitForTheGameButForThePlantedFaults) {
     ASSERT_TRUE(LoadSample("Data"));
     Catalogue subs;

@@ -40,44 +40,6 @@ class EventRulesTest : public ::testing::Test {
     clsEvent event;
 };
 
-TEST(clsEvent, WritesEveryKeyInItsColumn) {
-    clsEvent event;
-    event.EventName = "Raid";
-    event.Title = "T";
-    event.EvilPopChange = -3;
-    const std::string line = "//------------------------------------------------------------------------\r\n";
-    EXPECT_EQ(event.GenerateEventString(false), line + "EVENT Raid\r\n" + line +
-                                                    "  Title              \"T\"\r\n"
-                                                    "  Description        \"\"\r\n"
-                                                    "  Image              \"\"\r\n"
-                                                    "  EventType          0\r\n\r\n"
-                                                    "  GoodOption         \"\"\r\n"
-                                                    "  NeutralOption      \"\"\r\n"
-                                                    "  EvilOption         \"\"\r\n\r\n"
-                                                    "  GoodAttribute         0\r\n"
-                                                    "  NeutralAttribute      0\r\n"
-                                                    "  EvilAttribute         0\r\n\r\n"
-                                                    "  GoodValue         0\r\n"
-                                                    "  NeutralValue      0\r\n"
-                                                    "  EvilValue         0\r\n\r\n"
-                                                    "  GoodPopChange     0\r\n"
-                                                    "  NeutralPopChange  0\r\n"
-                                                    "  EvilPopChange     -3\r\n\r\n"
-                                                    "  MoralityWeight        0\r\n"
-                                                    "  Probability  0\r\n\r\n"
-                                                    "  DescStr01  0\r\n"
-                                                    "  DescStr02  0\r\n"
-                                                    "  DescStr03  0\r\n"
-                                                    "  DescStr04  0\r\n\r\n"
-                                                    "  GoodOptStr01  0\r\n"
-                                                    "  GoodOptStr02  0\r\n\r\n"
-                                                    "  NeutralOptStr01 0\r\n"
-                                                    "  NeutralOptStr02 0\r\n\r\n"
-                                                    "  EvilOptStr01  0\r\n"
-                                                    "  EvilOptStr02  0\r\n\r\n"
-                                                    "ENDEVENT\r\n\r\n\r\n");
-}
-
 TEST(clsEvent, StatusFollowsTheFlagsAndIsRemembered) {
     clsEvent event;
     EXPECT_EQ(event.Status(), "");

@@ -8,7 +8,6 @@ namespace velmora {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 constexpr std::int32_t WarfareTax = 3;
 constexpr std::int32_t GalacticOlympics = 6;
@@ -28,12 +27,17 @@ class UPIssueRulesTest : public ::testing::Test {
     }
     ~UPIssueRulesTest() override { ReleaseCatalogues(); }
 
-    void MakeAutoListed() {
-        issue = {};
+    static clsUPIssue AutoListed() {
+        clsUPIssue issue;
         issue.UPIssueAttribute = GalacticOlympics;
         issue.Question = "Who shall hold the games?";
+        return issue;
     }
-    std::vector<std::string> Rules() const { return RulesOf(CheckUPIssue(issue, subs)); }
+    template <class Value>
+    static clsUPIssue With(clsUPIssue issue, Value clsUPIssue::*member, std::type_identity_t<Value> value) {
+        issue.*member = std::move(value);
+        return issue;
+    }
     static std::vector<std::string> RulesOf(const std::vector<Reason>& reasons) {
         std::vector<std::string> rules;
         for (const Reason& reason : reasons)
@@ -109,19 +113,6 @@ TEST(OfferGuidance, ExplainsEveryType) {
     }
 }
 
-TEST_F(UPIssueRulesTest, GuideEveryTypeOfTheCatalogue) {
-    ASSERT_EQ(UPIssueTypes.Count(), 23u);
-    std::set<std::string> autoListed;
-    for (const auto& [name, number] : UPIssueTypes) {
-        const std::string caption = OfferGuidance(number).Caption;
-        EXPECT_FALSE(caption.empty()) << name;
-        if (caption.find("Auto-lists") != std::string::npos)
-            autoListed.insert(name);
-    }
-    EXPECT_THAT(autoListed, ElementsAre("Ability power-up", "Free colony", "Galactic Olympics",
-                                        "Galactic Zoo", "Prison Planet", "UP Headquarters"));
-}
-
 TEST_F(UPIssueRulesTest, NameTheSubstitutionsInOrder) {
     std::vector<std::string> seen;
     for (const auto& [name, code] : subs)
@@ -146,78 +137,48 @@ TEST_F(UPIssueRulesTest, MeasureAbilitiesInTheirUnits) {
     }
 }
 
-TEST_F(UPIssueRulesTest, AcceptASoundIssue) {
-    EXPECT_THAT(Rules(), IsEmpty());
-    MakeAutoListed();
-    EXPECT_THAT(Rules(), IsEmpty());
-}
-
-TEST_F(UPIssueRulesTest, ListEveryReasonInOrder) {
-    issue = {};
-    issue.UPIssueAttribute = WarfareTax;
-    issue.QuestionStr04 = 1;
-    std::vector<std::string> texts;
-    for (const Reason& reason : CheckUPIssue(issue, subs))
-        texts.push_back(reason.Text + " [" + reason.Rule + "]");
-    EXPECT_THAT(texts,
-                ElementsAre("No Question text set, please specify the question before the UP High Council. "
-                            "[no-question]",
-                            "None of the Option text fields have been filled in. [no-options]",
-                            "None of the Option Value fields have been filled in. [no-option-values]",
-                            "No wild cards in the Question text, but Wild Card subs were set. "
-                            "[wild-cards-missing]",
-                            "1 Wild Card Sub boxes were set, but there are 0 '%s' character groupings in the "
-                            "Question text. [wild-card-count]"));
-}
-
-TEST_F(UPIssueRulesTest, ForbidOptionsWhereTheGameListsTheRaces) {
-    MakeAutoListed();
-    issue.Option06 = "Yes";
-    std::vector<Reason> reasons = CheckUPIssue(issue, subs);
-    ASSERT_EQ(reasons.size(), 1u);
-    EXPECT_EQ(reasons[0].Text,
-              "The Option text fields have been filled in, but this is not necessary when the "
-              "choices are auto-listed.");
-    EXPECT_EQ(reasons[0].Rule, "unneeded-options");
-    issue.Option06.clear();
-    issue.OptionVal01 = 1;
-    issue.OptionVal02 = -1;
-    reasons = CheckUPIssue(issue, subs);
-    ASSERT_EQ(reasons.size(), 1u) << "values of different sign do not cancel out";
-    EXPECT_EQ(reasons[0].Text, "The Option Value fields have been filled in, but this is not necessary when "
-                               "the choices are auto-listed.");
-    EXPECT_EQ(reasons[0].Rule, "unneeded-option-values");
-}
-
-TEST_F(UPIssueRulesTest, DemandOptionsElsewhere) {
-    issue.OptionVal06 = 0;
-    EXPECT_THAT(Rules(), ElementsAre("no-option-values"));
-    issue.Option03.clear();
-    issue.OptionVal01 = std::numeric_limits<std::int32_t>::min();
-    EXPECT_THAT(Rules(), ElementsAre("no-options"));
+TEST_F(UPIssueRulesTest, GiveEveryReasonInOrder) {
+    using I = clsUPIssue;
+    clsUPIssue empty;
+    empty.UPIssueAttribute = WarfareTax;
+    clsUPIssue five = issue;
+    five.Question = "%s %s %S %s %s";
+    five.QuestionStr02 = five.QuestionStr03 = five.QuestionStr04 = 1;
+    const clsUPIssue races = AutoListed();
+    const std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    const struct {
+        const char* What;
+        clsUPIssue Issue;
+        std::vector<std::string> Rules;
+    } cases[]{
+        {"sound", issue, {}},
+        {"sound where the game lists the races", races, {}},
+        {"empty but for a box",
+         With(empty, &I::QuestionStr04, 1),
+         {"no-question", "no-options", "no-option-values", "wild-cards-missing", "wild-card-count"}},
+        {"no values", With(issue, &I::OptionVal06, 0), {"no-option-values"}},
+        {"the least value", With(With(issue, &I::Option03, ""), &I::OptionVal01, least), {"no-options"}},
+        {"an option", With(races, &I::Option06, "Yes"), {"unneeded-options"}},
+        {"values that do not cancel out",
+         With(With(races, &I::OptionVal01, 1), &I::OptionVal02, -1),
+         {"unneeded-option-values"}},
+        {"an unknown type, taken for the first", With(issue, &I::UPIssueAttribute, 9), {}},
+        {"an unknown type without options",
+         With(races, &I::UPIssueAttribute, 32),
+         {"no-options", "no-option-values"}},
+        {"a code of no substitution, which is nothing",
+         With(issue, &I::QuestionStr02, 3),
+         {"wild-card-placement", "wild-card-count"}},
+        {"five wild cards", five, {"too-many-wild-cards"}},
+    };
+    for (const auto& [what, checked, rules] : cases)
+        EXPECT_EQ(RulesOf(CheckUPIssue(checked, subs)), rules) << what;
 }
 
 TEST_F(UPIssueRulesTest, ObeyTheGuidanceOnShow) {
     EXPECT_THAT(RulesOf(CheckUPIssue(issue, "AUTO-LISTS all", 0.25, subs)),
                 ElementsAre("unneeded-options", "unneeded-option-values"));
     EXPECT_THAT(RulesOf(CheckUPIssue(issue, "", 0, subs)), ElementsAre("no-option-values"));
-}
-
-TEST_F(UPIssueRulesTest, TakeAnUnknownTypeForTheFirst) {
-    issue.UPIssueAttribute = 9;
-    EXPECT_THAT(Rules(), IsEmpty());
-    MakeAutoListed();
-    issue.UPIssueAttribute = 32;
-    EXPECT_THAT(Rules(), ElementsAre("no-options", "no-option-values"));
-}
-
-TEST_F(UPIssueRulesTest, CountWildCardsAgainstTheFourBoxes) {
-    issue.QuestionStr02 = 3;
-    EXPECT_THAT(Rules(), ElementsAre("wild-card-placement", "wild-card-count"))
-        << "a code of no substitution is nothing";
-    issue.Question = "%s %s %S %s %s";
-    issue.QuestionStr02 = issue.QuestionStr03 = issue.QuestionStr04 = 1;
-    EXPECT_THAT(Rules(), ElementsAre("too-many-wild-cards"));
 }
 
 TEST(UPIssueRules, NormalizesWhatShowingNormalizes) {
