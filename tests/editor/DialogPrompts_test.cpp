@@ -2,7 +2,9 @@
 
 #include "editor/ModalAnswers.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QFont>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -13,6 +15,39 @@
 
 namespace velmora {
 namespace {
+
+void ExpectWholeText(QMessageBox& box) {
+    const auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    ASSERT_TRUE(label);
+    const QSize needed =
+        label->wordWrap() ? QSize(0, label->heightForWidth(label->width())) : label->sizeHint();
+    EXPECT_GE(label->height(), needed.height());
+    EXPECT_GE(label->width(), needed.width());
+    box.reject();
+}
+
+TEST(DialogPrompts, ShowEveryWordOfATextOfAnyLength) {
+    DialogPrompts prompts;
+    const QFont usual = QApplication::font();
+    const std::string longText = "Unable to access the Velmora installation location from the registry, you "
+                                 "will need to enter the path manually.";
+    for (const int size : {6, 9, 14}) {
+        QFont font = usual;
+        font.setPixelSize(size);
+        QApplication::setFont(font);
+        for (const std::string& text :
+             {std::string("No events."), longText, longText + "\r\r" + longText + "\r" + longText}) {
+            SCOPED_TRACE(std::to_string(size) + " pixels: " + text);
+            ModalAnswers modals;
+            for (int box = 0; box < 3; ++box)
+                modals.Expect<QMessageBox>(ExpectWholeText);
+            prompts.Message(text, Icon::None);
+            prompts.MessageInSeries(text, Icon::Critical);
+            prompts.Ask({text, true});
+        }
+    }
+    QApplication::setFont(usual);
+}
 
 TEST(DialogPrompts, BreaksTheLinesOfAMessage) {
     DialogPrompts prompts;

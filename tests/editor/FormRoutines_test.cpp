@@ -2,8 +2,6 @@
 
 #include "ScriptedPrompts.h"
 #include "editor/LineBox.h"
-#include "editor/PictureViewer.h"
-#include "editor/TextBox.h"
 
 #include <QListWidget>
 #include <gtest/gtest.h>
@@ -11,17 +9,6 @@
 namespace velmora {
 
 namespace {
-
-TEST(FormRoutinesTest, SelectsAWholeText) {
-    LineBox line;
-    line.SetBytes("abc");
-    SelectAllText(&line);
-    EXPECT_EQ(line.selectedText(), QStringLiteral("abc"));
-    TextBox text;
-    text.SetBytes("abc");
-    SelectAllText(&text);
-    EXPECT_EQ(text.textCursor().selectedText(), QStringLiteral("abc"));
-}
 
 TEST(FormRoutinesTest, LoadsAComboByNumber) {
     Catalogue levels;
@@ -83,23 +70,6 @@ TEST(FormRoutinesTest, ChecksNumericFields) {
         EXPECT_EQ(prompts.TakeTranscript(),
                   std::vector<std::string>{"Message: Sorry, this field must contain a numeric value"});
     }
-}
-
-TEST(FormRoutinesTest, StripsIllegalFileChars) {
-    LineBox box;
-    box.SetBytes("My *new* \"Ev\xE4nts\"?<>|/\\:.event");
-    StripIllegalFileChars(&box);
-    EXPECT_EQ(box.Bytes(), "MynewEv\xE4nts.event");
-}
-
-TEST(FormRoutinesTest, ShowsAnImageFileAndTheViewer) {
-    PictureViewer viewer;
-    viewer.hide();
-    ShowImageFile(&viewer, VELMORA_SAMPLE "/GFX/Nebula.pcx");
-    EXPECT_TRUE(viewer.HasPicture());
-    EXPECT_TRUE(viewer.isVisible());
-    ShowImageFile(&viewer, VELMORA_SAMPLE "/GFX/NoSuchPicture.pcx");
-    EXPECT_FALSE(viewer.HasPicture());
 }
 
 } // namespace

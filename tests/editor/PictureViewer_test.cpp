@@ -1,6 +1,7 @@
 #include "editor/PictureViewer.h"
 
 #include "TempFolder.h"
+#include "editor/FormRoutines.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -52,7 +53,8 @@ TEST_F(PictureViewerTest, TellsWhetherItHasAPicture) {
     };
     int told = 0;
     for (const auto& [path, shown] : cases) {
-        viewer->ShowFile(path);
+        ShowImageFile(viewer, path);
+        EXPECT_FALSE(viewer->isHidden()) << path;
         EXPECT_EQ(viewer->HasPicture(), shown) << path;
         EXPECT_EQ(instead->isHidden(), shown) << path;
         ASSERT_EQ(displayed.count(), ++told);

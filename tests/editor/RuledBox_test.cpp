@@ -35,6 +35,9 @@ int CaretOf(const TextBox& box) {
     return box.textCursor().position();
 }
 
+/// A way in which a text comes into a box.
+enum class Way { Type, Paste, Drop, Compose };
+
 /// A window with the box between two others, the first of which has the focus.
 template <class Box>
 class RuledBoxTest : public testing::Test {
@@ -74,10 +77,22 @@ class RuledBoxTest : public testing::Test {
         QDropEvent drop(QPointF(3, 3), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(Surface(box), &drop);
     }
-    void Commit(const QString& text) {
+    void Compose(const QString& text) {
         QInputMethodEvent event;
         event.setCommitString(text);
         QApplication::sendEvent(&box, &event);
+    }
+    void Put(Way way, const QString& text) {
+        switch (way) {
+        case Way::Type:
+            return Type(text);
+        case Way::Paste:
+            return PasteFromClipboard(text);
+        case Way::Drop:
+            return Drop(text);
+        case Way::Compose:
+            return Compose(text);
+        }
     }
 
     QWidget window;
@@ -100,14 +115,6 @@ TYPED_TEST(RuledBoxTest, KeepsTheBytesOfAnUntouchedText) {
     EXPECT_EQ(this->box.Bytes(), "");
 }
 
-TYPED_TEST(RuledBoxTest, EncodesAChangedText) {
-    this->box.SetBytes("a\xA0z");
-    this->Type(QStringLiteral("ä€"));
-    EXPECT_EQ(this->box.Bytes(), "\xE4\x80"
-                                 "a\xA0z");
-    EXPECT_TRUE(this->hints.isEmpty());
-}
-
 TYPED_TEST(RuledBoxTest, NeverCutsATextThatIsOnlyShown) {
     const std::string longText(70000, 'x');
     this->box.SetLimit(540);
@@ -118,74 +125,66 @@ TYPED_TEST(RuledBoxTest, NeverCutsATextThatIsOnlyShown) {
     EXPECT_EQ(this->box.Bytes(), "y" + longText);
 }
 
-TYPED_TEST(RuledBoxTest, LimitsTyping) {
-    this->box.SetLimit(5);
-    this->Type(QStringLiteral("1234567"));
-    EXPECT_EQ(this->box.Bytes(), "12345");
-    this->box.selectAll();
-    this->Type(QStringLiteral("abcdefg"));
-    EXPECT_EQ(this->box.Bytes(), "abcde");
+QString LeftOut(const char16_t* character) {
+    return QString::fromUtf16(u"The character ‘%1’ is not in the game's code page and was left out.")
+        .arg(QString::fromUtf16(character));
+}
+QString CutTo(int limit) {
+    return QStringLiteral("The pasted text was cut: this field holds at most %1 characters.").arg(limit);
 }
 
-TYPED_TEST(RuledBoxTest, LetsALongerTextOnlyShrink) {
+TYPED_TEST(RuledBoxTest, TakesATextByItsRules) {
+    const struct {
+        Way How;
+        int Limit;
+        bool Filters;
+        const char* Before;
+        const char16_t* Text;
+        const char* After;
+        QString Hint = {};
+    } cases[]{
+        {Way::Type, 0, false, "x\xA0z", u"ä€", "\xE4\x80x\xA0z"},
+        {Way::Type, 5, false, "", u"1234567", "12345"},
+        {Way::Type, 5, false, "abcdefg", u"x", "abcdefg"},
+        {Way::Type, 0, false, "", u"\"hi\"", "\"hi\""},
+        {Way::Type, 0, true, "", u"say \"hi\"\rnow", "say 'hi'now"},
+        {Way::Type, 0, false, "", u"a李b", "ab", LeftOut(u"李")},
+        {Way::Paste, 8, false, "abc", u"123456789", "12345abc", CutTo(8)},
+        {Way::Paste, 5, false, "", u"a\nbcdef", "a\\nbc", CutTo(5)},
+        {Way::Paste, 0, false, "", u"one\ntwo", "one\\ntwo"},
+        {Way::Paste, 0, true, "", u"one\r\ntwo\rthree", "one\\ntwo\\nthree"},
+        {Way::Paste, 0, false, "", u"one\u2029two\u2028three", "one\\ntwo\\nthree"},
+        {Way::Paste, 0, false, "", u"\"quoted\"", "'quoted'"},
+        {Way::Paste, 0, true, "", u"\"quoted\"", "'quoted'"},
+        {Way::Paste, 0, false, "", u"cafe\u0301", "caf\xE9"},
+        {Way::Paste, 0, false, "", u"no\u00A0ise", "no\xA0ise"},
+        {Way::Paste, 0, false, "", u"a\u200Bb", "ab", LeftOut(u"U+200B")},
+        {Way::Paste, 0, false, "", u"x李y白z李\U0001F600", "xyz",
+         QStringLiteral(
+             "The characters ‘李’, ‘白’, ‘\U0001F600’ are not in the game's code page and were left out.")},
+        {Way::Drop, 10, false, "", u"\"a\"\nbcdefghi", "'a'\\nbcdef", CutTo(10)},
+        {Way::Compose, 9, true, "", u"é\"李\"1\n2abcdef", "\xE9''1\\n2ab", LeftOut(u"李")},
+    };
+    for (const auto& entry : cases) {
+        this->hints.clear();
+        this->box.SetLimit(entry.Limit);
+        this->box.SetFiltersKeys(entry.Filters);
+        this->box.SetBytes(entry.Before);
+        this->Put(entry.How, QString::fromUtf16(entry.Text));
+        EXPECT_EQ(this->box.Bytes(), entry.After);
+        EXPECT_EQ(this->hints.join(QLatin1Char('|')), entry.Hint) << entry.After;
+    }
+}
+
+TYPED_TEST(RuledBoxTest, LetsALongerTextShrink) {
     this->box.SetLimit(5);
     this->box.SetBytes("abcdefg");
-    this->Type(QStringLiteral("x"));
-    EXPECT_EQ(this->box.Bytes(), "abcdefg");
+    this->box.setFocus();
     QTest::keyClick(&this->box, Qt::Key_Delete);
     EXPECT_EQ(this->box.Bytes(), "bcdefg");
-}
-
-TYPED_TEST(RuledBoxTest, CutsAPastedTextToWhatFits) {
-    this->box.SetLimit(8);
-    this->box.SetBytes("abc");
-    this->PasteFromClipboard(QStringLiteral("123456789"));
-    EXPECT_EQ(this->box.Bytes(), "12345abc");
-    EXPECT_EQ(this->hints,
-              QStringList{QStringLiteral("The pasted text was cut: this field holds at most 8 characters.")});
-}
-
-TYPED_TEST(RuledBoxTest, MeasuresAPastedTextAsItIsInserted) {
-    this->box.SetLimit(5);
-    this->PasteFromClipboard(QStringLiteral("a\nbcdef"));
-    EXPECT_EQ(this->box.Bytes(), "a\\nbc");
-}
-
-TYPED_TEST(RuledBoxTest, FiltersTypedKeysOnDemand) {
-    this->box.SetFiltersKeys(true);
-    this->Type(QStringLiteral("say \"hi\"\rnow"));
-    EXPECT_EQ(this->box.Bytes(), "say 'hi'now");
-}
-
-TYPED_TEST(RuledBoxTest, LeavesTypedQuotesWithoutAFilter) {
-    this->Type(QStringLiteral("\"hi\""));
-    EXPECT_EQ(this->box.Bytes(), "\"hi\"");
-}
-
-TYPED_TEST(RuledBoxTest, MakesAPastedTextFitForAFile) {
-    const std::pair<const char16_t*, const char*> cases[] = {
-        {u"one\ntwo", "one\\ntwo"},
-        {u"one\r\ntwo\rthree", "one\\ntwo\\nthree"},
-        {u"one\u2029two\u2028three", "one\\ntwo\\nthree"},
-        {u"\"quoted\"", "'quoted'"},
-        {u"cafe\u0301", "caf\xE9"},
-        {u"no\u00A0break", "no\xA0"
-                           "break"},
-    };
-    for (const bool filters : {false, true})
-        for (const auto& [pasted, bytes] : cases) {
-            this->box.SetFiltersKeys(filters);
-            this->box.SetBytes("");
-            this->PasteFromClipboard(QString::fromUtf16(pasted));
-            EXPECT_EQ(this->box.Bytes(), bytes);
-        }
-    EXPECT_TRUE(this->hints.isEmpty());
-}
-
-TYPED_TEST(RuledBoxTest, ConvertsADroppedText) {
-    this->box.SetLimit(10);
-    this->Drop(QStringLiteral("\"a\"\nbcdefghi"));
-    EXPECT_EQ(this->box.Bytes(), "'a'\\nbcdef");
+    this->box.selectAll();
+    this->Type(QStringLiteral("1234567"));
+    EXPECT_EQ(this->box.Bytes(), "12345");
 }
 
 TYPED_TEST(RuledBoxTest, ConvertsWhatTheContextMenuPastes) {
@@ -209,38 +208,6 @@ TYPED_TEST(RuledBoxTest, ConvertsWhatTheContextMenuPastes) {
     EXPECT_EQ(this->box.Bytes(), "'a'\\nb");
 }
 
-TYPED_TEST(RuledBoxTest, RefusesCharactersThatTheCodePageLacks) {
-    this->Type(QStringLiteral("a李b"));
-    EXPECT_EQ(this->box.Bytes(), "ab");
-    EXPECT_EQ(this->hints, QStringList{QStringLiteral(
-                               "The character ‘李’ is not in the game's code page and was left out.")});
-    this->hints.clear();
-    this->box.SetBytes("");
-    this->PasteFromClipboard(QStringLiteral("x李y白z李\U0001F600"));
-    EXPECT_EQ(this->box.Bytes(), "xyz");
-    EXPECT_EQ(
-        this->hints,
-        QStringList{QStringLiteral(
-            "The characters ‘李’, ‘白’, ‘\U0001F600’ are not in the game's code page and were left out.")});
-}
-
-TYPED_TEST(RuledBoxTest, NamesAnInvisibleCharacterByItsCode) {
-    this->PasteFromClipboard(QStringLiteral("a\u200Bb"));
-    EXPECT_EQ(this->box.Bytes(), "ab");
-    EXPECT_EQ(this->hints, QStringList{QStringLiteral(
-                               "The character ‘U+200B’ is not in the game's code page and was left out.")});
-}
-
-TYPED_TEST(RuledBoxTest, GoesByTheSameRulesForInputMethods) {
-    this->box.SetFiltersKeys(true);
-    this->box.SetLimit(9);
-    this->Commit(QStringLiteral("é\"李\""));
-    this->Commit(QStringLiteral("1\n2"));
-    this->Commit(QStringLiteral("abcdef"));
-    EXPECT_EQ(this->box.Bytes(), "\xE9''1\\n2ab");
-    EXPECT_EQ(this->hints.size(), 1);
-}
-
 TYPED_TEST(RuledBoxTest, UndoesTypingAndPasting) {
     this->box.SetBytes("abc");
     this->PasteFromClipboard(QStringLiteral("\"\n\""));
@@ -259,6 +226,7 @@ TYPED_TEST(RuledBoxTest, SelectsItsTextOnEntry) {
     EXPECT_EQ(SelectedText(this->box), QStringLiteral("some text"));
     QTest::keyClick(&this->box, Qt::Key_Tab);
     EXPECT_TRUE(this->after.hasFocus()) << "Tab leaves the box";
+    EXPECT_EQ(SelectedText(this->box), QString()) << "it looks edited only while it has the focus";
     QTest::keyClick(&this->after, Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_TRUE(this->box.hasFocus());
     QTest::keyClick(&this->box, Qt::Key_Backtab, Qt::ShiftModifier);
@@ -317,7 +285,7 @@ TYPED_TEST(RuledBoxTest, IsForDisplayOnlyWhenLocked) {
     this->box.SetLocked(true);
     this->Type(QStringLiteral("x"));
     this->PasteFromClipboard(QStringLiteral("y"));
-    this->Commit(QStringLiteral("z"));
+    this->Compose(QStringLiteral("z"));
     this->Drop(QStringLiteral("q"));
     EXPECT_EQ(this->box.Bytes(), "fixed");
     EXPECT_EQ(this->box.palette().base(), this->box.palette().window()) << "looks flat";
@@ -364,23 +332,4 @@ TEST(TextBoxTest, ScrollsByWheelWhileDisabled) {
 }
 
 } // namespace
-
-TEST(TextBox, LooksEditedOnlyWhileItHasTheFocus) {
-    QWidget window;
-    auto* layout = new QVBoxLayout(&window);
-    auto* text = new TextBox;
-    auto* after = new LineBox;
-    layout->addWidget(text);
-    layout->addWidget(after);
-    text->SetSelectsAllOnEntry(true);
-    text->SetBytes("a text");
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    after->setFocus(Qt::TabFocusReason);
-    text->setFocus(Qt::TabFocusReason);
-    ASSERT_EQ(SelectedText(*text), "a text");
-    after->setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(SelectedText(*text), "");
-}
-
 } // namespace velmora

@@ -43,7 +43,7 @@ class SBModuleViewer : public WindowTest {
     }
 };
 
-TEST_F(SBModuleViewer, ShowsEveryFieldOfAModule) {
+TEST_F(SBModuleViewer, ShowsEveryFieldLockedButItsLists) {
     Put("A.SBModule",
         "SBMOD 7 Dock\r\nName \"The Dock\"\r\nModel \"starbase01\"\r\nType 3\r\nModuleSize 2\r\n"
         "LocalAbility \"TerrorStar\"\r\nLocalAbilityValue -40\r\nTech_Requirement \"Lasers\"\r\n"
@@ -52,24 +52,13 @@ TEST_F(SBModuleViewer, ShowsEveryFieldOfAModule) {
             Block("3 Ring"));
     Put("B.SBModule", "");
     Open<frmSBModules>();
-    const std::pair<const char*, const char*> cases[]{{"cboSBModuleID", "7"},
-                                                      {"txtSBModuleName", "Dock"},
-                                                      {"txtDisplayName", "The Dock"},
-                                                      {"cboModuleType", "Cultural"},
-                                                      {"cboModel", "Standard Starbase"},
-                                                      {"cboModuleSize", "Second Tier"},
-                                                      {"cboLocalAbility", "Terror Star Component"},
-                                                      {"txtLocalAbilityValue", "-40"},
-                                                      {"txtDescription", "About it"},
-                                                      {"cboModuleRequirements", ""},
-                                                      {"cboTechRequirements", ""},
-                                                      {"cboSBModuleFile", "A.SBModule"},
-                                                      {"txtEdited", "NO"},
-                                                      {"lblStatus", ""},
-                                                      {"lblWhereWeAt", "1 of 2"},
-                                                      {"lblEditStatus", "READ ONLY"}};
-    for (const auto& [control, text] : cases)
-        EXPECT_EQ(Text(control), text) << control;
+    EXPECT_THAT(TextsOf({"cboSBModuleID", "txtSBModuleName", "txtDisplayName", "cboModuleType", "cboModel",
+                         "cboModuleSize", "cboLocalAbility", "txtLocalAbilityValue", "txtDescription"}),
+                ElementsAre("7", "Dock", "The Dock", "Cultural", "Standard Starbase", "Second Tier",
+                            "Terror Star Component", "-40", "About it"));
+    EXPECT_THAT(TextsOf({"cboModuleRequirements", "cboTechRequirements", "cboSBModuleFile", "txtEdited",
+                         "lblStatus", "lblWhereWeAt", "lblEditStatus"}),
+                ElementsAre("", "", "A.SBModule", "NO", "", "1 of 2", "READ ONLY"));
     EXPECT_THAT(Entries("cboSBModuleID"), ElementsAre("7", "3"));
     EXPECT_THAT(Listed("lstTechRequirements"), ElementsAre("Lasers", "Shields"));
     EXPECT_THAT(Listed("lstModuleRequirements"), ElementsAre("Ring"));
@@ -77,14 +66,6 @@ TEST_F(SBModuleViewer, ShowsEveryFieldOfAModule) {
     EXPECT_THAT(Entries("cboModuleRequirements"), ElementsAre("Dock", "Ring"));
     EXPECT_THAT(Entries("cboTechRequirements"), IsEmpty());
     EXPECT_THAT(Entries("cboSBModuleFile"), ElementsAre("A.SBModule", "B.SBModule", "MySBModules.SBModule"));
-    Click("cmdForward");
-    EXPECT_EQ(Text("cboSBModuleID"), "3");
-    EXPECT_THAT(Listed("lstTechRequirements"), IsEmpty());
-}
-
-TEST_F(SBModuleViewer, LocksItsFieldsButNotItsLists) {
-    Put("A.SBModule", Block("0 Dock"));
-    Open<frmSBModules>();
     for (const char* off :
          {"txtSBModuleName", "txtDescription", "cboModel", "cboModuleRequirements", "lblModel"})
         EXPECT_FALSE(Enabled(off)) << off;
@@ -92,6 +73,9 @@ TEST_F(SBModuleViewer, LocksItsFieldsButNotItsLists) {
          {"lblStatusCaption", "lblStatus", "lblWhereWeAt", "lblEditStatus", "lstTechRequirements",
           "lstModules", "cmdAddModule", "cmdAddTech", "cmdGoTo", "cmdBack", "cmdForward"})
         EXPECT_TRUE(Enabled(on)) << on;
+    Click("cmdForward");
+    EXPECT_EQ(Text("cboSBModuleID"), "3");
+    EXPECT_THAT(Listed("lstTechRequirements"), IsEmpty());
 }
 
 TEST_F(SBModuleViewer, BrowsesRoundInEitherOrder) {
@@ -121,15 +105,14 @@ TEST_F(SBModuleViewer, BrowsesRoundInEitherOrder) {
 
 TEST_F(SBModuleViewer, EmptiesTheForm) {
     Open<frmSBModules>();
-    for (const char* empty : {"cboSBModuleID", "txtSBModuleName", "txtDisplayName", "cboModuleType",
-                              "cboModel", "cboModuleSize", "cboLocalAbility", "txtLocalAbilityValue",
-                              "txtDescription", "cboModuleRequirements", "lblWhereWeAt", "lblStatus"})
-        EXPECT_EQ(Text(empty), "") << empty;
+    EXPECT_THAT(TextsOf({"cboSBModuleID", "txtSBModuleName", "txtDisplayName", "cboModuleType", "cboModel",
+                         "cboModuleSize", "cboLocalAbility", "txtLocalAbilityValue", "txtDescription",
+                         "cboModuleRequirements", "lblWhereWeAt", "lblStatus"}),
+                Each(""));
+    EXPECT_THAT(TextsOf({"txtEdited", "lblEditStatus"}), ElementsAre("NO", "READ ONLY"));
     EXPECT_EQ(Entries("cboSBModuleID").size(), 141u);
     EXPECT_EQ(Entries("cboLocalAbility").size(), SBModuleAbilities.Count());
     EXPECT_THAT(Entries("cboSBModuleFile"), ElementsAre("MySBModules.SBModule"));
-    EXPECT_EQ(Text("txtEdited"), "NO");
-    EXPECT_EQ(Text("lblEditStatus"), "READ ONLY");
     EXPECT_FALSE(Enabled("cmdBack"));
     EXPECT_FALSE(Enabled("cmdForward"));
 }

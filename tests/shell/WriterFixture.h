@@ -3,28 +3,18 @@
 #include "ScratchRegistry.h"
 #include "ScriptedPrompts.h"
 #include "TempFolder.h"
-#include "editor/LineBox.h"
+#include "editor/FormDriver.h"
+#include "editor/ModalAnswers.h"
 #include "platform/FaultHook.h"
-#include "platform/Files.h"
 #include "services/Catalogues.h"
 #include "services/Settings.h"
 #include "shell/frmOptions.h"
 #include "shell/frmWriter.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
-
-#include <string>
-
 namespace velmora {
 
 /// The main window over a scratch game and a program directory of its own.
-class Startup : public ::testing::Test {
+class Startup : public ::testing::Test, protected FormDriver {
   protected:
     Startup() {
         Files::CreateFolder(temp / "Home");
@@ -40,41 +30,27 @@ class Startup : public ::testing::Test {
     }
     std::string IniFile() { return temp.Read("Home/VelWriter.ini"); }
     [[nodiscard]] std::string Game() const { return (temp / "Game") + Files::Separator; }
-    /// What the accessor's buffer holds of the path.
-    [[nodiscard]] std::string CutGame() const { return Game().substr(0, 62); }
 
-    /// Acts on the options dialog while it is open. It must be closed by then.
-    template <class Act>
-    void InOptions(const Act& act) {
-        QTimer::singleShot(0, qApp, [this, act] {
-            options = qobject_cast<frmOptions*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(options);
-            ASSERT_TRUE(QTest::qWaitForWindowActive(options));
+    /// Acts on the options dialog, which must be closed by then, while the program starts.
+    void StartThrough(const std::string& settings, const std::function<void()>& act) {
+        ModalAnswers answers;
+        answers.Expect<frmOptions>([&](frmOptions& shown) {
+            options = &shown;
             act();
-            EXPECT_FALSE(options->isVisible()) << "stays open";
-            options->hide();
+            options = nullptr;
         });
+        if (settings.empty())
+            writer.Load();
+        else
+            Start(settings);
     }
-    void Pick(const char* item) {
-        auto* action = writer.findChild<QAction*>(QString::fromLatin1(item));
-        ASSERT_TRUE(action && action->isEnabled()) << item;
-        action->trigger();
-    }
+    QWidget& Form() override { return options ? static_cast<QWidget&>(*options) : writer; }
     static QWidget* Shown(const char* name) {
         for (QWidget* window : QApplication::topLevelWidgets())
             if (window->objectName() == QLatin1String(name) && window->isVisible())
                 return window;
         return nullptr;
     }
-    [[nodiscard]] LineBox* Box(const char* name) const {
-        return options->findChild<LineBox*>(QString::fromLatin1(name));
-    }
-    void Type(const char* name, const std::string& text) {
-        Box(name)->setFocus(Qt::TabFocusReason);
-        Box(name)->selectAll();
-        QTest::keyClicks(Box(name), QString::fromStdString(text));
-    }
-    void Done() { options->findChild<QAbstractButton*>(QStringLiteral("cmdDone"))->click(); }
 
     TempFolder temp;
     ScratchRegistry registry;

@@ -2,13 +2,6 @@
 #include "shell/WriterFixture.h"
 
 #include "platform/Failure.h"
-#include "platform/Files.h"
-#include "services/Settings.h"
-
-#include <QAction>
-#include <QApplication>
-#include <QTest>
-#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -21,7 +14,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* InvalidPath = "Message[Exclamation]: That does not appear to be a valid path!";
 TEST_F(Startup, WritesTheDefaultsOfMissingKeys) {
     Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=Mine\r\nAutoBackup=true\r\n");
     EXPECT_THAT(prompts.Transcript, IsEmpty());
@@ -36,13 +28,16 @@ TEST_F(Startup, WritesTheDefaultsOfMissingKeys) {
     EXPECT_EQ(Settings.SortBy, "0");
     EXPECT_TRUE(Files::FolderExists(temp / "Home/BackupData"));
     EXPECT_EQ(writer.windowTitle(), QStringLiteral("Velmora Writer v.1.0.0"));
-    EXPECT_FALSE(writer.findChild<QAction*>(QStringLiteral("mnuSBModules"))->isEnabled());
+    EXPECT_FALSE(Enabled("mnuSBModules"));
 }
 
 TEST_F(Startup, TakesStoredValuesAsTheyStand) {
-    Start(
-        "[setup]\r\nPath=" + Game() +
-        "\r\nevent file=X\r\nUP Issue File=myupissues\r\nAutobackup=yes\r\nSortBy=1\r\nSB Module File=S\r\n");
+    const std::string deep = Game() + std::string(70, 'd') + Files::Separator;
+    Files::CreateFolder(deep);
+    Start("[setup]\r\nPath=" + deep +
+          "\r\nevent file=X\r\nUP Issue File=myupissues\r\nAutobackup=yes\r\nSortBy=1\r\n"
+          "SB Module File=S\r\n");
+    EXPECT_EQ(Settings.GamePath, deep) << "the whole one where the cut one names no folder";
     EXPECT_EQ(Settings.EventFile, "X.event");
     EXPECT_EQ(Settings.UPIssueFile, "myupissues.upissue");
     EXPECT_EQ(Settings.SBModuleFile, "S.SBModule");
@@ -50,43 +45,23 @@ TEST_F(Startup, TakesStoredValuesAsTheyStand) {
     EXPECT_FALSE(Settings.AutoBackup);
 }
 
-TEST_F(Startup, TakesAWholePathWhereTheCutOneNamesNoFolder) {
-    const std::string deep = Game() + std::string(70, 'd') + Files::Separator;
-    Files::CreateFolder(deep);
-    Start("[Setup]\r\nPath=" + deep + "\r\nEvent File=X\r\n");
-    EXPECT_EQ(Settings.GamePath, deep);
-}
-
-TEST_F(Startup, AsksForOptionsWithoutASettingsFile) {
-    InOptions([this] {
-        EXPECT_THAT(
-            prompts.TakeTranscript(),
-            ElementsAre("Message: Please confirm the Event Writer Options.",
-                        "Message: Unable to access the Velmora installation location from the registry, "
-                        "you will need to enter the path manually."));
-        Done();
-        EXPECT_TRUE(options->isVisible());
-        EXPECT_TRUE(Box("txtVelmoraPath")->hasFocus());
-        Type("txtVelmoraPath", temp / "Game");
-        Done();
+TEST_F(Startup, AsksForOptionsWithoutASettingsFileOrAnEventFile) {
+    StartThrough("", [this] {
+        EXPECT_EQ(prompts.TakeTranscript().front(), "Message: Please confirm the Event Writer Options.");
+        Type("txtVelmoraPath", ToQt(temp / "Game"));
+        Click("cmdDone");
     });
-    writer.Load();
-    EXPECT_THAT(prompts.Transcript, ElementsAre(InvalidPath));
     EXPECT_EQ(IniFile(), "[Setup]\r\nPath=" + Game() +
                              "\r\nEvent File=MyEvents\r\nUP Issue File=MyUPIssues\r\n"
                              "SB Module File=MySBModules\r\nAutoBackup=TRUE\r\nSortBy=0\r\n");
     EXPECT_EQ(Settings.GamePath, Game());
     EXPECT_EQ(Settings.SBModuleFile, "MySBModules.sbmodule");
-}
-
-TEST_F(Startup, AsksForOptionsWithoutAnEventFile) {
-    InOptions([this] {
-        EXPECT_EQ(Box("txtVelmoraPath")->Bytes(), CutGame());
-        EXPECT_EQ(Box("txtEventFile")->Bytes(), "");
-        Type("txtVelmoraPath", Game());
-        Done();
+    StartThrough("[Setup]\r\nPath=" + Game() + "\r\nSortBy=1\r\n", [this] {
+        EXPECT_EQ(Text("txtVelmoraPath"), Game().substr(0, 62)) << "what the buffer holds of the path";
+        EXPECT_EQ(Text("txtEventFile"), "");
+        Type("txtVelmoraPath", ToQt(Game()));
+        Click("cmdDone");
     });
-    Start("[Setup]\r\nPath=" + Game() + "\r\nSortBy=1\r\n");
     EXPECT_EQ(Settings.EventFile, "MyEvents.event");
     EXPECT_EQ(Settings.SortBy, "1");
 }
@@ -112,20 +87,16 @@ TEST_F(Startup, OpensOneEditorAtATime) {
     EXPECT_THAT(prompts.Transcript, IsEmpty());
 }
 
-TEST_F(Startup, EndsWithItsMainWindow) {
-    Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
-    writer.show();
-    QTimer::singleShot(0, qApp, [this] { Pick("mnuExit"); });
-    EXPECT_EQ(QApplication::exec(), 0);
-    EXPECT_FALSE(writer.isVisible());
-}
-
-TEST_F(Startup, ShowsTheReleaseNotes) {
+TEST_F(Startup, ShowsTheReleaseNotesAndEndsWithItsMainWindow) {
     Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
     temp.Write("Home/ReleaseNotes.txt", "New.");
     Pick("mnuReleaseNotes");
     EXPECT_THAT(prompts.Transcript,
                 ElementsAre("ShowTextFile: " + (temp / "Home") + Files::Separator + "ReleaseNotes.txt"));
+    writer.show();
+    QTimer::singleShot(0, qApp, [this] { Pick("mnuExit"); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_FALSE(writer.isVisible());
 }
 
 TEST_F(Backup, CopiesTheDataDirectoryOnce) {
