@@ -1,4 +1,4 @@
-#include "OptionsFixture.h"
+#include "shell/ShellFixture.h"
 
 #include "BrokenPrompts.h"
 
@@ -24,7 +24,7 @@ TEST_F(OptionsDialog, CannotBeLeftWithoutAPath) {
         EXPECT_THAT(Boxes(), ElementsAre("", "MyEvents", "MyUPIssues", "MySBModules"));
         EXPECT_TRUE(Get<QAbstractButton>("chkAutoBackup")->isChecked());
         EXPECT_EQ(Ticked({"optSortByAlphabetical", "optSortByFileName"}), "optSortByFileName");
-        EXPECT_FALSE(temp.Has("VelWriter.ini")) << "nothing is written before the dialog is to close";
+        EXPECT_FALSE(temp.Has("Home/VelWriter.ini")) << "nothing is written before the dialog is to close";
         Click("cmdDone");
         EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(BadPath));
         ASSERT_TRUE(Form().isVisible());
@@ -37,8 +37,8 @@ TEST_F(OptionsDialog, CannotBeLeftWithoutAPath) {
         Click("cmdDone");
     });
     EXPECT_THAT(prompts.Transcript, IsEmpty());
-    EXPECT_EQ(Written(), IniOf(temp / "Game" + Slash, "MyEvents", "MyUPIssues", "MySBModules", "FALSE", "1"));
-    EXPECT_EQ(Settings.GamePath, temp / "Game" + Slash);
+    EXPECT_EQ(Written(), IniOf(Game(), "MyEvents", "MyUPIssues", "MySBModules", "FALSE", "1"));
+    EXPECT_EQ(Settings.GamePath, Game());
     EXPECT_EQ(Settings.DataPath, Settings.GamePath + "Data" + Slash);
     EXPECT_EQ(Settings.UPIssuePath, Settings.DataPath + "UP_Issues" + Slash);
     EXPECT_EQ(Settings.EventFile + Settings.UPIssueFile + Settings.SBModuleFile,
@@ -109,8 +109,7 @@ TEST_F(OptionsDialog, RefusesTheGamesOwnEventFiles) {
             ASSERT_TRUE(Form().isVisible());
             EXPECT_TRUE(Get<QWidget>("txtEventFile")->hasFocus());
             EXPECT_EQ(Settings.EventFile, std::string(stored) + ".event");
-            EXPECT_EQ(Written(),
-                      IniOf(temp / "Game" + Slash, stored, "MyUPIssues", "MySBModules", "TRUE", "0"));
+            EXPECT_EQ(Written(), IniOf(Game(), stored, "MyUPIssues", "MySBModules", "TRUE", "0"));
         }
         Type("txtVelmoraPath", QStringLiteral("nowhere"));
         Click("cmdDone");
@@ -151,7 +150,7 @@ TEST_F(OptionsDialog, BrowsesForThePath) {
         EXPECT_THAT(Boxes(), ElementsAre("P", "E", "MyUPIssues", "MySBModules"));
         Type("txtUPIssue", QStringLiteral("typed"));
         Click("cmdBrowse");
-        EXPECT_THAT(Boxes(), ElementsAre(temp / "Game" + Slash, "E", "MyUPIssues", "MySBModules"));
+        EXPECT_THAT(Boxes(), ElementsAre(Game(), "E", "MyUPIssues", "MySBModules"));
         Type("txtVelmoraPath", QStringLiteral("no *where"));
         Type("txtEventFile", QStringLiteral("Mine.event"));
         Click("cmdDone");
@@ -175,7 +174,7 @@ TEST_F(OptionsDialog, ChecksHoweverItIsClosed) {
         Type("txtVelmoraPath", ToQt(temp / "Game"));
         QTest::keyClick(&Form(), Qt::Key_Escape);
     });
-    EXPECT_EQ(Settings.GamePath, temp / "Game" + Slash);
+    EXPECT_EQ(Settings.GamePath, Game());
     Show([this] { Form().close(); });
     Show([this] { QTest::keyClick(Get<QWidget>("txtVelmoraPath"), Qt::Key_Return); });
     EXPECT_THAT(prompts.Transcript, IsEmpty());
@@ -191,10 +190,10 @@ TEST_F(OptionsDialog, ReportsFailuresExceptWhileClosing) {
         Click("cmdDone");
         EXPECT_TRUE(Form().isVisible());
         EXPECT_EQ(broken.Errors.size(), 2u);
-        EXPECT_FALSE(temp.Has("VelWriter.ini"));
+        EXPECT_FALSE(temp.Has("Home/VelWriter.ini"));
         LeaveWithGoodPath();
     });
-    EXPECT_TRUE(temp.Has("VelWriter.ini"));
+    EXPECT_TRUE(temp.Has("Home/VelWriter.ini"));
 }
 
 } // namespace

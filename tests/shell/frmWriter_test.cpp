@@ -1,5 +1,5 @@
 // The main window: start of the program, its editors, the copy of the data directory, its end.
-#include "shell/WriterFixture.h"
+#include "shell/ShellFixture.h"
 
 #include "platform/Failure.h"
 
@@ -15,9 +15,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 TEST_F(Startup, WritesTheDefaultsOfMissingKeys) {
-    Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=Mine\r\nAutoBackup=true\r\n");
+    Start("Event File=Mine\r\nAutoBackup=true\r\n");
     EXPECT_THAT(prompts.Transcript, IsEmpty());
-    EXPECT_EQ(IniFile(), "[Setup]\r\nPath=" + Game() +
+    EXPECT_EQ(Written(), "[Setup]\r\nPath=" + Game() +
                              "\r\nEvent File=Mine\r\nAutoBackup=true\r\nUP Issue File=MyUpIssues\r\n"
                              "SortBy=0\r\nSB Module File=MySBModules\r\n");
     EXPECT_EQ(Settings.DataPath, Game() + "Data" + Files::Separator);
@@ -34,9 +34,11 @@ TEST_F(Startup, WritesTheDefaultsOfMissingKeys) {
 TEST_F(Startup, TakesStoredValuesAsTheyStand) {
     const std::string deep = Game() + std::string(70, 'd') + Files::Separator;
     Files::CreateFolder(deep);
-    Start("[setup]\r\nPath=" + deep +
-          "\r\nevent file=X\r\nUP Issue File=myupissues\r\nAutobackup=yes\r\nSortBy=1\r\n"
-          "SB Module File=S\r\n");
+    temp.Write("Home/VelWriter.ini",
+               "[setup]\r\nPath=" + deep +
+                   "\r\nevent file=X\r\nUP Issue File=myupissues\r\nAutobackup=yes\r\nSortBy=1\r\n"
+                   "SB Module File=S\r\n");
+    writer.Load();
     EXPECT_EQ(Settings.GamePath, deep) << "the whole one where the cut one names no folder";
     EXPECT_EQ(Settings.EventFile, "X.event");
     EXPECT_EQ(Settings.UPIssueFile, "myupissues.upissue");
@@ -46,28 +48,28 @@ TEST_F(Startup, TakesStoredValuesAsTheyStand) {
 }
 
 TEST_F(Startup, AsksForOptionsWithoutASettingsFileOrAnEventFile) {
-    StartThrough("", [this] {
-        EXPECT_EQ(prompts.TakeTranscript().front(), "Message: Please confirm the Event Writer Options.");
-        Type("txtVelmoraPath", ToQt(temp / "Game"));
-        Click("cmdDone");
-    });
-    EXPECT_EQ(IniFile(), "[Setup]\r\nPath=" + Game() +
-                             "\r\nEvent File=MyEvents\r\nUP Issue File=MyUPIssues\r\n"
-                             "SB Module File=MySBModules\r\nAutoBackup=TRUE\r\nSortBy=0\r\n");
+    InOptions([this] { writer.Load(); },
+              [this] {
+                  EXPECT_EQ(prompts.TakeTranscript().front(),
+                            "Message: Please confirm the Event Writer Options.");
+                  LeaveWithGoodPath();
+              });
+    EXPECT_EQ(Written(), IniOf(Game(), "MyEvents", "MyUPIssues", "MySBModules", "TRUE", "0"));
     EXPECT_EQ(Settings.GamePath, Game());
     EXPECT_EQ(Settings.SBModuleFile, "MySBModules.sbmodule");
-    StartThrough("[Setup]\r\nPath=" + Game() + "\r\nSortBy=1\r\n", [this] {
-        EXPECT_EQ(Text("txtVelmoraPath"), Game().substr(0, 62)) << "what the buffer holds of the path";
-        EXPECT_EQ(Text("txtEventFile"), "");
-        Type("txtVelmoraPath", ToQt(Game()));
-        Click("cmdDone");
-    });
+    InOptions([this] { Start("SortBy=1\r\n"); },
+              [this] {
+                  EXPECT_EQ(Text("txtVelmoraPath"), Game().substr(0, 62))
+                      << "what the buffer holds of the path";
+                  EXPECT_EQ(Text("txtEventFile"), "");
+                  LeaveWithGoodPath();
+              });
     EXPECT_EQ(Settings.EventFile, "MyEvents.event");
     EXPECT_EQ(Settings.SortBy, "1");
 }
 
 TEST_F(Startup, OpensOneEditorAtATime) {
-    Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
+    Start("Event File=X\r\n");
     Files::CreateFolder(temp / "Game/Data/UP_Issues");
     writer.show();
     const auto expectRoundTrip = [this](const char* name) {
@@ -88,7 +90,7 @@ TEST_F(Startup, OpensOneEditorAtATime) {
 }
 
 TEST_F(Startup, ShowsTheReleaseNotesAndEndsWithItsMainWindow) {
-    Start("[Setup]\r\nPath=" + Game() + "\r\nEvent File=X\r\n");
+    Start("Event File=X\r\n");
     temp.Write("Home/ReleaseNotes.txt", "New.");
     Pick("mnuReleaseNotes");
     EXPECT_THAT(prompts.Transcript,
