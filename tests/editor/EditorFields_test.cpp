@@ -6,9 +6,6 @@
 namespace velmora {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
 class EditorFields : public EditorTest {
   protected:
     /// The length of a text after typing at its end.

@@ -18,6 +18,13 @@
 
 namespace velmora {
 
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+using Strings = std::vector<std::string>;
+
 /// A game directory, settings and scripted prompts around one real window.
 class WindowTest : public ::testing::Test, protected FormDriver {
   protected:

@@ -10,37 +10,30 @@ namespace velmora {
 
 namespace {
 
-TEST(FormRoutinesTest, LoadsAComboByNumber) {
+TEST(FormRoutinesTest, LoadsACombo) {
     Catalogue levels;
-    levels.Add("Low", 5);
-    levels.Add("Middle", 7);
-    levels.Add("Also Middle", 7);
-    ChoiceBox box;
-    const std::pair<std::int32_t, const char*> cases[] = {{5, "Low"}, {7, "Also Middle"}, {6, "Low"}};
-    for (const auto& [number, chosen] : cases) {
-        LoadComboByNumber(&box, levels, number);
-        EXPECT_EQ(box.Chosen(), chosen) << number;
-        EXPECT_EQ(box.count(), 3);
-        EXPECT_EQ(box.itemText(1), QStringLiteral("Middle"));
-    }
-    LoadComboByNumber(&box, Catalogue(), 0);
-    EXPECT_EQ(box.count(), 0);
-    EXPECT_EQ(box.Chosen(), "");
-}
-
-TEST(FormRoutinesTest, LoadsAComboByCodeAndByName) {
+    for (const auto& [name, number] : {std::pair{"Low", 5}, std::pair{"Middle", 7}, std::pair{"Also", 7}})
+        levels.Add(name, number);
     CodeCatalogue models;
     models.Add("Small", "SB01");
     models.Add("Large", "SB02");
     ChoiceBox box;
-    LoadComboByCode(&box, models, "sb02");
-    EXPECT_EQ(box.Chosen(), "Large");
-    LoadComboByCode(&box, models, "SB03");
-    EXPECT_EQ(box.Chosen(), "Small");
-    LoadComboByName(&box, models, "LARGE");
-    EXPECT_EQ(box.Chosen(), "Large");
-    LoadComboByName(&box, models, "Huge");
-    EXPECT_EQ(box.Chosen(), "Small");
+    for (const auto& [number, chosen] : {std::pair{5, "Low"}, std::pair{7, "Also"}, std::pair{6, "Low"}}) {
+        LoadComboByNumber(&box, levels, number);
+        EXPECT_EQ(box.Chosen(), chosen) << number;
+        EXPECT_EQ(box.count(), 3);
+    }
+    for (const auto& [code, chosen] : {std::pair{"sb02", "Large"}, std::pair{"SB03", "Small"}}) {
+        LoadComboByCode(&box, models, code);
+        EXPECT_EQ(box.Chosen(), chosen) << code;
+    }
+    for (const auto& [name, chosen] : {std::pair{"LARGE", "Large"}, std::pair{"Huge", "Small"}}) {
+        LoadComboByName(&box, models, name);
+        EXPECT_EQ(box.Chosen(), chosen) << name;
+    }
+    LoadComboByNumber(&box, Catalogue(), 0);
+    EXPECT_EQ(box.count(), 0);
+    EXPECT_EQ(box.Chosen(), "");
 }
 
 TEST(FormRoutinesTest, LoadsAListFromAnArray) {

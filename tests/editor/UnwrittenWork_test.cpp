@@ -8,9 +8,6 @@ namespace velmora {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 class UnwrittenWorkTest : public EditorTest {
   protected:

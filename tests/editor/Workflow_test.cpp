@@ -4,12 +4,6 @@
 namespace velmora {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
-using Strings = std::vector<std::string>;
-
 class Workflow : public EditorTest {
   protected:
     void AddAs(const std::string& name, const std::string& item = "mnuAddNew") {

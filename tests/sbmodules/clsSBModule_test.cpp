@@ -112,28 +112,21 @@ TEST_F(SBModuleLibraryTest, GathersRequirementsAndCarriesAllElseOver) {
     EXPECT_EQ(At(2).ModuleSize, 0);
 }
 
-TEST_F(SBModuleLibraryTest, DropsAModuleWhoseIDIsTakenOrNegative) {
-    Put("a.sbmodule", Block("7 Bastion"));
-    Put("B.SBModule", Block("7 Dock") + Block("-1 Ghost") + Block("8 Pier"));
+TEST_F(SBModuleLibraryTest, DropsAModuleForItsIDOrItsName) {
+    Put("a.sbmodule", Block("1 Dock") + Block("1 DOCK") + "ENDSBMOD\r\n" + Block("2 dock") + Block("2 Pier"));
+    Put("B.SBModule", Block("-1 Ghost") + Block("8 Quay"));
     ASSERT_TRUE(Load());
     EXPECT_THAT(FileNames(), ElementsAre("a.sbmodule 0", "B.SBModule 1", "MySBModules.SBModule 2"));
-    EXPECT_THAT(IDs(), ElementsAre("7 Bastion", "8 Pier"));
+    EXPECT_THAT(IDs(), ElementsAre("1 Dock", "8 Quay"));
     EXPECT_EQ(At(1).SBModuleNumber, 2);
-    EXPECT_THAT(texts, ElementsAre(Dropped("B.SBModule:2", "Dock", "duplicate-id"),
-                                   Dropped("B.SBModule:4", "Ghost", "duplicate-id")));
-}
-
-TEST_F(SBModuleLibraryTest, ChecksTheIDBeforeTheName) {
-    Put("a.SBModule", Block("1 Dock") + Block("1 DOCK") + "ENDSBMOD\r\n" + Block("2 dock") + Block("2 Pier"));
-    ASSERT_TRUE(Load());
-    EXPECT_THAT(IDs(), ElementsAre("1 Dock"));
-    EXPECT_THAT(texts, ElementsAre(Dropped("a.SBModule:4", "DOCK", "duplicate-id"),
-                                   Dropped("a.SBModule:4", "DOCK", "duplicate-sbmodule"),
-                                   Dropped("a.SBModule:5", "DOCK", "duplicate-id"),
-                                   Dropped("a.SBModule:5", "DOCK", "duplicate-sbmodule"),
-                                   Dropped("a.SBModule:7", "dock", "duplicate-sbmodule"),
-                                   Dropped("a.SBModule:9", "Pier", "duplicate-id")))
-        << "a module dropped for its name keeps its ID";
+    EXPECT_THAT(texts, ElementsAre(Dropped("a.sbmodule:4", "DOCK", "duplicate-id"),
+                                   Dropped("a.sbmodule:4", "DOCK", "duplicate-sbmodule"),
+                                   Dropped("a.sbmodule:5", "DOCK", "duplicate-id"),
+                                   Dropped("a.sbmodule:5", "DOCK", "duplicate-sbmodule"),
+                                   Dropped("a.sbmodule:7", "dock", "duplicate-sbmodule"),
+                                   Dropped("a.sbmodule:9", "Pier", "duplicate-id"),
+                                   Dropped("B.SBModule:2", "Ghost", "duplicate-id")))
+        << "the ID is checked before the name; a module dropped for its name keeps its ID";
 }
 
 TEST_F(SBModuleLibraryTest, GivesTheLowestFreeIDToOneAboveTheRange) {

@@ -8,11 +8,6 @@
 namespace velmora {
 namespace {
 
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using Strings = std::vector<std::string>;
-
 class SBModuleViewer : public WindowTest {
   protected:
     void Put(const std::string& file, const std::string& text) { temp.Write("Game/Data/" + file, text); }
@@ -81,25 +76,20 @@ TEST_F(SBModuleViewer, ShowsEveryFieldLockedButItsLists) {
 TEST_F(SBModuleViewer, BrowsesRoundInEitherOrder) {
     Put("B.SBModule", Block("5 gamma") + Block("1 Alpha"));
     Put("a.SBModule", Block("9 Beta"));
-    struct {
-        const char* SortBy;
-        const char* Ticked;
-        Strings Shown;
-    } const cases[]{
-        {"0", "mnuSortByFileName", {"Beta, 1 of 3", "gamma, 2 of 3", "Alpha, 3 of 3", "Beta, 1 of 3"}},
-        {"1", "mnuSortAlphabetically", {"Alpha, 1 of 3", "Beta, 2 of 3", "gamma, 3 of 3", "Alpha, 1 of 3"}}};
-    for (const auto& order : cases) {
-        Settings.SortBy = order.SortBy;
+    const std::tuple<const char*, const char*, Strings> cases[]{
+        {"0", "mnuSortByFileName", {"Beta, 1 of 3", "gamma, 2 of 3", "Alpha, 3 of 3"}},
+        {"1", "mnuSortAlphabetically", {"Alpha, 1 of 3", "Beta, 2 of 3", "gamma, 3 of 3"}}};
+    for (const auto& [sortBy, ticked, shown] : cases) {
+        Settings.SortBy = sortBy;
         Open<frmSBModules>();
-        EXPECT_EQ(Ticked({"mnuSortAlphabetically", "mnuSortByFileName"}), order.Ticked);
-        Strings shown{Shown()};
-        for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Ticked({"mnuSortAlphabetically", "mnuSortByFileName"}), ticked);
+        for (const std::string& each : shown) {
+            EXPECT_EQ(Shown(), each);
             Click("cmdForward");
-            shown.push_back(Shown());
         }
-        EXPECT_EQ(shown, order.Shown);
+        EXPECT_EQ(Shown(), shown[0]);
         Click("cmdBack");
-        EXPECT_EQ(Shown(), order.Shown[2]);
+        EXPECT_EQ(Shown(), shown[2]);
     }
 }
 

@@ -36,17 +36,11 @@ TEST_F(UPIssueLibraryTest, ReadsTheLinesThatPeopleWrite) {
                                    "a.UPIssue [unrecognized-token]"));
 }
 
-TEST_F(UPIssueLibraryTest, CarriesValuesOverWithinAFileOnly) {
-    Put("a.UPIssue", Block("One", Values + "YearsInEffect 8\r\nOption06 \"Six\"\r\nOptionVal06 9\r\n") +
-                         Block("Two", "OptionVal01 4\r\n"));
-    Put("b.UPIssue", Block("Three", Values));
+TEST_F(UPIssueLibraryTest, CarriesOptionValuesOver) {
+    Put("a.UPIssue", Block("One", Values + "OptionVal06 9\r\n") + Block("Two", "OptionVal01 4\r\n"));
     ASSERT_TRUE(Load());
-    EXPECT_EQ(At(1).YearsInEffect, 8);
-    EXPECT_EQ(At(1).Option06, "Six");
     EXPECT_EQ(At(1).OptionVal06, 9);
     EXPECT_EQ(At(1).OptionVal01, 4);
-    EXPECT_EQ(At(2).YearsInEffect, 0);
-    EXPECT_EQ(At(2).Option06, "");
 }
 
 TEST_F(UPIssueLibraryTest, TakesTheLastNameAndEvenNone) {
