@@ -82,8 +82,9 @@ class Library {
     /// without records is deleted. A file that gains a record is written before the one that loses it. Names
     /// that differ in case only mean one file. A failure tells which files were written; the records stay
     /// such that writing the same files again does the rest.
-    /// Before a rewrite that drops something (LossesOf) or replaces what another program wrote, a dated copy of
-    /// the file goes to the backup folder of the last load. Files whose names differ in case only on disk are never written.
+    /// Before a rewrite that drops something (LossesOf) or replaces what another program wrote, a dated copy
+    /// of the file goes to the backup folder of the last load. Files whose names differ in case only on disk
+    /// are never written.
     void WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames);
     /// Those of some files whose content on disk is not what was last read or written here.
     [[nodiscard]] std::vector<std::string> ChangedOutside(const std::string& folder,
