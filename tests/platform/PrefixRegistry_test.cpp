@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace velmora {
 namespace {
@@ -37,53 +38,37 @@ const std::string Text = R"(WINE REGISTRY Version 2
 "Path"="parent"
 )";
 
-std::string Read(const std::string& key, const std::string& name) {
-    const auto value = PrefixRegistry::Read(Text, key, name);
-    return value ? std::to_string(static_cast<int>(value->Type)) + ' ' + value->Bytes : "nothing";
-}
+const std::string Velmora = "SOFTWARE\\corvane\\Velmora";
 
 TEST(PrefixRegistry, ReadsValues) {
-    const std::string key = "SOFTWARE\\corvane\\Velmora";
-    EXPECT_EQ(Read(key, "path"), "1 C:\\Games\\Velmora\0"s);
-    EXPECT_EQ(Read(key, ""), "1 default \"quoted\"\0"s);
-    EXPECT_EQ(Read(key, "Expand"), "2 %ProgramFiles%\\Velmora\0"s);
-    EXPECT_EQ(Read(key, "Multi"), "7 one\0two\0\0"s);
-    EXPECT_EQ(Read(key, "Count"), "4 *\0\0\0"s);
-    EXPECT_EQ(Read(key, "Raw"), "3 \1\2\3");
-    EXPECT_EQ(Read("Software\\Corvane", "Path"), "1 parent\0"s);
-    EXPECT_EQ(Read("Hardware\\Odd[1]", "Path"), "1 in brackets\0"s);
-}
-
-TEST(PrefixRegistry, GivesNothingForWhatItLacks) {
-    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Missing"), "nothing");
-    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Wide"), "nothing");
-    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Open"), "nothing");
-    EXPECT_EQ(Read("Software", "Path"), "nothing");
-    EXPECT_EQ(Read("", "Path"), "nothing");
-    EXPECT_FALSE(PrefixRegistry::Read("", "Software", "Path"));
-}
-
-TEST(PrefixRegistry, TurnsTextsIntoTheCodePage) {
-    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Marks"), "1 \x80"s + "5 caf\xE9 A\t|q\0"s);
-    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Mixed"), "1 caf\xC3\xA9 \xF0\x9F\x9A\x80\0"s)
-        << "a text beyond the code page stays UTF-8";
-    EXPECT_EQ(Read("Software\\Corvane\\Velmora", "Stray"), "1 ?!\0"s);
-}
-
-TEST(PrefixRegistry, KnowsKeys) {
+    using Case = std::tuple<std::string, std::string, std::string>;
+    for (const auto& [key, name, expected] :
+         {Case{Velmora, "path", "1 C:\\Games\\Velmora\0"s}, Case{Velmora, "", "1 default \"quoted\"\0"s},
+          Case{Velmora, "Expand", "2 %ProgramFiles%\\Velmora\0"s}, Case{Velmora, "Multi", "7 one\0two\0\0"s},
+          Case{Velmora, "Count", "4 *\0\0\0"s}, Case{Velmora, "Raw", "3 \1\2\3"},
+          Case{"Software\\Corvane", "Path", "1 parent\0"s},
+          Case{"Hardware\\Odd[1]", "Path", "1 in brackets\0"s},
+          // Texts come in the code page; one beyond it stays UTF-8.
+          Case{Velmora, "Marks", "1 \x80"s + "5 caf\xE9 A\t|q\0"s},
+          Case{Velmora, "Mixed", "1 caf\xC3\xA9 \xF0\x9F\x9A\x80\0"s}, Case{Velmora, "Stray", "1 ?!\0"s},
+          Case{Velmora, "Missing", "nothing"}, Case{Velmora, "Wide", "nothing"},
+          Case{Velmora, "Open", "nothing"}, Case{"Software", "Path", "nothing"},
+          Case{"", "Path", "nothing"}}) {
+        const auto value = PrefixRegistry::Read(Text, key, name);
+        EXPECT_EQ(value ? std::to_string(static_cast<int>(value->Type)) + ' ' + value->Bytes : "nothing",
+                  expected);
+    }
     EXPECT_TRUE(PrefixRegistry::KeyExists(Text, "software\\corvane"));
     EXPECT_FALSE(PrefixRegistry::KeyExists(Text, "software"));
     EXPECT_FALSE(PrefixRegistry::KeyExists(Text, ""));
 }
 
 TEST(PrefixRegistry, SurvivesACutAnywhere) {
-    for (std::size_t size = 0; size < Text.size(); ++size) {
-        const std::string cut = Text.substr(0, size) + '\\';
+    for (std::size_t size = 0; size < Text.size(); ++size)
         for (const char* name : {"Path", "Multi", "Raw", "Marks", "Stray"}) {
-            const auto value = PrefixRegistry::Read(cut, "Software\\Corvane\\Velmora", name);
+            const auto value = PrefixRegistry::Read(Text.substr(0, size) + '\\', Velmora, name);
             EXPECT_TRUE(!value || value->Bytes.size() < 64) << size;
         }
-    }
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <optional>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <tuple>
 #include <unistd.h>
 
 namespace velmora {
@@ -20,43 +21,40 @@ using ::testing::HasSubstr;
 /// Sets an environment variable for one test.
 class Variable {
   public:
-    Variable(const char* name, const char* value) : Name(name) {
-        if (const char* old = std::getenv(name)) {
-            Old = old;
-        }
+    Variable(const char* variable, const char* value) : name(variable) {
+        if (const char* was = std::getenv(name))
+            old = was;
         value != nullptr ? ::setenv(name, value, 1) : ::unsetenv(name);
     }
-    ~Variable() { Old ? ::setenv(Name, Old->c_str(), 1) : ::unsetenv(Name); }
+    ~Variable() { old ? ::setenv(name, old->c_str(), 1) : ::unsetenv(name); }
     Variable(const Variable&) = delete;
     Variable& operator=(const Variable&) = delete;
 
   private:
-    const char* Name;
-    std::optional<std::string> Old;
+    const char* name;
+    std::optional<std::string> old;
 };
 
-/// A pipe with a name: reading it waits, without polling, until a started program has written and closed it.
-std::string ReadPipe(const std::filesystem::path& pipe) {
-    std::ifstream file(pipe, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+/// Has a program write into a pipe with a name. Reading that waits, without polling, until the program has
+/// written and closed it; so only a caller that does not wait for the program gets round to reading.
+std::string StartAndRead(const TempFolder& folder, const std::vector<std::string>& commandLine) {
+    EXPECT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    Process::Start(commandLine);
+    return folder.Read("pipe");
 }
 
 TEST(Process, StartsWithoutWaitingAndPassesArgumentsUnchanged) {
     TempFolder folder;
-    ASSERT_EQ(::mkfifo((folder.Host() / "pipe").c_str(), 0600), 0);
     folder.Write("Tool.sh", "#!/bin/sh\nprintf '%s|' \"$@\" > \"$1\"\n");
-    ASSERT_EQ(::chmod((folder.Host() / "Tool.sh").c_str(), 0700), 0);
-    // Only a caller that does not wait gets round to reading what the program wants to write.
-    Process::Start({folder.Path() + "\\TOOL.sh", folder / "pipe", "a b", "", "$HOME \"'\\", "caf\xE9"});
-    EXPECT_EQ(ReadPipe(folder.Host() / "pipe"),
-              (folder.Host() / "pipe").string() + "|a b||$HOME \"'\\|caf\xC3\xA9|");
+    ASSERT_EQ(::chmod((folder / "Tool.sh").c_str(), 0700), 0);
+    EXPECT_EQ(StartAndRead(folder, {folder.Path() + "\\TOOL.sh", folder / "pipe", "a b", "", "$HOME \"'\\",
+                                    "caf\xE9"}),
+              folder / "pipe" + "|a b||$HOME \"'\\|caf\xC3\xA9|");
 }
 
 TEST(Process, FindsProgramsOnThePath) {
     TempFolder folder;
-    ASSERT_EQ(::mkfifo((folder.Host() / "pipe").c_str(), 0600), 0);
-    Process::Start({"sh", "-c", "echo $0 > \"$1\"", "here", folder / "pipe"});
-    EXPECT_EQ(ReadPipe(folder.Host() / "pipe"), "here\n");
+    EXPECT_EQ(StartAndRead(folder, {"sh", "-c", "echo $0 > \"$1\"", "here", folder / "pipe"}), "here\n");
 }
 
 TEST(Process, LeavesNoChildBehind) {
@@ -78,42 +76,17 @@ TEST(Process, RunsACommandLineToItsEnd) {
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
 }
 
-TEST(Process, KeepsTheCallerAliveWhileItWaits) {
-    TempFolder folder;
-    int calls = 0;
-    // The command ends only when the waiting caller has been called back.
-    const auto release = [&] {
-        if (++calls == 2) {
-            folder.Write("go", "");
-        }
-    };
-    Process::RunAndWait("until [ -e '" + (folder / "go") + "' ]; do sleep 0.01; done; : > '" +
-                            (folder / "done") + "'",
-                        std::nullopt, release);
-    EXPECT_GE(calls, 2);
-    EXPECT_TRUE(folder.Has("done"));
-}
-
 TEST(Process, FindsTheUsersFolders) {
-    struct Case {
-        const char* Data;
-        const char* Config;
-        const char* Home;
-        std::string DataFolder;
-        std::string ConfigFolder;
-    };
-    for (const Case& each : {Case{"/d", "/c/", "/home/u", "/d/VelmoraWriter", "/c/VelmoraWriter"},
-                             Case{nullptr, nullptr, "/home/u", "/home/u/.local/share/VelmoraWriter",
-                                  "/home/u/.config/VelmoraWriter"},
-                             Case{"", "relative", "/home/u", "/home/u/.local/share/VelmoraWriter",
-                                  "/home/u/.config/VelmoraWriter"},
-                             Case{nullptr, nullptr, "/home/\xC3\xA9", "/home/\xE9/.local/share/VelmoraWriter",
-                                  "/home/\xE9/.config/VelmoraWriter"}}) {
-        const Variable data("XDG_DATA_HOME", each.Data);
-        const Variable config("XDG_CONFIG_HOME", each.Config);
-        const Variable home("HOME", each.Home);
-        EXPECT_EQ(Process::UserDataFolder(), each.DataFolder);
-        EXPECT_EQ(Process::UserConfigFolder(), each.ConfigFolder);
+    using Case = std::tuple<const char*, const char*, const char*, std::string, std::string>;
+    for (const auto& [data, config, home, dataFolder, configFolder] :
+         {Case{"/d", "/c/", "/home/u", "/d", "/c"},
+          Case{nullptr, nullptr, "/home/\xC3\xA9", "/home/\xE9/.local/share", "/home/\xE9/.config"},
+          Case{"", "relative", "/home/u", "/home/u/.local/share", "/home/u/.config"}}) {
+        const Variable first("XDG_DATA_HOME", data);
+        const Variable second("XDG_CONFIG_HOME", config);
+        const Variable third("HOME", home);
+        EXPECT_EQ(Process::UserDataFolder(), dataFolder + "/VelmoraWriter");
+        EXPECT_EQ(Process::UserConfigFolder(), configFolder + "/VelmoraWriter");
     }
     const Variable home("HOME", nullptr);
     EXPECT_TRUE(Files::HostPath(Process::UserDataFolder()).is_absolute());

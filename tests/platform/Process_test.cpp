@@ -1,12 +1,9 @@
 #include "FailureOf.h"
 #include "TempFolder.h"
-#include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace velmora {
 namespace {
 
@@ -15,22 +12,27 @@ using ::testing::HasSubstr;
 TEST(Process, SaysWhyAProgramCannotBeStarted) {
     TempFolder folder;
     folder.Write("data.txt", "no program");
-    for (const std::vector<std::string>& commandLine : {std::vector<std::string>{},
-                                                        {""},
-                                                        {"velmora-no-such-program", "x"},
-                                                        {folder / "missing"},
-                                                        {folder / "data.txt"}}) {
-        const std::string name = commandLine.empty() ? "" : commandLine.front();
-        const Failure failure = FailureOf([&] { Process::Start(commandLine); });
+    for (const std::string& name :
+         {std::string(), std::string("velmora-no-such-program"), folder / "missing", folder / "data.txt"}) {
+        const Failure failure = FailureOf([&] { Process::Start({name, "x"}); });
         EXPECT_EQ(failure.Number, FailureFileNotFound);
         EXPECT_THAT(failure.Description(), HasSubstr("Cannot start " + name));
     }
+    EXPECT_EQ(FailureOf([] { Process::Start({}); }).Number, FailureFileNotFound);
 }
 
-TEST(Process, KnowsItsOwnProgram) {
-    const std::string path = Process::ExecutablePath();
-    EXPECT_TRUE(Files::FileExists(path)) << path;
-    EXPECT_THAT(Files::NameOf(path), HasSubstr("platform_tests"));
+TEST(Process, KnowsTheSystem) {
+    EXPECT_TRUE(Files::FileExists(Process::ExecutablePath()));
+    EXPECT_THAT(Files::NameOf(Process::ExecutablePath()), HasSubstr("platform_tests"));
+    EXPECT_TRUE(Files::FolderExists(Process::SystemFolder())) << Process::SystemFolder();
+    EXPECT_FALSE(Process::ComputerName().empty());
+    for (const std::string& folder : {Process::UserDataFolder(), Process::UserConfigFolder()}) {
+        EXPECT_EQ(Files::NameOf(folder), "VelmoraWriter");
+        EXPECT_TRUE(Files::HostPath(folder).is_absolute()) << folder;
+    }
+    EXPECT_FALSE(Process::Environment("PATH").empty());
+    EXPECT_EQ(Process::Environment("VELMORA_NO_SUCH_VARIABLE"), "");
+    Process::Sleep(-1);
 }
 
 TEST(Process, ReadsFreeBytes) {
@@ -40,25 +42,6 @@ TEST(Process, ReadsFreeBytes) {
     EXPECT_LE(*free, std::filesystem::space(folder.Host()).capacity);
     EXPECT_GT(*free, 0u);
     EXPECT_EQ(Process::FreeBytes(folder / "missing"), std::nullopt);
-}
-
-TEST(Process, KnowsTheSystem) {
-    EXPECT_TRUE(Files::FolderExists(Process::SystemFolder())) << Process::SystemFolder();
-    EXPECT_FALSE(Process::ComputerName().empty());
-    for (const std::string& folder : {Process::UserDataFolder(), Process::UserConfigFolder()}) {
-        EXPECT_EQ(Files::NameOf(folder), "VelmoraWriter");
-        EXPECT_TRUE(Files::HostPath(folder).is_absolute()) << folder;
-    }
-}
-
-TEST(Process, ReadsTheEnvironment) {
-    EXPECT_THAT(Process::Environment("PATH"), ::testing::Not(::testing::IsEmpty()));
-    EXPECT_EQ(Process::Environment("VELMORA_NO_SUCH_VARIABLE"), "");
-}
-
-TEST(Process, DoesNotSleepForLessThanNothing) {
-    Process::Sleep(0);
-    Process::Sleep(-1);
 }
 
 } // namespace

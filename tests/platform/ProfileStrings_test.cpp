@@ -1,13 +1,14 @@
 #include "platform/ProfileStrings.h"
 
+#include "Fault.h"
 #include "TempFolder.h"
-#include "platform/FaultHook.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <random>
 #include <string>
+#include <tuple>
 
 namespace velmora {
 namespace {
@@ -30,103 +31,85 @@ class ProfileStringsTest : public ::testing::Test {
 };
 
 TEST_F(ProfileStringsTest, ReadsValues) {
-    const struct {
-        std::string File;
-        std::string Value;
-    } cases[] = {
-        {"[Setup]\r\nKey=value\r\n", "value"},
-        {"[Setup]\nKey=value", "value"},
-        {"[SETUP]\r\nkEY=value", "value"},
-        {" [ Setup ] ; said so\r\n \tKey \t=\t value \t\r\n", "value"},
-        {"[Setup]\r\nKey=\"value\"", "value"},
-        {"[Setup]\r\nKey= 'value' ", "value"},
-        {"[Setup]\r\nKey=\" value \"", " value "},
-        {"[Setup]\r\nKey=\"\"value\"\"", "\"value\""},
-        {"[Setup]\r\nKey=\"value'", "\"value'"},
-        {"[Setup]\r\nKey=\"", "\""},
-        {"[Setup]\r\nKey=\"\"", ""},
-        {"[Setup]\r\nKey=", ""},
-        {"[Setup]\r\nKey=a=b;c", "a=b;c"},
-        {"[Setup]\r\nKey=first\r\nKey=second", "first"},
-        {"[Setup]\r\nOther=1\r\n[Setup]\r\nKey=second", "fallback"},
-        {"[Setup]\r\n[Other]\r\nKey=value", "fallback"},
-        {"[Setup]\r\n;Key=value", "fallback"},
-        {"[Setup]\r\nKey", "fallback"},
-        {"[Setup\r\nKey=value", "fallback"},
-        {"Key=value\r\n[Setup]", "fallback"},
-        {"[Setup]\r\nK\0ey=1\r\nKey=a\0b"s, "a\0b"s},
-        {"[Setup]\r\nKey=\x81\xFF\xE9", "\x81\xFF\xE9"},
-        {"", "fallback"},
-    };
-    for (const auto& read : cases) {
-        Have(read.File);
-        EXPECT_EQ(ReadKey("Key"), read.Value) << read.File;
-        EXPECT_EQ(Now(), read.File) << "reading changed the file";
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [bytes, value] : {
+             Case{"[Setup]\r\nKey=value\r\n", "value"},
+             Case{"[Setup]\nKey=value", "value"},
+             Case{"[SETUP]\r\nkEY=value", "value"},
+             Case{" [ Setup ] ; said so\r\n \tKey \t=\t value \t\r\n", "value"},
+             Case{"[Setup]\r\nKey=\"value\"", "value"},
+             Case{"[Setup]\r\nKey= 'value' ", "value"},
+             Case{"[Setup]\r\nKey=\" value \"", " value "},
+             Case{"[Setup]\r\nKey=\"\"value\"\"", "\"value\""},
+             Case{"[Setup]\r\nKey=\"value'", "\"value'"},
+             Case{"[Setup]\r\nKey=\"", "\""},
+             Case{"[Setup]\r\nKey=\"\"", ""},
+             Case{"[Setup]\r\nKey=", ""},
+             Case{"[Setup]\r\nKey=a=b;c", "a=b;c"},
+             Case{"[Setup]\r\nKey=first\r\nKey=second", "first"},
+             Case{"[Setup]\r\nOther=1\r\n[Setup]\r\nKey=second", "fallback"},
+             Case{"[Setup]\r\n[Other]\r\nKey=value", "fallback"},
+             Case{"[Setup]\r\n;Key=value", "fallback"},
+             Case{"[Setup]\r\nKey", "fallback"},
+             Case{"[Setup\r\nKey=value", "fallback"},
+             Case{"Key=value\r\n[Setup]", "fallback"},
+             Case{"[Setup]\r\nK\0ey=1\r\nKey=a\0b"s, "a\0b"s},
+             Case{"[Setup]\r\nKey=\x81\xFF\xE9", "\x81\xFF\xE9"},
+             Case{"", "fallback"},
+         }) {
+        Have(bytes);
+        EXPECT_EQ(ReadKey("Key"), value) << bytes;
+        EXPECT_EQ(Now(), bytes) << "reading changed the file";
     }
 }
 
-TEST_F(ProfileStringsTest, FallsBackWithoutAFile) {
-    EXPECT_EQ(ReadKey("Key"), "fallback");
-    EXPECT_EQ(ProfileStrings::Read("Setup", "Key", " two words \t ", 64, File()), " two words");
-    EXPECT_EQ(ProfileStrings::Read("Setup", "Key", "  ", 64, File()), "");
-    EXPECT_EQ(ProfileStrings::Read("Setup", "Key", "fallback", 5, File()), "fall");
+TEST_F(ProfileStringsTest, FallsBackAndCutsToTheBuffer) {
+    using Case = std::tuple<std::string, std::size_t, std::string>;
+    for (const auto& [fallback, size, value] :
+         {Case{"fallback", 64, "fallback"}, Case{" two words \t ", 64, " two words"}, Case{"  ", 64, ""},
+          Case{"fallback", 5, "fall"}})
+        EXPECT_EQ(ProfileStrings::Read("Setup", "Key", fallback, size, File()), value);
     EXPECT_EQ(ProfileStrings::Read("Setup", "Key", "fallback", 64, folder.Path()), "fallback");
     EXPECT_FALSE(folder.Has("VelWriter.ini"));
-}
-
-TEST_F(ProfileStringsTest, CutsValuesToTheBuffer) {
-    Have("[Setup]\r\nKey=" + std::string(70, 'x') + "y");
-    EXPECT_EQ(ReadKey("Key", 63), std::string(62, 'x'));
-    EXPECT_EQ(ReadKey("Key", 71), std::string(70, 'x'));
-    EXPECT_EQ(ReadKey("Key", 72), std::string(70, 'x') + "y");
-    EXPECT_EQ(ReadKey("Key", 1), "");
+    const std::string whole = std::string(70, 'x') + "y";
+    Have("[Setup]\r\nKey=" + whole);
+    for (const std::size_t size : {72, 71, 63, 1})
+        EXPECT_EQ(ReadKey("Key", size), whole.substr(0, size - 1));
     EXPECT_EQ(ReadKey("Key", 0), "");
 }
 
-TEST_F(ProfileStringsTest, Writes) {
-    const struct {
-        std::string Before;
-        std::string After;
-    } cases[] = {
-        {"", "[Setup]\r\nKey=new\r\n"},
-        {"[Setup]", "[Setup]\r\nKey=new\r\n"},
-        {"[setup]\nKEY = old\n", "[setup]\r\nKEY =new\r\n"},
-        {"[Setup]\r\nKey=old\r\nKey=other\r\n", "[Setup]\r\nKey=new\r\nKey=other\r\n"},
-        {"[Setup]\r\nA=1\r\n\r\n[Z]\r\nKey=1\r\n", "[Setup]\r\nA=1\r\nKey=new\r\n\r\n[Z]\r\nKey=1\r\n"},
-        {"[Setup]\r\n\r\n\r\n[Z]\r\n", "[Setup]\r\nKey=new\r\n\r\n\r\n[Z]\r\n"},
-        {"[Z]\r\nKey=1\r\n\r\n", "[Z]\r\nKey=1\r\n\r\n[Setup]\r\nKey=new\r\n"},
-        {"; mine\r\nstray\r\n[Setup]\r\n; note\r\nwhat is this\r\n;Key=no\r\n",
-         "; mine\r\nstray\r\n[Setup]\r\n; note\r\nwhat is this\r\n;Key=no\r\nKey=new\r\n"},
-        {"[Setup]\r\nKey=\"new\"\r\n", "[Setup]\r\nKey=new\r\n"},
-        {"[Setup]\r\nA=\0\x80\r\r\nKey=1"s, "[Setup]\r\nA=\0\x80\r\r\nKey=new\r\n"s},
-    };
-    for (const auto& written : cases) {
-        Have(written.Before);
+TEST_F(ProfileStringsTest, WritesWhatChanges) {
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [before, after] : {
+             Case{"", "[Setup]\r\nKey=new\r\n"},
+             Case{"[Setup]", "[Setup]\r\nKey=new\r\n"},
+             Case{"[setup]\nKEY = old\n", "[setup]\r\nKEY =new\r\n"},
+             Case{"[Setup]\r\nKey=old\r\nKey=other\r\n", "[Setup]\r\nKey=new\r\nKey=other\r\n"},
+             Case{"[Setup]\r\nA=1\r\n\r\n[Z]\r\nKey=1\r\n",
+                  "[Setup]\r\nA=1\r\nKey=new\r\n\r\n[Z]\r\nKey=1\r\n"},
+             Case{"[Setup]\r\n\r\n\r\n[Z]\r\n", "[Setup]\r\nKey=new\r\n\r\n\r\n[Z]\r\n"},
+             Case{"[Z]\r\nKey=1\r\n\r\n", "[Z]\r\nKey=1\r\n\r\n[Setup]\r\nKey=new\r\n"},
+             Case{"; mine\r\nstray\r\n[Setup]\r\n; note\r\nwhat is this\r\n;Key=no\r\n",
+                  "; mine\r\nstray\r\n[Setup]\r\n; note\r\nwhat is this\r\n;Key=no\r\nKey=new\r\n"},
+             Case{"[Setup]\r\nKey=\"new\"\r\n", "[Setup]\r\nKey=new\r\n"},
+             Case{"[Setup]\nKey =  new \nB='q'", "[Setup]\nKey =  new \nB='q'"},
+             Case{"[Setup]\r\nA=\0\x80\r\r\nKey=1"s, "[Setup]\r\nA=\0\x80\r\r\nKey=new\r\n"s},
+         }) {
+        Have(before);
         EXPECT_TRUE(WriteKey("Key", "new"));
-        EXPECT_EQ(Now(), written.After) << written.Before;
-        EXPECT_EQ(ReadKey("Key"), "new") << written.Before;
+        EXPECT_EQ(Now(), after) << before;
+        EXPECT_EQ(ReadKey("Key"), "new") << before;
     }
 }
 
-TEST_F(ProfileStringsTest, CreatesTheFile) {
-    EXPECT_TRUE(WriteKey("Path", "C:\\Games\\"));
-    EXPECT_EQ(Now(), "[Setup]\r\nPath=C:\\Games\\\r\n");
-    EXPECT_EQ(folder.EntryCount(), 1);
-}
-
-TEST_F(ProfileStringsTest, LeavesTheFileAloneWhenNothingChanges) {
-    const std::string bytes = "[Setup]\nKey =  same \nB='q'";
-    Have(bytes);
-    EXPECT_TRUE(WriteKey("key", "same"));
-    EXPECT_TRUE(WriteKey("B", "'q'"));
-    EXPECT_EQ(Now(), bytes);
-}
-
-TEST_F(ProfileStringsTest, KeepsAnEntryToOneLine) {
+TEST_F(ProfileStringsTest, CreatesTheFileAndKeepsAnEntryToOneLine) {
     EXPECT_TRUE(WriteKey("A", "one\r\n[Evil]\nB=2"));
     EXPECT_EQ(Now(), "[Setup]\r\nA=one  [Evil] B=2\r\n");
     EXPECT_TRUE(WriteKey("A", "cut\0off"s));
     EXPECT_EQ(Now(), "[Setup]\r\nA=cut\r\n");
+    EXPECT_TRUE(WriteKey("A", "'q'"));
+    EXPECT_EQ(Now(), "[Setup]\r\nA='q'\r\n");
+    EXPECT_EQ(folder.EntryCount(), 1);
 }
 
 TEST_F(ProfileStringsTest, TellsWhenItCannotWrite) {
@@ -134,12 +117,9 @@ TEST_F(ProfileStringsTest, TellsWhenItCannotWrite) {
     EXPECT_FALSE(ProfileStrings::Write("Setup", "Key", "1", folder.Path()));
     Have("[Setup]\r\nKey=old\r\n");
     for (const char* operation : {"open", "write", "fsync", "rename"}) {
-        static std::string failing;
-        failing = operation;
-        gFaultHook = [](const char* called) { return failing == called ? ENOSPC : 0; };
+        const Fault fault(operation, 0, ENOSPC);
         EXPECT_FALSE(WriteKey("Key", "new")) << operation;
         EXPECT_FALSE(ProfileStrings::WriteSection("Setup", "Key=new\0"s, File())) << operation;
-        gFaultHook = nullptr;
         EXPECT_EQ(Now(), "[Setup]\r\nKey=old\r\n") << operation;
         EXPECT_EQ(folder.EntryCount(), 1) << operation;
     }
@@ -149,31 +129,26 @@ TEST_F(ProfileStringsTest, ReadsSections) {
     Have("[A]\r\nx=1\r\n[Setup]\r\n a = 1 \r\n; no=1\r\nstray\r\n\r\nb='2'\r\n[B]\r\ny=1\r\n");
     const std::string whole = "a=1\0b='2'\0"s;
     EXPECT_EQ(ProfileStrings::ReadSection("setup", 64, File()), whole);
-    EXPECT_EQ(ProfileStrings::ReadSection("Setup", whole.size() + 2, File()), whole);
-    EXPECT_EQ(ProfileStrings::ReadSection("Setup", whole.size() + 1, File()), "a=1\0b='2'"s);
-    EXPECT_EQ(ProfileStrings::ReadSection("Setup", 4, File()), "a=");
+    for (const std::size_t size : {whole.size() + 2, whole.size() + 1, std::size_t{4}, std::size_t{2}})
+        EXPECT_EQ(ProfileStrings::ReadSection("Setup", size, File()), whole.substr(0, size - 2));
     EXPECT_EQ(ProfileStrings::ReadSection("Setup", 1, File()), "");
     EXPECT_EQ(ProfileStrings::ReadSection("Missing", 64, File()), "");
     EXPECT_EQ(ProfileStrings::ReadSection("Setup", 64, folder / "none.ini"), "");
 }
 
 TEST_F(ProfileStringsTest, WritesSections) {
-    const struct {
-        std::string Before;
-        std::string Data;
-        std::string After;
-    } cases[] = {
-        {"", "a=1\0b=2\0"s, "[Setup]\r\na=1\r\nb=2\r\n"},
-        {"[A]\r\nx=1\r\n\r\n[setup]\r\nold=1\r\n; gone\r\n\r\n[B]\r\ny=1\r\n", "a=1\0b=2\0\0junk\0"s,
-         "[A]\r\nx=1\r\n\r\n[setup]\r\na=1\r\nb=2\r\n\r\n[B]\r\ny=1\r\n"},
-        {"[Setup]\r\nold=1\r\n", "", "[Setup]\r\n"},
-        {"[Setup]\r\n", "a=1", "[Setup]\r\na=1\r\n"},
-        {"[Setup]\na=1\n", "a=1\0"s, "[Setup]\na=1\n"},
-    };
-    for (const auto& written : cases) {
-        Have(written.Before);
-        EXPECT_TRUE(ProfileStrings::WriteSection("Setup", written.Data, File()));
-        EXPECT_EQ(Now(), written.After);
+    using Case = std::tuple<std::string, std::string, std::string>;
+    for (const auto& [before, data, after] : {
+             Case{"", "a=1\0b=2\0"s, "[Setup]\r\na=1\r\nb=2\r\n"},
+             Case{"[A]\r\nx=1\r\n\r\n[setup]\r\nold=1\r\n; gone\r\n\r\n[B]\r\ny=1\r\n", "a=1\0b=2\0\0junk\0"s,
+                  "[A]\r\nx=1\r\n\r\n[setup]\r\na=1\r\nb=2\r\n\r\n[B]\r\ny=1\r\n"},
+             Case{"[Setup]\r\nold=1\r\n", "", "[Setup]\r\n"},
+             Case{"[Setup]\r\n", "a=1", "[Setup]\r\na=1\r\n"},
+             Case{"[Setup]\na=1\n", "a=1\0"s, "[Setup]\na=1\n"},
+         }) {
+        Have(before);
+        EXPECT_TRUE(ProfileStrings::WriteSection("Setup", data, File()));
+        EXPECT_EQ(Now(), after);
     }
 }
 

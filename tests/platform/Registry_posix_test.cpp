@@ -1,16 +1,14 @@
+#include "Fault.h"
 #include "ScratchRegistry.h"
-#include "platform/FaultHook.h"
 #include "platform/Process.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <vector>
 
 namespace velmora {
 namespace {
@@ -26,20 +24,16 @@ std::string TextOf(const std::optional<RegistryValue>& value) {
     return value ? value->Bytes.substr(0, value->Bytes.find('\0')) : "nothing";
 }
 
-TEST(RegistryPosix, KeepsAReadableFile) {
-    const ScratchRegistry scratch;
-    scratch.Host->CreateKey(Machine, Velmora);
-    ASSERT_TRUE(scratch.Host->Write(Machine, Velmora, "Path", {RegistryType::Sz, "/games/\0"s}));
-    EXPECT_EQ(scratch.Folder.Read("registry.reg"),
-              "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\" + Velmora + "]\r\n\"Path\"=\"/games/\"\r\n");
-}
-
-TEST(RegistryPosix, ReportsBrokenLinesAndKeepsThem) {
+TEST(RegistryPosix, KeepsAReadableFileAndItsBrokenLines) {
     const ScratchRegistry scratch;
     scratch.Folder.Write("registry.reg", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\nwhat is this\n");
-    ASSERT_TRUE(scratch.Host->Write(Machine, "K", "x", One));
-    EXPECT_EQ(scratch.Folder.Read("registry.reg"),
-              "REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\K]\r\nwhat is this\r\n\"x\"=\"1\"\r\n");
+    scratch.Host->CreateKey(Machine, Velmora);
+    EXPECT_TRUE(scratch.Host->Write(Machine, "K", "x", One));
+    EXPECT_TRUE(scratch.Host->Write(Machine, Velmora, "Path", {RegistryType::Sz, "/games/\0"s}));
+    EXPECT_EQ(
+        scratch.Folder.Read("registry.reg"),
+        "REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\K]\r\nwhat is this\r\n\"x\"=\"1\"\r\n\r\n[HKEY_LOCAL_MACHINE\\" +
+            Velmora + "]\r\n\"Path\"=\"/games/\"\r\n");
     EXPECT_EQ(scratch.Host->BrokenLines(), std::vector{scratch.Folder / "registry.reg" + ":3: what is this"});
 }
 
@@ -48,9 +42,8 @@ TEST(RegistryPosix, LivesInTheConfigurationFolder) {
     SetEnvironment("VELMORA_REGISTRY", "");
     SetEnvironment("XDG_CONFIG_HOME", scratch.Folder / "config");
     EXPECT_EQ(HostRegistry()->CreateKey(Machine, Velmora), Registry::Created::New);
-    EXPECT_TRUE(Files::FileExists(Files::Join(Process::UserConfigFolder(), "registry.reg")));
-    EXPECT_TRUE(scratch.Folder.Has("config"));
     ::unsetenv("XDG_CONFIG_HOME");
+    EXPECT_TRUE(scratch.Folder.Has("config/VelmoraWriter/registry.reg"));
 }
 
 TEST(RegistryPosix, FailsWithoutHarmToTheFile) {
@@ -59,13 +52,10 @@ TEST(RegistryPosix, FailsWithoutHarmToTheFile) {
     const std::string before = scratch.Folder.Read("registry.reg");
     const int entries = scratch.Folder.EntryCount();
     for (const char* operation : {"open", "write", "fsync", "rename"}) {
-        static std::string failing;
-        failing = operation;
-        gFaultHook = [](const char* called) { return failing == called ? EIO : 0; };
+        const Fault fault(operation, 0, EIO);
         EXPECT_FALSE(scratch.Host->Write(Machine, "K", "x", One)) << operation;
         EXPECT_EQ(scratch.Host->CreateKey(Machine, "L"), Registry::Created::Failed) << operation;
         EXPECT_FALSE(scratch.Host->DeleteKey(Machine, "K")) << operation;
-        gFaultHook = nullptr;
         EXPECT_EQ(scratch.Folder.Read("registry.reg"), before) << operation;
         EXPECT_EQ(scratch.Folder.EntryCount(), entries) << operation;
     }
@@ -93,10 +83,9 @@ TEST(RegistryPosix, LosesNothingWhenTwoProgramsWrite) {
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
-    for (int i = 0; i < Writes; ++i) {
-        EXPECT_EQ(TextOf(scratch.Host->Read(Machine, "K", "child" + std::to_string(i))), "1") << i;
-        EXPECT_EQ(TextOf(scratch.Host->Read(Machine, "K", "parent" + std::to_string(i))), "1") << i;
-    }
+    for (int i = 0; i < Writes; ++i)
+        for (const std::string who : {"child", "parent"})
+            EXPECT_EQ(TextOf(scratch.Host->Read(Machine, "K", who + std::to_string(i))), "1") << i;
 }
 
 /// A compatibility prefix whose registry holds one key.
@@ -127,30 +116,23 @@ class Prefix {
 };
 
 TEST(RegistryPosix, FindsTheGameInACompatibilityPrefix) {
-    const Prefix prefix(R"("Path"="C:\\Games\\Velmora\\"
+    const std::string lines = R"("Path"="C:\\Games\\Velmora\\"
 "Gone"="c:\\Nowhere"
 "Root"="Z:\\usr"
 "Other"="Q:\\x"
 "Relative"="C:x"
 "Expand"=str(2):"C:\\Games"
-"Count"=dword:00000007
-"Text"="no path")");
-    EXPECT_TRUE(prefix.scratch.Host->KeyExists(Machine, Velmora));
-    EXPECT_EQ(prefix.Read("Path"), prefix.OnDriveC("Games/Velmora/"));
-    EXPECT_EQ(prefix.Read("Gone"), prefix.OnDriveC("Nowhere"));
-    EXPECT_EQ(prefix.Read("Root"), "/usr");
-    EXPECT_EQ(prefix.Read("Other"), "Q:\\x");
-    EXPECT_EQ(prefix.Read("Relative"), "C:x");
-    EXPECT_EQ(prefix.Read("Expand"), prefix.OnDriveC("Games"));
-    EXPECT_EQ(prefix.Read("Text"), "no path");
-    EXPECT_EQ(prefix.scratch.Host->Read(Machine, Velmora, "Count")->Bytes, "\7\0\0\0"s);
-    EXPECT_EQ(prefix.Read("Missing"), "nothing");
-}
-
-TEST(RegistryPosix, FindsTheKeysOf32BitProgramsInThePrefix) {
-    const Prefix prefix(R"("Path"="C:\\Games")", "Software\\Wow6432Node\\Corvane\\Morvath.Net\\Velmora");
-    EXPECT_TRUE(prefix.scratch.Host->KeyExists(Machine, Velmora));
-    EXPECT_EQ(prefix.Read("Path"), prefix.OnDriveC("Games"));
+"Text"="no path")";
+    for (const std::string& key : {Velmora, "Software\\Wow6432Node" + Velmora.substr(8)}) {
+        const Prefix prefix(lines, key);
+        EXPECT_TRUE(prefix.scratch.Host->KeyExists(Machine, Velmora));
+        using Case = std::pair<const char*, std::string>;
+        for (const auto& [name, value] :
+             {Case{"Path", prefix.OnDriveC("Games/Velmora/")}, Case{"Gone", prefix.OnDriveC("Nowhere")},
+              Case{"Root", "/usr"}, Case{"Other", "Q:\\x"}, Case{"Relative", "C:x"},
+              Case{"Expand", prefix.OnDriveC("Games")}, Case{"Text", "no path"}, Case{"Missing", "nothing"}})
+            EXPECT_EQ(prefix.Read(name), value);
+    }
 }
 
 TEST(RegistryPosix, PrefersItsOwnFileToThePrefix) {

@@ -48,13 +48,6 @@ TEST_F(ErrorDialog, GrowsForTheDetailsAndShrinksBack) {
     }
 }
 
-TEST_F(ErrorDialog, ShowsWhatIsKnownAsItStands) {
-    Open(true);
-    EXPECT_EQ(Label("lblErrNum"), QStringLiteral("53"));
-    EXPECT_EQ(Label("lblPassedParameters"), QStringLiteral("<A.event>,<b>"));
-    EXPECT_EQ(Label("lblCallStack"), QStringLiteral("frmEvents_Form_Load\nfrmEvents_InitForm"));
-}
-
 TEST_F(ErrorDialog, IsHeldOnTheScreen) {
     Open(true);
     const QRect screen = dialog->screen()->geometry();
@@ -66,8 +59,11 @@ TEST_F(ErrorDialog, IsHeldOnTheScreen) {
     EXPECT_EQ(dialog->y() + dialog->frameGeometry().height(), limit);
 }
 
-TEST_F(ErrorDialog, KeepsTheNoteWhenClosed) {
+TEST_F(ErrorDialog, ShowsWhatIsKnownAndKeepsTheNoteWhenClosed) {
     Open(true);
+    EXPECT_EQ(Label("lblErrNum"), QStringLiteral("53"));
+    EXPECT_EQ(Label("lblPassedParameters"), QStringLiteral("<A.event>,<b>"));
+    EXPECT_EQ(Label("lblCallStack"), QStringLiteral("frmEvents_Form_Load\nfrmEvents_InitForm"));
     QTest::keyClicks(dialog->findChild<QWidget*>(QStringLiteral("txtUserMessage")),
                      QStringLiteral("I \"clicked\""));
     dialog->close();
