@@ -45,10 +45,10 @@ class LibraryFixture : public ::testing::Test {
     }
 
     /// Loads under an event routine; the failure's description and call stack.
-    std::vector<std::string> LoadFailing() {
+    std::vector<std::string> LoadFailing(bool autoBackup = false) {
         ScriptedPrompts prompts;
         handler.Unattended = false;
-        TrapEvent(library.Kind.Routine("Form_Load"), NoInputParms, [this] { Load(); });
+        TrapEvent(library.Kind.Routine("Form_Load"), NoInputParms, [&] { Load(autoBackup); });
         std::vector<std::string> seen = handler.LastCallStack();
         for (const ErrorDetails& error : prompts.Errors)
             seen.insert(seen.begin(),

@@ -1,16 +1,14 @@
 #include "records/Journal.h"
 
-#include "FailureOf.h"
+#include "Fault.h"
 #include "LibraryFixture.h"
 #include "events/clsEvent.h"
-#include "platform/FaultHook.h"
 
 #include <cerrno>
 
 namespace velmora {
 namespace {
 
-using ::testing::AnyOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -22,17 +20,18 @@ class JournalTest : public LibraryFixture {
         Put("b.event", Block("Four"));
         Start();
     }
-    ~JournalTest() override { gFaultHook = nullptr; }
 
     /// Opens the library as a new run would; what was left is in `found`.
     void Start() {
-        found = std::make_unique<Journal::Leftover>();
         library.FilesLosingRecords.clear();
         Load();
-        journal.Find(path, data, *found);
+        Reread();
     }
     void Reread(const std::string& bytes) {
         temp.Write("events.journal", bytes);
+        Reread();
+    }
+    void Reread() {
         found = std::make_unique<Journal::Leftover>();
         journal.Find(path, data, *found);
     }
@@ -102,15 +101,14 @@ TEST_F(JournalTest, GivesBackEveryKindOfEdit) {
 
 TEST_F(JournalTest, IsGoneWhenItsEditsAreWrittenOrGivenUp) {
     EditAndNote("One", "before it was begun");
-    EXPECT_FALSE(Files::FileExists(path));
+    EXPECT_FALSE(temp.Has("events.journal"));
     Start();
     journal.Begin();
     EditAndNote("One", "x");
-    EXPECT_TRUE(Files::FileExists(path));
+    EXPECT_TRUE(temp.Has("events.journal"));
     EXPECT_EQ(journal.Remove(), "");
-    EXPECT_FALSE(Files::FileExists(path));
     EditAndNote("One", "after it was removed");
-    EXPECT_FALSE(Files::FileExists(path));
+    EXPECT_FALSE(temp.Has("events.journal"));
 }
 
 TEST_F(JournalTest, CostsWhatTheEditCosts) {
@@ -171,17 +169,15 @@ TEST_F(JournalTest, BelongsToOneDirectoryAndKind) {
 }
 
 TEST_F(JournalTest, TroubleIsToldOnceAndMadeUpFor) {
-    static std::string refused;
     journal.Begin();
-    for (const char* operation : {"open", "write", "fsync", "close", "rename"}) {
-        refused = operation;
-        gFaultHook = [](const char* asked) { return asked == refused ? ENOSPC : 0; };
-        const std::string trouble = journal.Note({&Edit("One", operation)});
-        if (refused == "open")
-            EXPECT_THAT(trouble, HasSubstr("Cannot write " + path));
-        else
-            EXPECT_EQ(trouble, "");
-        gFaultHook = nullptr;
+    for (const std::string operation : {"open", "write", "fsync", "close", "rename"}) {
+        std::string trouble;
+        {
+            const Fault fault(operation, 0, ENOSPC);
+            trouble = journal.Note({&Edit("One", operation)});
+        }
+        EXPECT_THAT(trouble, ::testing::StartsWith(operation == "open" ? "Cannot write " + path + ": " : ""));
+        EXPECT_EQ(trouble.empty(), operation != "open");
         EditAndNote("Two", operation);
         Journal::Leftover left;
         Journal(library).Find(path, data, left);

@@ -1,9 +1,9 @@
 #include "records/Library.h"
 
 #include "FailureOf.h"
+#include "Fault.h"
 #include "LibraryFixture.h"
 #include "events/clsEvent.h"
-#include "platform/FaultHook.h"
 
 #include <cerrno>
 #include <map>
@@ -12,6 +12,7 @@ namespace velmora {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 class LibraryTest : public LibraryFixture {
   protected:
@@ -36,15 +37,10 @@ TEST_F(LibraryTest, ReadsFilesInPathOrderWithoutRegardToCase) {
 
 TEST_F(LibraryTest, ListsOnlyTheOwnFileWhenThereIsNone) {
     ASSERT_TRUE(Load());
-    EXPECT_TRUE(library.Records.Empty());
-    ASSERT_EQ(library.Files.Count(), 1u);
-    EXPECT_EQ(library.Files.ItemAt(0), 0);
+    EXPECT_THAT(FileNames(), ElementsAre("MyEvents.event 0"));
     Put("myevents.EVENT", "");
     ASSERT_TRUE(Load());
     EXPECT_EQ(library.Files.Count(), 1u) << "the own file is the one on disk, whatever its case";
-}
-
-TEST_F(LibraryTest, TellsOfAMissingFolder) {
     data += "Elsewhere/";
     EXPECT_FALSE(Load());
     EXPECT_THAT(texts, ElementsAre(":0: Unable to acces the Velmora Data directory! [no-data-directory]"));
@@ -76,13 +72,10 @@ TEST_F(LibraryTest, CarriesValuesOverWithinOneFileOnly) {
                        Block("Two", "title \"Second\"\r\n") + Block("Three", "Probability 3.5\r\n"));
     Put("b.event", Block("Four"));
     ASSERT_TRUE(Load());
-    EXPECT_EQ(At(1).Title, "Second");
-    EXPECT_EQ(At(1).Image, "a.pcx");
-    EXPECT_EQ(At(1).Probability, 2);
-    EXPECT_EQ(At(2).Title, "Second");
-    EXPECT_EQ(At(2).Probability, 4);
-    EXPECT_EQ(At(3).Title, "");
-    EXPECT_EQ(At(3).Probability, 0);
+    std::vector<std::string> values;
+    for (std::size_t i = 0; i < 4; ++i)
+        values.push_back(At(i).Title + " " + At(i).Image + " " + std::to_string(At(i).Probability));
+    EXPECT_THAT(values, ElementsAre("First a.pcx 2", "Second a.pcx 2", "Second a.pcx 4", "  0"));
     EXPECT_EQ(At(2).HeaderLine, 9u);
 }
 
@@ -104,18 +97,16 @@ TEST_F(LibraryTest, BacksUpTheFirstAndTheLatestState) {
     Load(true);
     Put("Ships.Event.event", "second");
     Load(true);
-    EXPECT_EQ(Files::ReadWhole(backups + "Ships.1stEVENT"), "first");
-    EXPECT_EQ(Files::ReadWhole(backups + "Ships.latestEVENT"), "second");
+    EXPECT_EQ(temp.Read("BackupData/Ships.1stEVENT"), "first");
+    EXPECT_EQ(temp.Read("BackupData/Ships.latestEVENT"), "second");
     EXPECT_EQ(Files::ListFiles(backups).size(), 2u);
 }
 
 TEST_F(LibraryTest, FailingBackupEndsTheLoad) {
     Put("a.event", Block("One"));
     backups = temp.Path() + "missing/";
-    ScriptedPrompts prompts;
-    handler.Unattended = false;
-    EXPECT_FALSE(TrapEvent("frmEvents_Form_Load", NoInputParms, [this] { Load(true); }));
-    EXPECT_THAT(handler.LastCallStack(), ElementsAre("frmEvents_Form_Load", "frmEvents_LoadCurrentEvents"));
+    EXPECT_THAT(LoadFailing(true),
+                ElementsAre(::testing::_, "frmEvents_Form_Load", "frmEvents_LoadCurrentEvents"));
     EXPECT_TRUE(library.Records.Empty());
 }
 
@@ -144,44 +135,42 @@ TEST_F(LibraryTest, WritesExactlyTheRecordsOfAFile) {
     EXPECT_EQ(Files::ListFiles(data).size(), 2u);
 }
 
-/// Records on their way between three files of two records each: A1, A2 in a.event and so on.
+/// Records on their way between files of two records each: A1 and A2 are in A.event and so on.
 struct Moves {
     const char* What;
-    std::vector<std::pair<const char*, const char*>> To; ///< record and its new file
-    std::vector<std::string> Files;                      ///< the order in which they are written
-    std::vector<std::string> Wanted;                     ///< the files' records afterwards
+    std::vector<std::pair<std::string, std::string>> To; ///< record and its new file
+    std::vector<std::string> Files;                      ///< in the order in which they are written
+    std::string Wanted;                                  ///< the files' records afterwards
 };
 
 class LibraryMovesTest : public LibraryTest, public ::testing::WithParamInterface<Moves> {
   public:
     void Begin() {
-        for (const char* file : {"A", "B", "C"})
-            Put(std::string(file) + ".event",
-                Block(file + std::string("1")) + "// a comment\r\n" + Block(file + std::string("2")));
         for (const std::string& name : Files::ListFiles(data))
-            if (name.size() > 7)
-                Files::DeleteFile(data + name);
+            Files::DeleteFile(data + name);
+        for (const std::string file : {"A", "B", "C"})
+            Put(file + ".event", Block(file + "1") + "// a comment\r\n" + Block(file + "2"));
         ASSERT_TRUE(Load());
         library.FilesLosingRecords.clear();
         for (const auto& [name, file] : GetParam().To) {
             Record& record = *library.Find(name);
-            library.MoveRecord(record, data, record.ShortName, file);
+            library.MoveRecord(record, data, record.ShortName, file + ".event");
         }
     }
-    /// "B.event: A1 B1", by file name.
-    std::vector<std::string> OnDisk() {
+    Failure Write() {
+        std::vector<std::string> names;
+        for (const std::string& file : GetParam().Files)
+            names.push_back(file + ".event");
+        return FailureOf([&] { library.WriteFiles(data, names); });
+    }
+    std::string OnDisk() {
+        EXPECT_TRUE(Load());
         std::map<std::string, std::string> files;
-        Library fresh(EventKind);
-        LoadRequest request;
-        request.Folder = data;
-        request.OwnFile = "A.event";
-        request.Findings = [](const Finding&) {};
-        fresh.Load(request);
-        for (const auto& [name, record] : fresh.Records)
-            files[record->ShortName] += " " + name;
-        std::vector<std::string> seen;
+        for (const auto& [name, record] : library.Records)
+            files[record->ShortName.substr(0, 1)] += " " + name;
+        std::string seen;
         for (const auto& [file, names] : files)
-            seen.push_back(file + ":" + names);
+            seen += file + ":" + names + " ";
         return seen;
     }
     /// Looks at the disk as a crash would leave it before each call, and fails the one it is the turn of.
@@ -198,8 +187,8 @@ class LibraryMovesTest : public LibraryTest, public ::testing::WithParamInterfac
         for (const std::string& name : Files::ListFiles(data))
             if (name.ends_with(".event"))
                 all += Get(name);
-        for (const char* name : {"A1", "A2", "B1", "B2", "C1", "C2"})
-            EXPECT_THAT(all, ::testing::HasSubstr(std::string("EVENT ") + name + "\r\n"));
+        for (const std::string name : {"A1", "A2", "B1", "B2", "C1", "C2"})
+            EXPECT_THAT(all, HasSubstr("EVENT " + name + "\r\n"));
     }
 };
 
@@ -211,12 +200,12 @@ TEST_P(LibraryMovesTest, LosesNoRecordWhereverTheSaveEnds) {
         countdown = operations;
         running = this;
         gFaultHook = Strike;
-        const Failure failure = FailureOf([&] { library.WriteFiles(data, GetParam().Files); });
+        const Failure failure = Write();
         gFaultHook = nullptr;
         ExpectAllOnDisk();
         succeeded = failure.Number == 0;
         EXPECT_TRUE(succeeded || failure.Number == FailureAlreadyReported);
-        library.WriteFiles(data, GetParam().Files);
+        EXPECT_EQ(Write().Number, 0);
         EXPECT_EQ(OnDisk(), GetParam().Wanted);
     }
     EXPECT_GE(operations, 8);
@@ -224,50 +213,39 @@ TEST_P(LibraryMovesTest, LosesNoRecordWhereverTheSaveEnds) {
 
 INSTANTIATE_TEST_SUITE_P(
     Scenes, LibraryMovesTest,
-    ::testing::Values(Moves{"LosingFileFirst",
-                            {{"A1", "B.event"}},
-                            {"A.event", "B.event"},
-                            {"A.event: A2", "B.event: A1 B1 B2", "C.event: C1 C2"}},
-                      Moves{"Rename",
-                            {{"A1", "Story.event"}, {"A2", "Story.event"}},
-                            {"A.event", "Story.event"},
-                            {"B.event: B1 B2", "C.event: C1 C2", "Story.event: A1 A2"}},
-                      Moves{"Exchange",
-                            {{"A1", "B.event"}, {"B1", "A.event"}},
-                            {"A.event", "B.event"},
-                            {"A.event: A2 B1", "B.event: A1 B2", "C.event: C1 C2"}},
-                      Moves{"Round",
-                            {{"A1", "B.event"}, {"B1", "C.event"}, {"C1", "A.event"}},
-                            {"A.event", "B.event", "C.event"},
-                            {"A.event: A2 C1", "B.event: A1 B2", "C.event: B1 C2"}},
-                      Moves{"Chain",
-                            {{"A1", "B.event"}, {"A2", "B.event"}, {"B1", "C.event"}, {"B2", "C.event"}},
-                            {"A.event", "B.event", "C.event"},
-                            {"B.event: A1 A2", "C.event: B1 B2 C1 C2"}}),
+    ::testing::Values(
+        Moves{"LosingFileFirst", {{"A1", "B"}}, {"A", "B"}, "A: A2 B: A1 B1 B2 C: C1 C2 "},
+        Moves{"Rename", {{"A1", "S"}, {"A2", "S"}}, {"A", "S"}, "B: B1 B2 C: C1 C2 S: A1 A2 "},
+        Moves{"Exchange", {{"A1", "B"}, {"B1", "A"}}, {"A", "B"}, "A: A2 B1 B: A1 B2 C: C1 C2 "},
+        Moves{
+            "Round", {{"A1", "B"}, {"B1", "C"}, {"C1", "A"}}, {"A", "B", "C"}, "A: A2 C1 B: A1 B2 C: B1 C2 "},
+        Moves{"Chain",
+              {{"A1", "B"}, {"A2", "B"}, {"B1", "C"}, {"B2", "C"}},
+              {"A", "B", "C"},
+              "B: A1 A2 C: B1 B2 C1 C2 "}),
     [](const auto& moves) { return std::string(moves.param.What); });
 
 TEST_F(LibraryTest, AFailedSaveTellsWhatWasWrittenAndTheNextDoesTheRest) {
-    for (const char* file : {"a.event", "b.event", "c.event"})
-        Put(file, Block(std::string(1, *file)));
+    const std::vector<std::string> files{"a.event", "b.event", "c.event"};
+    for (const std::string& file : files)
+        Put(file, Block(file.substr(0, 1)));
     ASSERT_TRUE(Load());
-    static int renamed;
-    renamed = 0;
-    gFaultHook = [](const char* operation) {
-        return std::string_view(operation) == "rename" && ++renamed == 2 ? ENOSPC : 0;
-    };
     ScriptedPrompts prompts;
     handler.Unattended = false;
-    TrapEvent("Click", NoInputParms, [&] { library.WriteFiles(data, {"a.event", "b.event", "c.event"}); });
+    {
+        const Fault fault("rename", 2, ENOSPC);
+        TrapEvent("Click", NoInputParms, [&] { library.WriteFiles(data, files); });
+    }
     ASSERT_EQ(prompts.Errors.size(), 1u);
     EXPECT_THAT(
         prompts.Errors[0].Description,
-        ::testing::AllOf(::testing::HasSubstr("b.event: "),
+        ::testing::AllOf(HasSubstr("b.event: "),
                          ::testing::EndsWith(" (files written: a.event; not written: b.event, c.event)")));
     EXPECT_EQ(prompts.Errors[0].Parameters, "<b.event>");
     EXPECT_THAT(handler.LastCallStack(), ElementsAre("Click", "frmEvents_WriteItDown"));
-    library.WriteFiles(data, {"a.event", "b.event", "c.event"});
-    EXPECT_EQ(renamed, 4) << "the file that is already as wanted is left alone";
-    gFaultHook = nullptr;
+    const Fault none;
+    library.WriteFiles(data, files);
+    EXPECT_EQ(Split(none.Calls, "rename").size(), 3u) << "the file that is already as wanted is left alone";
     for (std::size_t i = 0; i < 3; ++i)
         EXPECT_EQ(Get(At(i).ShortName), At(i).GenerateEventString(false));
 }
@@ -326,13 +304,9 @@ TEST_F(LibraryTest, DeletesAFileWithoutRecords) {
     EXPECT_THAT(Files::ListFiles(data), ElementsAre("Story.event"));
 }
 
-TEST_F(LibraryTest, GivesBackEveryByteOfGeneratedRecords) {
+TEST_F(LibraryTest, GivesBackEveryByteThatFitsIntoTheFile) {
     ExpectEveryByteBack(50);
-}
-
-TEST_F(LibraryTest, MakesTextsFitForTheFile) {
-    auto& event = static_cast<clsEvent&>(library.AddNew("One", data, "a.event"));
-    event.Title = "Say \"hi\"\r\nnow\rthen\nend";
+    static_cast<clsEvent&>(library.At(0)).Title = "Say \"hi\"\r\nnow\rthen\nend";
     library.WriteFiles(data, {"a.event"});
     ASSERT_TRUE(Load());
     EXPECT_EQ(At(0).Title, "Say 'hi'\\nnow\\nthen\\nend");

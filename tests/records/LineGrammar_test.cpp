@@ -2,57 +2,46 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace velmora {
 namespace {
 
-struct LineCase {
-    std::string Line;
-    std::string Key;
-    std::string Value;
-    bool UnneededSpace = false;
-};
+/// Line, key, value, whether a blank was removed that is not needed.
+using Line = std::tuple<std::string, std::string, std::string, bool>;
 
-void Check(const LineCase& expected, bool keepBlanks) {
-    SCOPED_TRACE(expected.Line);
+void Check(const Line& expected, bool keepBlanks) {
+    const auto& [line, key, value, unneeded] = expected;
+    SCOPED_TRACE(line);
     std::string scratch;
     KeyValue parts;
-    ASSERT_TRUE(SplitLine(expected.Line, keepBlanks, scratch, parts));
-    EXPECT_EQ(parts.Key, expected.Key);
-    EXPECT_EQ(parts.Value, expected.Value);
-    EXPECT_EQ(parts.UnneededSpace, expected.UnneededSpace);
+    ASSERT_TRUE(SplitLine(line, keepBlanks, scratch, parts));
+    EXPECT_EQ(parts.Key, key);
+    EXPECT_EQ(parts.Value, value);
+    EXPECT_EQ(parts.UnneededSpace, unneeded);
 }
 
 TEST(LineGrammar, TakesLinesApart) {
-    const LineCase cases[] = {
-        {"  Title              \"A Fine Day\"", "Title", "A Fine Day"},
-        {"\tTitle \t \t\" kept blanks \"", "Title", " kept blanks "},
-        {"Title\t\t\"x\"", "Title", "x"},
-        {"Title \"open end", "Title", "open end"},
-        {"Title \"first\" and \"second\"", "Title", "first"},
-        {"\"nameless\"", "", "nameless"},
-        {"EVENT Raid", "EVENT", "Raid"},
-        {"  EventType          1  ", "EventType", "1"},
-        {"EventType 1 0", "EventType", "10", true},
-        {"EVENT My  Raid\tToday", "EVENT", "MyRaidToday", true},
-        {"EventType\t1", "EventType", "1"},
-        {"\tEventType\t1", "", "EventType1", true},
-        {"\tEventType", "", "EventType"},
-        {"ENDEVENT", "ENDEVENT", ""},
-        {"ENDEVENT\t", "ENDEVENT", ""},
-        {"/ / x", "/", "/x", true},
-    };
-    for (const LineCase& lineCase : cases)
-        Check(lineCase, false);
+    for (const Line& line :
+         {Line{"  Title              \"A Fine Day\"", "Title", "A Fine Day", false},
+          Line{"\tTitle \t \t\" kept blanks \"", "Title", " kept blanks ", false},
+          Line{"Title \"open end", "Title", "open end", false},
+          Line{"Title \"first\" and \"second\"", "Title", "first", false},
+          Line{"\"nameless\"", "", "nameless", false},
+          Line{"  EventType          1  ", "EventType", "1", false},
+          Line{"EVENT My  Raid\tToday", "EVENT", "MyRaidToday", true},
+          Line{"EventType\t1", "EventType", "1", false}, Line{"\tEventType\t1", "", "EventType1", true},
+          Line{"\tEventType", "", "EventType", false}, Line{"ENDEVENT\t", "ENDEVENT", "", false},
+          Line{"/ / x", "/", "/x", true}})
+        Check(line, false);
 }
 
 TEST(LineGrammar, KeepsOneBlankBeforeEachPieceWhereAsked) {
-    const LineCase cases[] = {
-        {"Model Starbase01", "Model", " Starbase01"},    {"Name Bastion   Mk\tI", "Name", " Bastion Mk I"},
-        {"Model \"Starbase01\"", "Model", "Starbase01"}, {"ENDSBMOD", "ENDSBMOD", ""},
-        {"SBMOD 7 Bastion", "SBMOD", " 7 Bastion"},
-    };
-    for (const LineCase& lineCase : cases)
-        Check(lineCase, true);
+    for (const Line& line : {Line{"SBMOD 7 Bastion", "SBMOD", " 7 Bastion", false},
+                             Line{"Name Bastion   Mk\tI", "Name", " Bastion Mk I", false},
+                             Line{"Model \"Starbase01\"", "Model", "Starbase01", false},
+                             Line{"ENDSBMOD", "ENDSBMOD", "", false}})
+        Check(line, true);
 }
 
 TEST(LineGrammar, SkipsCommentsAndEmptyLines) {
