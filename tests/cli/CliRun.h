@@ -47,6 +47,14 @@ struct CliRun {
     std::string Err;
 };
 
+/// One property of all entries of a list.
+inline std::vector<Json> Values(const Json& list, const std::string& property) {
+    std::vector<Json> values;
+    for (const Json& entry : list)
+        values.push_back(entry[property]);
+    return values;
+}
+
 inline std::filesystem::path ProjectPath(const std::string& below) {
     return std::filesystem::path(VELMORA_SAMPLE).parent_path().parent_path() / below;
 }

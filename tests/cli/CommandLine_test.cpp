@@ -24,39 +24,37 @@ TEST(CommandLine, HelpShowsAnExampleOfEachCommand) {
     EXPECT_THAT(CliRun("--version").Out, HasSubstr(VELMORA_VERSION));
 }
 
-class BadUsageTest : public ::testing::TestWithParam<std::vector<std::string>> {};
-
-TEST_P(BadUsageTest, EndsWithStatusTwoAndAMessage) {
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(RunVelwriter(GetParam(), out, err), 2);
-    EXPECT_EQ(out.str(), "");
-    EXPECT_THAT(err.str(), ::testing::StartsWith("velwriter: "));
-}
-
-using Words = std::vector<std::string>;
-INSTANTIATE_TEST_SUITE_P(
-    Words, BadUsageTest,
-    ::testing::Values(Words{}, Words{"unknown"}, Words{"check"}, Words{"check", "a", "b"}, Words{"export"},
-                      Words{"format"}, Words{"check", VELMORA_SAMPLE, "--kind", "planets"},
-                      Words{"check", VELMORA_SAMPLE, "--format", "csv"},
-                      Words{"check", VELMORA_SAMPLE, "--ignore", "no-such-rule"},
-                      Words{"check", VELMORA_SAMPLE, "--ignore", "no-title,No-Image"},
-                      Words{"check", VELMORA_SAMPLE, "--ignore"},
-                      Words{"check", "--list-rules", "--ignore", "x"},
-                      Words{"check", VELMORA_SAMPLE "/nowhere"},
-                      Words{"check", VELMORA_SAMPLE "/GFX/Comet.pcx"},
-                      Words{"export", VELMORA_SAMPLE, "--format", "csv"},
-                      Words{"export", VELMORA_SAMPLE, "--format", "text"},
-                      Words{"export", VELMORA_SAMPLE, "--sort", "size"},
-                      Words{"export", VELMORA_SAMPLE, "--event-file", "\xE6\x98\x9F.event"},
-                      Words{"format", "--check", "--write", "a.event"}, Words{"format", "a.txt"}));
-
-TEST(CommandLine, NamesAnUnknownCommand) {
-    EXPECT_THAT(CliRun("chekc", VELMORA_SAMPLE).Err, HasSubstr("there is no command chekc;"));
-}
-
-TEST(CommandLine, TellsThePathOfAMissingGame) {
+TEST(CommandLine, BadUsageEndsWithStatusTwoAndAMessage) {
+    using Words = std::vector<std::string>;
+    const std::string sample = VELMORA_SAMPLE;
+    for (const Words& words : {Words{},
+                               Words{"unknown"},
+                               Words{"check"},
+                               Words{"check", "a", "b"},
+                               Words{"export"},
+                               Words{"format"},
+                               Words{"check", sample, "--kind", "planets"},
+                               Words{"check", sample, "--format", "csv"},
+                               Words{"check", sample, "--ignore", "no-such-rule"},
+                               Words{"check", sample, "--ignore", "no-title,No-Image"},
+                               Words{"check", sample, "--ignore"},
+                               Words{"check", "--list-rules", "--ignore", "x"},
+                               Words{"check", sample + "/nowhere"},
+                               Words{"check", sample + "/GFX/Comet.pcx"},
+                               Words{"export", sample, "--format", "csv"},
+                               Words{"export", sample, "--format", "text"},
+                               Words{"export", sample, "--sort", "size"},
+                               Words{"export", sample, "--event-file", "\xE6\x98\x9F.event"},
+                               Words{"format", "--check", "--write", "a.event"},
+                               Words{"format", "a.txt"}}) {
+        SCOPED_TRACE(::testing::PrintToString(words));
+        std::ostringstream out;
+        std::ostringstream err;
+        EXPECT_EQ(RunVelwriter(words, out, err), 2);
+        EXPECT_EQ(out.str(), "");
+        EXPECT_THAT(err.str(), ::testing::StartsWith("velwriter: "));
+    }
+    EXPECT_THAT(CliRun("chekc", sample).Err, HasSubstr("there is no command chekc;"));
     EXPECT_EQ(CliRun("check", "nosuch\x1Bgame").Err, "velwriter: nosuch\\x1Bgame: no such directory\n");
 }
 
@@ -65,18 +63,18 @@ TEST(CommandLine, NothingButFormatWriteWrites) {
     game.Write("Data/A.event", GameFolder::Event("Raid") + "Probability 9999999999\r\n");
     game.Write("Data/UP_Issues/A.UPIssue", "UPISSUE 9!\nENDUPISSUE\n");
     const auto before = game.Everything();
-    const auto beside = std::filesystem::directory_iterator(std::filesystem::current_path());
-    const auto entries = std::distance(begin(beside), end(beside));
+    const auto entries = [] {
+        return std::distance(std::filesystem::directory_iterator(std::filesystem::current_path()), {});
+    };
+    const auto beside = entries();
     for (const char* command : {"check", "export"})
         for (const char* format : {"json", command[0] == 'c' ? "text" : "csv"})
             CliRun(command, game.Typed(), "--kind", "events", "--format", format);
-    CliRun("check", game.Typed());
     CliRun("export", game.Typed());
     CliRun("format", game.Typed("Data/A.event"), game.Typed("Data/UP_Issues/A.UPIssue"));
     CliRun("format", "--check", game.Typed("Data/A.event"));
     EXPECT_EQ(game.Everything(), before);
-    const auto after = std::filesystem::directory_iterator(std::filesystem::current_path());
-    EXPECT_EQ(std::distance(begin(after), end(after)), entries) << "no log beside the program";
+    EXPECT_EQ(entries(), beside) << "no log beside the program";
 }
 
 TEST(CommandLine, TellsWhenTheOutputCannotBeWritten) {
@@ -103,9 +101,9 @@ TEST(RuleTable, IsListedAndExplained) {
     EXPECT_EQ(RuleNames().size(), Rules().size()) << "no name stands twice";
     const std::string guide = ReadProjectFile("docs/velwriter.md");
     for (const RuleEntry& rule : Rules()) {
-        const std::string name(rule.Name);
-        EXPECT_THAT(run.Out, HasSubstr(name + " "));
-        EXPECT_THAT(guide, HasSubstr("| `" + name + "` | " + std::string(rule.Game) + " |"));
+        EXPECT_THAT(run.Out, HasSubstr(std::string(rule.Name) + " "));
+        EXPECT_THAT(guide,
+                    HasSubstr("| `" + std::string(rule.Name) + "` | " + std::string(rule.Game) + " |"));
     }
 }
 
@@ -138,18 +136,16 @@ TEST(RuleTable, HelpTextsNameEveryOption) {
     const std::string guide = ReadProjectFile("docs/velwriter.md");
     const std::string completion = ReadProjectFile("docs/completion/velwriter.bash");
     const std::regex option("--[a-z-]+");
-    std::set<std::string> options;
+    std::size_t options = 0;
     for (const std::string command : {"check", "export", "format"}) {
         const std::string help = CliRun(command, "--help").Out;
         for (std::sregex_iterator at(help.begin(), help.end(), option), end; at != end; ++at)
-            options.insert(at->str());
+            for (const std::string& text : {manual, guide, completion}) {
+                EXPECT_THAT(text, HasSubstr(at->str()));
+                ++options;
+            }
     }
-    EXPECT_GE(options.size(), 10u);
-    for (const std::string& name : options) {
-        EXPECT_THAT(completion, HasSubstr(name));
-        EXPECT_THAT(guide, HasSubstr(name));
-        EXPECT_THAT(manual, HasSubstr(name));
-    }
+    EXPECT_GE(options, 30u);
 }
 
 } // namespace

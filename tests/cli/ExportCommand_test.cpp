@@ -19,25 +19,25 @@ std::vector<std::string> Names(const Json& object) {
     return names;
 }
 
-std::vector<Json> Values(const Json& list, const std::string& property) {
-    std::vector<Json> values;
-    for (const Json& entry : list)
-        values.push_back(entry[property]);
-    return values;
-}
-
-TEST(ExportCommand, PrintsTheSample) {
-    const CliRun run("export", VELMORA_SAMPLE);
-    EXPECT_EQ(run.Status, 0);
-    EXPECT_EQ(run.Err, "");
-    ExpectGolden("export-sample.json", run.Out);
-    const CliRun csv("export", VELMORA_SAMPLE, "--kind", "upissues", "--format", "csv", "--sort", "name");
-    EXPECT_EQ(csv.Status, 0);
-    ExpectGolden("export-sample-upissues.csv", csv.Out);
+TEST(ExportCommand, PrintsOneEntryALine) {
+    GameFolder game;
+    game.Write("Data/A.event",
+               "Colour \"r\xE9\"\r\n" + GameFolder::Event("Raid") + GameFolder::Event("Ruin"));
+    game.Write("Data/UP_Issues/A.UPIssue", GameFolder::Issue("Tax"));
+    game.Write("Data/UP_Issues/B.UPIssue", "UPISSUE Bad\r\nPrereq 9999999999\r\n");
+    game.Write("Data/A.SBModule", "SBMOD 7 Bastion\r\nName Bastion Mk I\r\nTech_Requirement \"Walls\"\r\n"
+                                  "Tech_Requirement \"Doors, wide\"\r\nENDSBMOD\r\n");
+    ExpectGolden("export.json", CliRun("export", game.Typed()).Out);
+    for (const char* kind : {"upissues", "sbmodules"})
+        ExpectGolden(std::string("export-") + kind + ".csv",
+                     CliRun("export", game.Typed(), "--kind", kind, "--format", "csv").Out);
 }
 
 TEST(ExportCommand, PrintsEveryPropertyOfTheFieldTables) {
-    const Json json = CliRun("export", VELMORA_SAMPLE).Parsed();
+    const CliRun run("export", VELMORA_SAMPLE);
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_EQ(run.Err, "");
+    const Json json = run.Parsed();
     std::vector<std::string> lists;
     for (const KindEntry& kind : Kinds()) {
         lists.emplace_back(kind.Option);
@@ -99,19 +99,6 @@ TEST(ExportCommand, ListsTheOwnFiles) {
     EXPECT_EQ(plain["upissueFiles"][0]["name"], "MyUPIssues.upissue");
 }
 
-TEST(ExportCommand, ListsTheRequirementsOfModules) {
-    GameFolder game;
-    game.Write("Data/A.SBModule", "SBMOD 7 Bastion\r\nName Bastion Mk I\r\nTech_Requirement \"Walls\"\r\n"
-                                  "Tech_Requirement \"Doors, wide\"\r\nENDSBMOD\r\n");
-    const Json module = CliRun("export", game.Typed(), "--kind", "sbmodules").Parsed()["sbmodules"][0];
-    EXPECT_EQ(module["SBModuleID"], 7);
-    EXPECT_EQ(module["DisplayName"], " Bastion Mk I");
-    EXPECT_EQ(module["TechRequirements"], Json::array({"Walls", "Doors, wide"}));
-    EXPECT_EQ(module["ModuleRequirements"], Json::array({""})) << "a block without one adds an empty entry";
-    const CliRun csv("export", game.Typed(), "--kind", "sbmodules", "--format", "csv");
-    EXPECT_THAT(csv.Lines()[1], HasSubstr(",\"Walls; Doors, wide\","));
-}
-
 TEST(ExportCommand, KeepsWhatWasReadBeforeAFailure) {
     GameFolder game;
     game.Write("Data/A.event", GameFolder::Event("First") + "EVENT Bad\r\nEventType &HFFFFFFFFF\r\n");
@@ -123,22 +110,21 @@ TEST(ExportCommand, KeepsWhatWasReadBeforeAFailure) {
     EXPECT_THAT(json["eventFiles"], IsEmpty()) << "no file was finished";
     EXPECT_EQ(json["upissues"].size(), 1u);
     EXPECT_EQ(json["errors"][0]["file"], "A.event");
-    EXPECT_EQ(json["messages"],
-              Json::parse(R"([{"kind":"upissue","file":"A.UPIssue","line":42,"rule":"unrecognized-token",
-                "text":"Unrecognized token! a(0) = Colour, sValue = x, File = A.UPIssue"}])"));
 }
 
 TEST(ExportCommand, AMissingDirectoryGivesEmptyListsAndItsMessage) {
     TempFolder folder;
     folder.Write("Data/A.event", "");
-    const std::u8string typed = folder.Host().u8string();
-    const CliRun run("export", std::string(typed.begin(), typed.end()));
+    const CliRun run("export", Typed(folder));
     EXPECT_EQ(run.Status, 0);
     const Json json = run.Parsed();
     EXPECT_THAT(json["upissues"], IsEmpty());
     EXPECT_THAT(json["upissueFiles"], IsEmpty());
     EXPECT_THAT(Values(json["messages"], "text"),
                 ElementsAre("Unable to acces the Velmora Data\\UP_Issue directory!"));
+    EXPECT_THAT(CliRun("export", Typed(folder), "--kind", "events", "--format", "csv").Lines(),
+                ElementsAre(HasSubstr("EventName,Title,")))
+        << "a header without records";
 }
 
 TEST(ExportCommand, QuotesCommaSeparatedValues) {
@@ -155,13 +141,6 @@ TEST(ExportCommand, QuotesCommaSeparatedValues) {
                 ::testing::StartsWith("Raid,\"Raid, or 'not'\",They raid %s.,Gfx\\\\Raid.pcx,0,a\\nb,"));
     EXPECT_THAT(run.Lines()[1], ::testing::EndsWith(",A.event,1,1"));
     EXPECT_THAT(run.Err, HasSubstr("A.event:1: warning: Unrecognized token!"));
-}
-
-TEST(ExportCommand, PrintsAHeaderWithoutRecords) {
-    GameFolder game;
-    const CliRun run("export", game.Typed(), "--kind", "upissues", "--format", "csv");
-    EXPECT_EQ(run.Status, 0);
-    EXPECT_THAT(run.Lines(), ElementsAre(HasSubstr("UPIssueName,Question,")));
 }
 
 } // namespace

@@ -42,41 +42,35 @@ TEST(FormatCommand, LeavesWhatTheGameWroteAlone) {
     }
 }
 
-class UntidyFileTest : public ::testing::TestWithParam<std::pair<const char*, std::string>> {};
+TEST(FormatCommand, WritesAnUntidyFileOnceAndThenLeavesItAlone) {
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [name, bytes] :
+         {Case{"lf.event", "EVENT A\nENDEVENT\n"},
+          Case{"unquoted.event", "EVENT A\r\nTitle The  end\r\nENDEVENT\r\n"},
+          Case{"blanks.event", "EVENT A\r\nTitle\t \" x \"\r\n\tColour \"red\"\r\nENDEVENT\r\n"},
+          Case{"name.EVENT", "EVENT 3 Moons!\r\nENDEVENT\r\n"},
+          Case{"break.event", "EVENT A\r\nTitle \"a\rb\"\r\nENDEVENT\r\n"},
+          Case{"carried.event", "EVENT A\r\nImage \"x\"\r\nENDEVENT\r\nEVENT B\r\nENDEVENT\r\n"},
+          Case{"issue.upissue", GameFolder::Issue("Tax") + "\r\n// remark\r\n"}}) {
+        GameFolder game;
+        game.Write(name, bytes);
+        const std::string typed = game.Typed(name);
+        const CliRun printed("format", typed);
+        EXPECT_EQ(printed.Status, 0);
+        const CliRun check("format", "--check", typed);
+        EXPECT_EQ(check.Status, 1);
+        EXPECT_THAT(check.Lines(), ElementsAre(HasSubstr(name)));
+        EXPECT_EQ(game.Read(name), bytes) << "only --write writes";
 
-TEST_P(UntidyFileTest, IsWrittenOnceAndThenLeftAlone) {
-    GameFolder game;
-    const auto& [name, bytes] = GetParam();
-    game.Write(name, bytes);
-    const std::string typed = game.Typed(name);
-    const CliRun printed("format", typed);
-    EXPECT_EQ(printed.Status, 0);
-    const CliRun check("format", "--check", typed);
-    EXPECT_EQ(check.Status, 1);
-    EXPECT_THAT(check.Lines(), ElementsAre(HasSubstr(name)));
-    EXPECT_EQ(game.Read(name), bytes) << "only --write writes";
-
-    const CliRun write("format", "--write", typed);
-    EXPECT_EQ(write.Status, 0) << write.Err;
-    EXPECT_EQ(InUtf8(game.Read(name)), printed.Out);
-    const std::string once = game.Read(name);
-    EXPECT_EQ(CliRun("format", "--check", typed).Status, 0);
-    EXPECT_EQ(CliRun("format", "--write", typed).Out, "") << "nothing to write";
-    EXPECT_EQ(game.Read(name), once);
+        const CliRun write("format", "--write", typed);
+        EXPECT_EQ(write.Status, 0) << write.Err;
+        const std::string once = game.Read(name);
+        EXPECT_EQ(InUtf8(once), printed.Out);
+        EXPECT_EQ(CliRun("format", "--check", typed).Status, 0);
+        EXPECT_EQ(CliRun("format", "--write", typed).Out, "") << "nothing to write";
+        EXPECT_EQ(game.Read(name), once);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Untidy, UntidyFileTest,
-    ::testing::Values(
-        std::pair("lf.event", std::string("EVENT A\nENDEVENT\n")),
-        std::pair("unquoted.event", std::string("EVENT A\r\nTitle The  end\r\nENDEVENT\r\n")),
-        std::pair("blanks.event",
-                  std::string("EVENT A\r\nTitle\t \" x \"\r\n\tColour \"red\"\r\nENDEVENT\r\n")),
-        std::pair("name.EVENT", std::string("EVENT 3 Moons!\r\nENDEVENT\r\n")),
-        std::pair("break.event", std::string("EVENT A\r\nTitle \"a\rb\"\r\nENDEVENT\r\n")),
-        std::pair("carried.event",
-                  std::string("EVENT A\r\nImage \"x\"\r\nENDEVENT\r\nEVENT B\r\nENDEVENT\r\n")),
-        std::pair("issue.upissue", GameFolder::Issue("Tax") + "\r\n// remark\r\n")));
 
 TEST(FormatCommand, ReportsWhatTheEditorWouldReport) {
     GameFolder game;
@@ -88,37 +82,28 @@ TEST(FormatCommand, ReportsWhatTheEditorWouldReport) {
                           "A.event [unrecognized-token]"));
 }
 
-struct Losing {
-    const char* Case;
-    std::string Bytes;
-    const char* Message;
-};
-
-class LosingFileTest : public ::testing::TestWithParam<Losing> {};
-
-TEST_P(LosingFileTest, IsNeverReplaced) {
-    GameFolder game;
-    game.Write("A.event", GetParam().Bytes);
-    game.Write("B.event", "EVENT B\nENDEVENT\n");
-    const CliRun run("format", "--write", game.Typed("A.event"), game.Typed("B.event"));
-    EXPECT_EQ(run.Status, 2);
-    EXPECT_THAT(run.Err, HasSubstr(GetParam().Message));
-    EXPECT_THAT(run.Err, HasSubstr("A.event: not written"));
-    EXPECT_EQ(game.Read("A.event"), GetParam().Bytes);
-    EXPECT_THAT(run.Lines(), ElementsAre(HasSubstr("B.event"))) << "the other file is written";
-    EXPECT_EQ(CliRun("format", "--check", game.Typed("A.event")).Status, 1);
+TEST(FormatCommand, NeverReplacesAFileThatWouldLoseRecords) {
+    using Case = std::pair<std::string, const char*>;
+    for (const auto& [bytes, message] :
+         {Case{"EVENT A\r\nENDEVENT\r\nEVENT a\r\nENDEVENT\r\n",
+               "A.event:4: warning: Duplicate event found!  EventName = a"},
+          Case{"EVENT A\r\nENDEVENT\r\nEVENT B\r\nTitle \"x\"\r\n",
+               "A.event:3: error: This block has no ENDEVENT [unfinished-block]"},
+          Case{"EVENT A\r\nEVENT B\r\nENDEVENT\r\n", "A.event:1: error: This block"},
+          Case{"// nothing but remarks\r\n", "it holds no record"},
+          Case{GameFolder::Issue("Tax"), "Unrecognized token!"}}) {
+        GameFolder game;
+        game.Write("A.event", bytes);
+        game.Write("B.event", "EVENT B\nENDEVENT\n");
+        const CliRun run("format", "--write", game.Typed("A.event"), game.Typed("B.event"));
+        EXPECT_EQ(run.Status, 2);
+        EXPECT_THAT(run.Err, HasSubstr(message));
+        EXPECT_THAT(run.Err, HasSubstr("A.event: not written"));
+        EXPECT_EQ(game.Read("A.event"), bytes);
+        EXPECT_THAT(run.Lines(), ElementsAre(HasSubstr("B.event"))) << "the other file is written";
+        EXPECT_EQ(CliRun("format", "--check", game.Typed("A.event")).Status, 1);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Losing, LosingFileTest,
-    ::testing::Values(Losing{"duplicate", "EVENT A\r\nENDEVENT\r\nEVENT a\r\nENDEVENT\r\n",
-                             "A.event:4: warning: Duplicate event found!  EventName = a"},
-                      Losing{"no end", "EVENT A\r\nENDEVENT\r\nEVENT B\r\nTitle \"x\"\r\n",
-                             "A.event:3: error: This block has no ENDEVENT [unfinished-block]"},
-                      Losing{"two headers", "EVENT A\r\nEVENT B\r\nENDEVENT\r\n",
-                             "A.event:1: error: This block"},
-                      Losing{"remarks", "// nothing but remarks\r\n", "it holds no record"},
-                      Losing{"another kind", GameFolder::Issue("Tax"), "Unrecognized token!"}));
 
 TEST(FormatCommand, LeavesAnEmptyFileAlone) {
     GameFolder game;

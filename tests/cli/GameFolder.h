@@ -10,6 +10,12 @@
 
 namespace velmora {
 
+/// A folder, or what is below it, as it is typed on the command line, in UTF-8.
+inline std::string Typed(const TempFolder& folder, const std::string& below = {}) {
+    const std::u8string utf8 = (below.empty() ? folder.Host() : folder.Host() / below).u8string();
+    return {utf8.begin(), utf8.end()};
+}
+
 /// A small game directory whose records break no rule until a test adds some that do.
 class GameFolder : public TempFolder {
   public:
@@ -46,10 +52,8 @@ class GameFolder : public TempFolder {
         return SoundIssue(name).GenerateUPIssueString(false);
     }
 
-    /// The folder as it is typed on the command line, in UTF-8.
     [[nodiscard]] std::string Typed(const std::string& below = {}) const {
-        const std::u8string utf8 = (below.empty() ? Host() : Host() / below).u8string();
-        return {utf8.begin(), utf8.end()};
+        return velmora::Typed(*this, below);
     }
 
     /// Every file and folder in it with its bytes.
