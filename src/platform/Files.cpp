@@ -106,6 +106,16 @@ void ReplaceTarget(const fs::path& target, std::string_view bytes) {
     }
 }
 
+void AppendTo(const fs::path& host, std::string_view bytes, bool flush) {
+    Attempt("write", host, Wanted::File, [&] {
+        OutFile file(host, OutFile::Opening::Append);
+        file.Write(bytes);
+        if (flush)
+            file.Flush();
+        file.Close();
+    });
+}
+
 bool Holds(std::string_view path, std::string_view bytes) {
     return FileExists(path) && SizeOf(path) == bytes.size() && ReadWhole(path) == bytes;
 }
@@ -156,22 +166,11 @@ std::uint64_t SizeOf(std::string_view path) {
 }
 
 void Append(std::string_view path, std::string_view bytes) {
-    const fs::path host = HostPath(path);
-    Attempt("write", host, Wanted::File, [&] {
-        OutFile file(host, OutFile::Opening::Append);
-        file.Write(bytes);
-        file.Close();
-    });
+    AppendTo(HostPath(path), bytes, false);
 }
 
 void AppendSafely(std::string_view path, std::string_view bytes) {
-    const fs::path host = HostPath(path);
-    Attempt("write", host, Wanted::File, [&] {
-        OutFile file(host, OutFile::Opening::Append);
-        file.Write(bytes);
-        file.Flush();
-        file.Close();
-    });
+    AppendTo(HostPath(path), bytes, true);
 }
 
 void ReplaceSafely(std::string_view path, std::string_view bytes) {

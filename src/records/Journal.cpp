@@ -1,13 +1,14 @@
 #include "records/Journal.h"
 
+#include "platform/ContentHash.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/TimeText.h"
 #include "records/BlockReader.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <ctime>
 
 namespace velmora {
 
@@ -17,16 +18,13 @@ constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view Deleted = "DELETED";
 
 std::string FirstLines(const RecordKind& kind, const std::string& folder) {
-    return "VELMORA JOURNAL 1 " + std::string(kind.Word) + "\r\nFOLDER " + folder + "\r\n";
+    return "VELMORA JOURNAL 2 " + std::string(kind.Word) + "\r\nFOLDER " + folder + "\r\n";
 }
 
-/// Tells a torn entry from a whole one (FNV-1a).
+/// Tells a torn entry from a whole one.
 std::string Checksum(std::string_view text) {
-    std::uint64_t sum = 0xCBF29CE484222325;
-    for (const char c : text)
-        sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001B3;
     char digits[17];
-    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(sum));
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(HashOf(text).Odd));
     return digits;
 }
 
@@ -81,7 +79,7 @@ bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover
         return false;
     record->ShortName = file;
     record->ToBeDeleted = deleted;
-    const std::string name = kind.NameOf(*record);
+    const std::string& name = kind.NameOf(*record);
     if (auto* earlier = found.Records.Find(name))
         *earlier = std::move(record);
     else
@@ -110,10 +108,7 @@ void Journal::Find(const std::string& journalPath, const std::string& dataFolder
 }
 
 std::string Journal::KeepCopy() const {
-    char date[17];
-    const std::time_t now = std::time(nullptr);
-    std::strftime(date, sizeof date, ".%Y%m%d-%H%M%S", std::localtime(&now));
-    std::string copy = path + date;
+    std::string copy = path + DateMark(std::time(nullptr));
     while (Files::FileExists(copy))
         copy += '+';
     Files::CopyFile(path, copy);

@@ -1,12 +1,12 @@
 // The library's writing to disk.
 #include "platform/Files.h"
+#include "platform/TimeText.h"
 #include "records/Library.h"
 #include "records/Losses.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
 
 #include <algorithm>
-#include <ctime>
 #include <unordered_set>
 
 namespace velmora {
@@ -14,13 +14,6 @@ namespace velmora {
 namespace {
 
 constexpr std::size_t CopiesKept = 20;
-
-/// ".20250131-235959", local time.
-std::string DateMark(std::time_t time) {
-    char mark[17];
-    std::strftime(mark, sizeof mark, ".%Y%m%d-%H%M%S", std::localtime(&time));
-    return mark;
-}
 
 bool IsDateMark(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i)
@@ -145,9 +138,10 @@ class Library::Writer {
         const std::string extension(library.Kind.Extension);
         const std::string base = name.substr(0, name.size() - extension.size());
         const std::string stem = library.backupFolder + base + DateMark(std::time(nullptr));
-        std::string copy = stem + extension;
+        const auto named = [&](const std::string& mark) { return stem + mark + extension; };
+        std::string copy = named("");
         for (int n = 2; velmora::Files::FileExists(copy); ++n)
-            copy = stem + '_' + std::to_string(n) + extension;
+            copy = named('_' + std::to_string(n));
         velmora::Files::ReplaceSafely(copy, old);
         DropOldCopies(base, extension);
     }

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "platform/HostDate.h"
 #include "platform/Process.h"
+#include "platform/TimeText.h"
 
 #include <chrono>
 #include <cmath>
@@ -25,11 +26,6 @@ std::string RightAligned(const std::string& text, std::size_t width) {
 
 std::string Quoted(const std::string& text) {
     return '"' + text + '"';
-}
-
-std::string TimeText(std::time_t time, const char* format) {
-    char text[64];
-    return {text, std::strftime(text, sizeof text, format, std::localtime(&time))};
 }
 
 /// From 0 to 1000, both ends half as likely as the others.

@@ -4,6 +4,7 @@
 #include "events/frmEvents.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
+#include "platform/TimeText.h"
 #include "sbmodules/frmSBModules.h"
 #include "services/Catalogues.h"
 #include "services/Settings.h"
@@ -15,8 +16,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-
-#include <ctime>
 
 namespace velmora {
 
@@ -125,10 +124,7 @@ void frmWriter::closeEvent(QCloseEvent* event) {
 }
 
 void frmWriter::BackupDataDirectory() {
-    char date[11];
-    const std::time_t now = std::time(nullptr);
-    std::strftime(date, sizeof date, "%Y-%m-%d", std::localtime(&now));
-    const std::string target = Settings.GamePath + "DATA DIR " + date;
+    const std::string target = Settings.GamePath + "DATA DIR " + TimeText(std::time(nullptr), "%Y-%m-%d");
     if (!gPrompts->Ask({"This will create a copy of " + Settings.DataPath + "\rThis copy will be named " +
                         target + "\rProceed?"}))
         return;
