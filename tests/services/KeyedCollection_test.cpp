@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -58,14 +57,6 @@ TEST(KeyedCollection, RemovesAndFindsTheRest) {
     EXPECT_TRUE(collection.Empty());
     EXPECT_FALSE(collection.Exists("a"));
     EXPECT_TRUE(collection.TryAdd("a", 1));
-}
-
-TEST(KeyedCollection, HoldsItemsThatCanOnlyBeMoved) {
-    KeyedCollection<std::unique_ptr<int>> collection;
-    collection.Add("one", std::make_unique<int>(1));
-    collection.Add("two", std::make_unique<int>(2));
-    EXPECT_TRUE(collection.Remove("one"));
-    EXPECT_EQ(**collection.Find("TWO"), 2);
 }
 
 TEST(KeyedCollection, FindsEachOfManyKeys) {

@@ -1,14 +1,13 @@
 #include "services/clsAPIMisc.h"
 
+#include "BrokenPrompts.h"
 #include "FailureOf.h"
-#include "ScriptedPrompts.h"
 #include "TempFolder.h"
 #include "platform/Process.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <stdexcept>
+#include <optional>
 #include <string>
 
 namespace velmora {
@@ -19,16 +18,6 @@ const std::string CopyCommand = "cmd /c copy ";
 #else
 const std::string CopyCommand = "cp ";
 #endif
-
-/// Prompts whose folder picker breaks down once `Broken` is set.
-struct BreakingPrompts : ScriptedPrompts {
-    std::function<void()> Broken;
-    std::string PickFolder(const std::string& title) override {
-        if (Broken)
-            Broken();
-        return ScriptedPrompts::PickFolder(title);
-    }
-};
 
 TEST(clsAPIMisc, RunsACommandToItsEnd) {
     TempFolder folder;
@@ -67,29 +56,18 @@ TEST(clsAPIMisc, BrowsesForAFolder) {
 }
 
 TEST(clsAPIMisc, NamesAllItsOperationsInTheSourceOfAFailure) {
-    BreakingPrompts prompts;
-    prompts.ExpectPickFolder("", "");
+    BrokenPrompts prompts;
     clsAPIMisc misc;
-    (void)misc.BrowseForFolder("Where?");
-    prompts.Broken = [] { throw Failure(FailureDeviceError, "No picker", "elsewhere", 17); };
-    const Failure second = FailureOf([&] { (void)misc.BrowseForFolder("Where?"); });
-    EXPECT_EQ(second.Number, FailureDeviceError);
-    EXPECT_EQ(second.Description(), "No picker");
-    EXPECT_EQ(second.Source, "clsAPIMisc*BrowseForFolder*BrowseForFolder");
-    EXPECT_EQ(second.Line, 17);
-
     misc.GoToSleep(0);
     (void)misc.WindowsDirectory();
     (void)misc.ComputerName();
     (void)misc.GetFreeDiskSpace("");
     misc.C2Shell("velmora-no-such-program");
-    prompts.Broken = [] { throw std::runtime_error("broken"); };
-    const Failure last = FailureOf([&] { (void)misc.BrowseForFolder("Where?"); });
-    EXPECT_EQ(last.Number, FailureAutomation);
-    EXPECT_EQ(last.Description(), "broken");
-    EXPECT_EQ(last.Source,
-              "clsAPIMisc*BrowseForFolder*BrowseForFolder*GoToSleep*WindowsDirectory*ComputerName"
-              "*GetFreeDiskSpace*C2Shell*BrowseForFolder");
+    const Failure failure = FailureOf([&] { (void)misc.BrowseForFolder("Where?"); });
+    EXPECT_EQ(failure.Number, FailureAutomation);
+    EXPECT_EQ(failure.Description(), "broken");
+    EXPECT_EQ(failure.Source,
+              "clsAPIMisc*GoToSleep*WindowsDirectory*ComputerName*GetFreeDiskSpace*C2Shell*BrowseForFolder");
 }
 
 } // namespace

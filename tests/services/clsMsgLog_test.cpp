@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <ctime>
+#include <iomanip>
 #include <regex>
 #include <set>
+#include <sstream>
 
 namespace velmora {
 namespace {
@@ -19,22 +21,17 @@ void ExpectMatch(const std::string& text, const std::string& pattern) {
     EXPECT_TRUE(std::regex_match(text, std::regex(pattern))) << text << "\nis not\n" << pattern;
 }
 
-std::time_t LocalTime(int month, int day, int hour, int minute, int second) {
+std::time_t LocalTime(const std::string& text) {
     std::tm parts{};
-    parts.tm_year = 2026 - 1900;
-    parts.tm_mon = month - 1;
-    parts.tm_mday = day;
-    parts.tm_hour = hour;
-    parts.tm_min = minute;
-    parts.tm_sec = second;
+    std::istringstream(text) >> std::get_time(&parts, "%Y-%m-%d %H:%M:%S");
     parts.tm_isdst = -1;
     return std::mktime(&parts);
 }
 
 TEST(GeneralDate, IsShortDateAndLongTime) {
-    EXPECT_EQ(GeneralDate(LocalTime(11, 8, 15, 4, 5)), "11/8/2026 3:04:05 PM");
-    EXPECT_EQ(GeneralDate(LocalTime(1, 31, 0, 0, 0)), "1/31/2026 12:00:00 AM");
-    EXPECT_EQ(GeneralDate(LocalTime(1, 31, 12, 59, 9)), "1/31/2026 12:59:09 PM");
+    EXPECT_EQ(GeneralDate(LocalTime("2026-11-08 15:04:05")), "11/8/2026 3:04:05 PM");
+    EXPECT_EQ(GeneralDate(LocalTime("2026-01-31 00:00:00")), "1/31/2026 12:00:00 AM");
+    EXPECT_EQ(GeneralDate(LocalTime("2026-01-31 12:59:09")), "1/31/2026 12:59:09 PM");
 }
 
 /// A log with its files in a folder of its own.
@@ -133,9 +130,11 @@ TEST_F(clsMsgLogTest, WritesMessageFiles) {
 }
 
 TEST_F(clsMsgLogTest, WritesErrorFilesAndGivesThemUpQuietly) {
-    const ErrFileRecord error{
-        "0-",         LocalTime(11, 8, 15, 4, 5), "a\r\nb", "Writer.exe", "Source", 6, "Overflow", "A*B",
-        "my \"note\""};
+    const ErrFileRecord error{"0-",         LocalTime("2026-11-08 15:04:05"),
+                              "a\r\nb",     "Writer.exe",
+                              "Source",     6,
+                              "Overflow",   "A*B",
+                              "my \"note\""};
     log.SendErrFile(error, "id");
     EXPECT_EQ(folder.Read("Err[0-0]id.txt"),
               "id,0,0,\"0-\",11/8/2026 3:04:05 PM,\"a\r\nb\",Writer.exe,Source,6,"

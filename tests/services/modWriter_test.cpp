@@ -83,18 +83,9 @@ std::string NormalizedByMarkers(std::string text) {
 }
 
 TEST(NormalizeWildCards, DoublesLonePercentSigns) {
-    using Case = std::pair<std::string, std::string>;
-    for (const auto& [text, normalized] :
-         {Case{"", ""}, Case{"100%", "100%%"}, Case{"%S", "%s"}, Case{"%%", "%%"}, Case{"%%%", "%%%%"},
-          Case{"%%s", "%%%s"}, Case{"%s%", "%s%%"}, Case{"a%b%%c", "a%%b%%c"}, Case{"%s%%?", "%s%%?"},
-          Case{"50% of %s", "50%% of %s"}, Case{"\0 100% \1"s, "\0 100%% \1"s}}) {
-        std::string changed = text;
-        NormalizeWildCards(changed);
-        EXPECT_EQ(changed, normalized) << text;
-    }
-}
-
-TEST(NormalizeWildCards, AgreesWithTheReplacementsOnEveryShortText) {
+    std::string odd = "\0 100% of %S\1"s;
+    NormalizeWildCards(odd);
+    EXPECT_EQ(odd, "\0 100%% of %s\1"s);
     const std::string letters = "%sSx";
     for (unsigned number = 0; number < 4096 * 4; ++number) {
         std::string text;
