@@ -71,17 +71,6 @@ TEST_F(SBModuleLibraryTest, KeepsABlankBeforeEachUnquotedPiece) {
     EXPECT_EQ(At(1).Model, "Starbase01");
 }
 
-TEST_F(SBModuleLibraryTest, ReadsNumbersAndTextsInEitherForm) {
-    Put("a.SBModule",
-        Block("3 Dock", "  ModuleSize 2.5\r\n  LocalAbilityValue -12abc\r\n  Type \"3.5\"\r\n"));
-    ASSERT_TRUE(Load());
-    EXPECT_EQ(At(0).ModuleSize, 2);
-    EXPECT_EQ(At(0).LocalAbilityValue, -12);
-    EXPECT_EQ(At(0).ModuleType, 4);
-    EXPECT_EQ(At(0).SBModuleNumber, 1);
-    EXPECT_EQ(At(0).OrigNumber, 1);
-}
-
 TEST_F(SBModuleLibraryTest, ReadsIDAndNameFromTheHeader) {
     Put("a.SBModule", Block("7.5abc Grand Bastion") + Block(" 9\t \tDock") + Block("5") + Block("Lonely") +
                           Block("3 9Lives!"));

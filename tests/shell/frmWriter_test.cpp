@@ -50,10 +50,12 @@ TEST_F(Startup, TakesStoredValuesAsTheyStand) {
 TEST_F(Startup, AsksForOptionsWithoutASettingsFileOrAnEventFile) {
     InOptions([this] { writer.Load(); },
               [this] {
-                  EXPECT_EQ(prompts.TakeTranscript().front(),
-                            "Message: Please confirm the Event Writer Options.");
+                  EXPECT_THAT(prompts.TakeTranscript(),
+                              ElementsAre("Message: Please confirm the Event Writer Options.",
+                                          ::testing::StartsWith("Message: Unable to access the Velmora")));
                   LeaveWithGoodPath();
               });
+    EXPECT_THAT(prompts.Transcript, IsEmpty());
     EXPECT_EQ(Written(), IniOf(Game(), "MyEvents", "MyUPIssues", "MySBModules", "TRUE", "0"));
     EXPECT_EQ(Settings.GamePath, Game());
     EXPECT_EQ(Settings.SBModuleFile, "MySBModules.sbmodule");
