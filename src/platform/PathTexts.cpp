@@ -48,12 +48,12 @@ std::vector<std::string_view> Components(std::string_view path) {
 namespace velmora::Files {
 
 std::string PathText(const std::filesystem::path& path) {
+    // Read anew, since GCC 12 leaves a path's components as they were written.
+    const std::filesystem::path preferred(std::filesystem::path(path).make_preferred().native());
     std::string text;
-    for (const auto& component : path) {
-        // A root keeps the separator it was written with; a second one beside it would start a network path.
-        const bool separated =
-            text.empty() || text.back() == Separator || text.back() == '/' || component.has_root_directory();
-        if (!separated) {
+    for (const auto& component : preferred) {
+        // A second separator beside a root's would start a network path.
+        if (!text.empty() && text.back() != Separator && !component.has_root_directory()) {
             text += Separator;
         }
         text += PathTexts::NameText(component);

@@ -10,6 +10,8 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextEdit>
 
 #include <gtest/gtest.h>
 
@@ -75,6 +77,25 @@ TEST(DialogPrompts, AsksWithTheDefaultTold) {
         });
         EXPECT_NE(prompts.Ask({"Proceed?", defaultNo}), defaultNo);
     }
+}
+
+TEST(DialogPrompts, ShowsDetailsOneUnderTheOther) {
+    DialogPrompts prompts;
+    ModalAnswers modals;
+    modals.Expect<QMessageBox>([](QMessageBox& box) {
+        for (QAbstractButton* button : box.buttons())
+            if (button->text() == QStringLiteral("Show Details..."))
+                button->click();
+        auto* details = box.findChild<QTextEdit*>();
+        ASSERT_TRUE(details->isVisible());
+        EXPECT_EQ(details->toPlainText().count(QLatin1Char('\n')), 1);
+        EXPECT_EQ(details->horizontalScrollBar()->maximum(), 0);
+        const QFontMetrics font(details->font());
+        EXPECT_EQ(font.horizontalAdvance(QStringLiteral("- iii")),
+                  font.horizontalAdvance(QStringLiteral("+ www")));
+        box.button(QMessageBox::Yes)->click();
+    });
+    prompts.Ask({"Proceed?", false, "- " + std::string(70, 'i') + "\r+ " + std::string(70, 'w')});
 }
 
 TEST(DialogPrompts, BreaksTheLinesOfAnInputsPrompt) {

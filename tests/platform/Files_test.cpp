@@ -18,7 +18,7 @@ const std::string sep(1, Files::Separator);
 
 /// A file or folder in a folder, spelt as failures spell it.
 std::string At(const TempFolder& folder, const std::string& name) {
-    return Files::PathText((folder.Host() / name).make_preferred());
+    return Files::PathText(folder.Host() / name);
 }
 
 void ExpectFailure(std::int32_t number, const std::string& inDescription, const std::function<void()>& work) {
@@ -37,6 +37,12 @@ TEST(Files, TakesPathsApart) {
         EXPECT_EQ(Files::Join(folder, name), path);
     }
     EXPECT_EQ(Files::Join("d", "n"), "d" + sep + "n");
+}
+
+TEST(Files, SpellsPathsWithTheHostsSeparators) {
+    EXPECT_EQ(Files::PathText("C:/d//a.event"), "C:" + sep + "d" + sep + "a.event");
+    EXPECT_EQ(Files::PathText("/d/a.event"), sep + "d" + sep + "a.event");
+    EXPECT_EQ(Files::PathText("d/a.event"), "d" + sep + "a.event");
 }
 
 TEST(Files, FindsNamesWithEitherSeparatorAndInAnyCase) {
