@@ -3,15 +3,58 @@
 #include "editor/QtText.h"
 
 #include <QAbstractItemView>
+#include <QAbstractListModel>
 #include <QCompleter>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QSignalBlocker>
-#include <QStringListModel>
 #include <QWheelEvent>
+#include <utility>
 
 namespace velmora {
+
+/// The entries of a box. Only those that are looked at become texts of the toolkit: of many thousand most
+/// never are.
+class EntryList : public QAbstractListModel {
+  public:
+    using QAbstractListModel::QAbstractListModel;
+
+    void SetEntries(std::vector<std::string> newEntries) {
+        beginResetModel();
+        entries = std::move(newEntries);
+        texts.assign(entries.size(), QString());
+        endResetModel();
+    }
+    [[nodiscard]] const std::vector<std::string>& Entries() const { return entries; }
+
+    /// Position of a text, -1 when no entry reads so.
+    [[nodiscard]] int IndexOf(const QString& text) const {
+        for (std::size_t at = 0; at < entries.size(); ++at)
+            if (TextAt(at) == text)
+                return static_cast<int>(at);
+        return -1;
+    }
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(entries.size());
+    }
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        const auto at = static_cast<std::size_t>(index.row());
+        const bool wanted = role == Qt::DisplayRole || role == Qt::EditRole;
+        return wanted && index.isValid() && at < entries.size() ? QVariant(TextAt(at)) : QVariant();
+    }
+
+  private:
+    const QString& TextAt(std::size_t at) const {
+        if (texts[at].isNull())
+            texts[at] = ToQt(entries[at]);
+        return texts[at];
+    }
+
+    std::vector<std::string> entries;
+    mutable std::vector<QString> texts; ///< null until they are asked for
+};
 
 namespace {
 
@@ -25,7 +68,7 @@ void DoNotMeasureEntries(QAbstractItemView* view) {
 
 } // namespace
 
-ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent), list(new QStringListModel(this)) {
+ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent), list(new EntryList(this)) {
     setModel(list);
     // Its size does not depend on the entries, so that a form keeps still from record to record.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
@@ -34,16 +77,11 @@ ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent), list(new QStringListM
     DoNotMeasureEntries(view());
 }
 
-void ChoiceBox::SetEntries(const std::vector<std::string>& names, int selected) {
+void ChoiceBox::SetEntries(std::vector<std::string> names, int selected) {
     const QSignalBlocker quiet(this);
-    if (names != entries) {
-        QStringList texts;
-        texts.reserve(static_cast<qsizetype>(names.size()));
-        for (const std::string& name : names)
-            texts += ToQt(name);
-        entries = names;
+    if (names != list->Entries()) {
         MakeSearchable(names.size() > LongestPlainList);
-        list->setStringList(texts);
+        list->SetEntries(std::move(names));
     }
     setCurrentIndex(selected);
     if (isEditable())
@@ -51,6 +89,7 @@ void ChoiceBox::SetEntries(const std::vector<std::string>& names, int selected) 
 }
 
 std::string ChoiceBox::Chosen() const {
+    const auto& entries = list->Entries();
     const auto at = static_cast<std::size_t>(currentIndex());
     return at < entries.size() ? entries[at] : std::string();
 }
@@ -87,7 +126,7 @@ void ChoiceBox::MakeSearchable(bool searchable) {
 bool ChoiceBox::ChooseText(const QString& text, bool byHand) {
     if (text == itemText(currentIndex()))
         return true;
-    const auto at = static_cast<int>(list->stringList().indexOf(text));
+    const int at = list->IndexOf(text);
     if (at < 0)
         return false;
     setCurrentIndex(at);

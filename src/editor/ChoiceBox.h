@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-class QStringListModel;
-
 namespace velmora {
+
+class EntryList;
 
 /// A drop-down list of code-page texts. The mouse wheel passing over it never changes the choice. A long list
 /// can be searched: any part of an entry typed offers the entries that hold it.
@@ -17,7 +17,7 @@ class ChoiceBox : public QComboBox {
     explicit ChoiceBox(QWidget* parent = nullptr);
 
     /// Replaces the list and selects an entry, -1 for none. Emits no signal.
-    void SetEntries(const std::vector<std::string>& names, int selected);
+    void SetEntries(std::vector<std::string> names, int selected);
     /// The selected entry; empty when there is none.
     [[nodiscard]] std::string Chosen() const;
 
@@ -31,8 +31,7 @@ class ChoiceBox : public QComboBox {
     bool ChooseText(const QString& text, bool byHand);
     void LeaveSearch();
 
-    QStringListModel* list;
-    std::vector<std::string> entries;
+    EntryList* list;
 };
 
 } // namespace velmora

@@ -34,11 +34,12 @@ void frmZoomTo::SetCurrentName(const std::string& name) {
             names.push_back(file);
         selected = PositionByNumber(library.Files, 0);
     } else {
+        names.reserve(library.Records.Count());
         for (const auto& [recordName, record] : library.Records)
             names.push_back(recordName);
         selected = PositionByName(library.Records, name);
     }
-    ui->cboZoomTo->SetEntries(names, static_cast<int>(selected));
+    ui->cboZoomTo->SetEntries(std::move(names), static_cast<int>(selected));
     ShowBlurb();
 }
 

@@ -223,7 +223,7 @@ void frmEvents::ShowFile(const std::string& shortName) {
                 selected = static_cast<int>(names.size());
             names.push_back(name);
         }
-    ui->cboEventFile->SetEntries(names, selected);
+    ui->cboEventFile->SetEntries(std::move(names), selected);
 }
 
 void frmEvents::PopulateAttributes(const std::array<std::int32_t, 3>& numbers, std::int32_t type) {
