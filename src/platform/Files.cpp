@@ -3,11 +3,13 @@
 #include "platform/Failure.h"
 #include "platform/HostFiles.h"
 #include "platform/PathTexts.h"
+#include "platform/Replacements.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <random>
 #include <system_error>
+#include <utility>
 
 namespace velmora::Files {
 
@@ -88,7 +90,7 @@ void RemoveQuietly(const fs::path& path, Wanted kind) {
     }
 }
 
-void ReplaceTarget(const fs::path& target, std::string_view bytes) {
+HostFiles::Replaced ReplaceTarget(const fs::path& target, std::string_view bytes) {
     HostFiles::CheckReplaceable(target);
     const fs::path temporary = TemporaryBeside(target);
     try {
@@ -99,7 +101,7 @@ void ReplaceTarget(const fs::path& target, std::string_view bytes) {
         file.Write(bytes);
         file.Flush();
         file.Close();
-        HostFiles::Replace(temporary, target);
+        return HostFiles::Replace(temporary, target);
     } catch (...) {
         RemoveQuietly(temporary, Wanted::File);
         throw;
@@ -174,8 +176,63 @@ void AppendSafely(std::string_view path, std::string_view bytes) {
 }
 
 void ReplaceSafely(std::string_view path, std::string_view bytes) {
+    Replacements single;
+    single.Put(path, bytes);
+    single.Settle();
+}
+
+struct Replacements::Pending {
+    HostFiles::Replaced Replaced;
+    std::function<void()> Settled;
+};
+
+Replacements::Replacements() = default;
+
+Replacements::~Replacements() {
+    try {
+        Settle();
+    } catch (const Failure&) {
+        // Whoever wants to know settles.
+    }
+}
+
+void Replacements::Put(std::string_view path, std::string_view bytes, std::function<void()> settled) {
     const fs::path host = HostPath(path);
-    Attempt("write", host, Wanted::File, [&] { ReplaceTarget(HostFiles::FollowLinks(host), bytes); });
+    Attempt("write", host, Wanted::File, [&] {
+        pending.push_back({ReplaceTarget(HostFiles::FollowLinks(host), bytes), std::move(settled)});
+    });
+}
+
+void Replacements::Settle() {
+    auto unsettled = std::exchange(pending, {});
+    auto next = unsettled.begin();
+    try {
+        FlushFolders(unsettled);
+        for (; next != unsettled.end(); ++next) {
+            Attempt("write", next->Replaced.Target, Wanted::File, [&] { HostFiles::Settle(next->Replaced); });
+            if (next->Settled) {
+                next->Settled();
+            }
+        }
+    } catch (...) {
+        while (unsettled.end() != next) {
+            HostFiles::TakeBack(unsettled.back().Replaced);
+            unsettled.pop_back();
+        }
+        throw;
+    }
+}
+
+void Replacements::FlushFolders(const std::vector<Pending>& replaced) {
+    fs::path flushed;
+    for (const Pending& one : replaced) {
+        const fs::path folder = one.Replaced.Target.parent_path();
+        if (&one != &replaced.front() && folder == flushed) {
+            continue;
+        }
+        Attempt("write", one.Replaced.Target, Wanted::File, [&] { HostFiles::FlushFolderOf(one.Replaced); });
+        flushed = folder;
+    }
 }
 
 void CopyFile(std::string_view from, std::string_view to) {

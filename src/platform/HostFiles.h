@@ -58,9 +58,22 @@ Path FollowLinks(const Path& path);
 /// that the user may write.
 void CheckReplaceable(const Path& target);
 
-/// Puts `finished` in the place of `target` in the same folder, for good: the folder is flushed too. When
-/// that fails the old file is in its place again.
-void Replace(const Path& finished, const Path& target);
+/// A file that has been put in the place of another.
+struct Replaced {
+    Path Target;
+    Path Kept; ///< a second name of the old file, empty without one
+    bool WasAbsent = false;
+};
+
+/// Puts `finished` in the place of `target` in the same folder. What the old file was can be taken back
+/// until the replacement is settled.
+Replaced Replace(const Path& finished, const Path& target);
+/// Flushes the folder of a replaced file, after which replacements in it last.
+void FlushFolderOf(const Replaced& replaced);
+/// Lets the old file go.
+void Settle(const Replaced& replaced);
+/// Puts the old file back in its place, as far as the host lets it.
+void TakeBack(const Replaced& replaced);
 
 void Unlink(const Path& file);
 void MakeFolder(const Path& folder);

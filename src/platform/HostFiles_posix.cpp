@@ -224,50 +224,40 @@ void CheckReplaceable(const Path& target) {
     }
 }
 
-namespace {
-
-enum class Before { Kept, Absent, Lost };
-
-/// A second name for the file that is about to be replaced, to take it back by.
-Before KeepOld(const Path& target, const Path& kept) {
-    if (::link(target.c_str(), kept.c_str()) == 0) {
-        return Before::Kept;
+Replaced Replace(const Path& finished, const Path& target) {
+    Replaced replaced{target, Path(finished).replace_extension(".old")};
+    if (::link(target.c_str(), replaced.Kept.c_str()) != 0) {
+        replaced.WasAbsent = errno == ENOENT;
+        replaced.Kept.clear();
     }
-    return errno == ENOENT ? Before::Absent : Before::Lost;
-}
-
-void TakeBack(Before before, const Path& kept, const Path& target) {
-    try {
-        if (before == Before::Kept) {
-            Rename(kept, target);
-        } else if (before == Before::Absent) {
-            Unlink(target);
-        }
-    } catch (const std::system_error&) {
-        // The first failure is the one to report.
-    }
-}
-
-} // namespace
-
-void Replace(const Path& finished, const Path& target) {
-    const Folder folder(target);
-    const Path kept = Path(finished).replace_extension(".old");
-    const Before before = KeepOld(target, kept);
     try {
         Rename(finished, target);
     } catch (...) {
-        ::unlink(kept.c_str());
+        ::unlink(replaced.Kept.c_str());
         throw;
     }
+    return replaced;
+}
+
+void FlushFolderOf(const Replaced& replaced) {
+    Folder(replaced.Target).Flush();
+}
+
+void Settle(const Replaced& replaced) {
+    if (!replaced.Kept.empty()) {
+        Unlink(replaced.Kept);
+    }
+}
+
+void TakeBack(const Replaced& replaced) {
     try {
-        folder.Flush();
-        if (before == Before::Kept) {
-            Unlink(kept);
+        if (!replaced.Kept.empty()) {
+            Rename(replaced.Kept, replaced.Target);
+        } else if (replaced.WasAbsent) {
+            Unlink(replaced.Target);
         }
-    } catch (...) {
-        TakeBack(before, kept, target);
-        throw;
+    } catch (const std::system_error&) {
+        // The first failure is the one to report.
     }
 }
 

@@ -169,7 +169,7 @@ void CheckReplaceable(const Path& target) {
     }
 }
 
-void Replace(const Path& finished, const Path& wanted) {
+Replaced Replace(const Path& finished, const Path& wanted) {
     CheckFault("rename");
     // A file keeps its name, however the caller spells it.
     const Path target = AsOnDisk(wanted);
@@ -178,7 +178,7 @@ void Replace(const Path& finished, const Path& wanted) {
     if (::ReplaceFileW(target.c_str(), finished.c_str(), kept.c_str(),
                        REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr, nullptr)) {
         ::DeleteFileW(kept.c_str());
-        return;
+        return {target, {}};
     }
     if (::GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES) {
         ::MoveFileExW(kept.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH);
@@ -188,7 +188,13 @@ void Replace(const Path& finished, const Path& wanted) {
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
         Refuse(::GetLastError(), "rename");
     }
+    return {target, {}};
 }
+
+// Here a replacement lasts as soon as it is made.
+void FlushFolderOf(const Replaced& /*replaced*/) {}
+void Settle(const Replaced& /*replaced*/) {}
+void TakeBack(const Replaced& /*replaced*/) {}
 
 void Unlink(const Path& file) {
     CheckFault("unlink");

@@ -1,5 +1,6 @@
 // The library's writing to disk.
 #include "platform/Files.h"
+#include "platform/Replacements.h"
 #include "platform/TimeText.h"
 #include "records/Library.h"
 #include "records/Losses.h"
@@ -48,9 +49,11 @@ class Library::Writer {
         for (auto& [name, file] : files)
             if (file.Gains)
                 WriteItDown(name, file);
+        Settle();
         for (auto& [name, file] : files)
             if (!file.Done)
                 WriteItDown(name, file);
+        Settle();
     }
 
   private:
@@ -82,6 +85,8 @@ class Library::Writer {
     }
 
     void WriteItDown(const std::string& name, File& file) {
+        if (!file.Leaving.empty())
+            Settle(); // a record leaves its file once it has arrived for good
         Trap(library.Kind.Routine("WriteItDown"), {name}, [&] {
             std::string text;
             for (const Record* record : file.Records)
@@ -93,32 +98,56 @@ class Library::Writer {
                     AppendBlock(library.Kind, *record, text);
                 }
             try {
-                Put(name, file, text);
+                Put(name, file, text, !waiting);
             } catch (const Failure& failure) {
-                throw Failure(failure.Number, failure.Description() + Outcome(), failure.Source,
-                              failure.Line);
+                SettleQuietly();
+                throw WithOutcome(failure);
             }
-            for (Record* record : file.Records)
-                record->FileOnDisk = file.Place;
-            file.Done = !waiting;
         });
     }
 
-    void Put(const std::string& name, const File& file, const std::string& text) {
+    void Put(const std::string& name, File& file, const std::string& text, bool last) {
         const std::string path = folder + name;
         const bool exists = velmora::Files::FileExists(path);
         const std::string old = OnDisk(name);
         if (old != text && (file.Loses || IsForeign(name, old)))
             KeepDatedCopy(name, old);
-        if (text.empty()) {
-            if (exists)
-                velmora::Files::DeleteFile(path);
-            library.contents.Remove(name);
+        const auto written = [this, &name, &file, last, hash = HashOf(text), gone = text.empty()] {
+            gone ? void(library.contents.Remove(name)) : library.NoteContent(name, hash);
+            for (Record* record : file.Records)
+                record->FileOnDisk = file.Place;
+            file.Done = last;
+        };
+        if (!text.empty() && (!exists || old != text)) {
+            replacements.Put(path, text, written);
             return;
         }
-        if (!exists || old != text)
-            velmora::Files::ReplaceSafely(path, text);
-        library.NoteContent(name, HashOf(text));
+        if (text.empty() && exists)
+            velmora::Files::DeleteFile(path);
+        written();
+    }
+
+    void Settle() {
+        Trap(library.Kind.Routine("WriteItDown"), {folder}, [&] {
+            try {
+                replacements.Settle();
+            } catch (const Failure& failure) {
+                throw WithOutcome(failure);
+            }
+        });
+    }
+
+    /// Another failure is on its way.
+    void SettleQuietly() {
+        try {
+            replacements.Settle();
+        } catch (const Failure&) {
+            // The files that this concerns are among those not written.
+        }
+    }
+
+    [[nodiscard]] Failure WithOutcome(const Failure& failure) const {
+        return {failure.Number, failure.Description() + Outcome(), failure.Source, failure.Line};
     }
 
     [[nodiscard]] std::string OnDisk(const std::string& name) const {
@@ -173,6 +202,7 @@ class Library::Writer {
     Library& library;
     const std::string& folder;
     KeyedCollection<File> files;
+    velmora::Files::Replacements replacements;
 };
 
 std::vector<std::string> Library::FilesToWrite() const {

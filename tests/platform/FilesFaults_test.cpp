@@ -2,13 +2,16 @@
 #include "Fault.h"
 #include "TempFolder.h"
 #include "platform/Files.h"
+#include "platform/Replacements.h"
 
 #include <gmock/gmock.h>
 
 #include <cerrno>
 #include <functional>
 #include <map>
+#include <set>
 #include <tuple>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -64,6 +67,30 @@ TEST(FilesFaults, ReplacingLeavesTheOldFileWhateverFails) {
 TEST(FilesFaults, AHalfMadeTreeIsRemovedWhateverFails) {
     ExpectAllOrNothing({{"Data/a", "aaa"}, {"Data/Sub/b", "bbb"}}, ENOSPC, FailureDiskFull,
                        [](const auto& folder) { Files::CopyTree(folder / "Data", folder / "New/Copy"); });
+}
+
+TEST(FilesFaults, ReplacementsThatDoNotLastAreTakenBack) {
+    bool succeeded = false;
+    for (int nth = 1; !succeeded; ++nth) {
+        TempFolder folder;
+        folder.Write("a.event", "old");
+        std::set<std::string> settled;
+        const Fault fault("", nth, EIO);
+        const Failure failure = FailureOf([&] {
+            Files::Replacements replacements;
+            for (const std::string name : {"a.event", "b.event"})
+                replacements.Put(folder / name, "new", [&settled, name] { settled.insert(name); });
+            EXPECT_EQ(settled.size(), 0u) << "nothing was flushed yet";
+            replacements.Settle();
+        });
+        SCOPED_TRACE(std::to_string(nth) + " " + fault.Struck);
+        succeeded = failure.Number == 0;
+        EXPECT_EQ(succeeded, fault.Struck.empty());
+        EXPECT_TRUE(!succeeded || settled.size() == 2);
+        EXPECT_EQ(folder.Read("a.event"), settled.contains("a.event") ? "new" : "old");
+        EXPECT_EQ(folder.Has("b.event"), settled.contains("b.event"));
+        EXPECT_EQ(folder.EntryCount(), folder.Has("b.event") ? 2 : 1) << "a temporary was left";
+    }
 }
 
 TEST(FilesFaults, NothingIsRenamedBeforeItIsOnTheDisk) {

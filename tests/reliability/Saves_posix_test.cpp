@@ -171,6 +171,29 @@ TEST(Saves, LoseNothingWhateverStrikes) {
     PlayEveryBlow<LibrarySave>();
 }
 
+TEST(Saves, FlushTheNamesOfGainingFilesBeforeARecordLeavesItsOwn) {
+    static std::vector<std::string> operations;
+    operations.clear();
+    const TempFolder folder;
+    Game game(folder / "Data/");
+    game.Load();
+    game.Edit();
+    gFaultHook = [](const char* operation) {
+        operations.emplace_back(operation);
+        return 0;
+    };
+    game.Save();
+    gFaultHook = nullptr;
+    // Two files gain, then a third one loses; the flush beyond that of its own bytes is the folder's.
+    std::vector<int> flushesBeforeRename{0};
+    for (const std::string& operation : operations)
+        if (operation == "fsync")
+            ++flushesBeforeRename.back();
+        else if (operation == "rename")
+            flushesBeforeRename.push_back(0);
+    EXPECT_THAT(flushesBeforeRename, ::testing::ElementsAre(1, 1, 2, 1));
+}
+
 /// Loading with backups, the second time over changed files.
 class BackedUpLoad {
   public:
