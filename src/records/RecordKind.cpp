@@ -2,6 +2,7 @@
 
 #include "services/modWriter.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace velmora {
@@ -15,8 +16,11 @@ void AppendNumber(std::int32_t number, std::string& text) {
 }
 
 void AppendQuoted(const std::string& value, std::string& text) {
+    // By hand: the library's search for several characters calls another function for each one.
+    const bool asItIs =
+        std::none_of(value.begin(), value.end(), [](char c) { return c == '"' || c == '\r' || c == '\n'; });
     text += '"';
-    if (value.find_first_of("\"\r\n") == std::string::npos)
+    if (asItIs)
         text += value;
     else
         text += TextForFile(value);
