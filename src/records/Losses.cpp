@@ -93,11 +93,16 @@ class Census {
         return second != std::string_view::npos && !TextLines::Stripped(line.substr(second + 1)).empty();
     }
 
-    [[nodiscard]] std::size_t FieldOf(std::string_view key) const {
-        std::size_t at = 0;
-        while (at < kind.Fields.size() && !CodePage::EqualNoCase(kind.Fields[at].Key, key))
-            ++at;
-        return at;
+    /// Mostly the field after the last one found: that is looked at first.
+    [[nodiscard]] std::size_t FieldOf(std::string_view key) {
+        const std::size_t count = kind.Fields.size();
+        for (std::size_t tried = 0; tried < count; ++tried)
+            if (const std::size_t at = (nextField + tried) % count;
+                CodePage::EqualNoCase(kind.Fields[at].Key, key)) {
+                nextField = at + 1;
+                return at;
+            }
+        return count;
     }
 
     void CountValue(std::size_t at, std::string_view value) {
@@ -139,6 +144,7 @@ class Census {
     std::vector<bool> everGiven;
     std::size_t lineNumber = 0;
     std::size_t headerLine = 0;
+    std::size_t nextField = 0;
     bool inBlock = false;
     const Record* record = nullptr;
     std::string scratch;
