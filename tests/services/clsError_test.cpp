@@ -144,8 +144,9 @@ TEST_F(ErrorHandling, RaisesMinusOneFromARoutineThatIsNotTopLevelAndForgetsWhatI
 }
 
 TEST_F(ErrorHandling, ShowsAReportWithNothingPendingAsNumber0) {
+    FailThreeDeep();
     handler.HandleError("event", 9, -1, "ignored", "ignored", {"ignored"}, true);
-    const ErrorDetails& shown = prompts.Errors.front();
+    const ErrorDetails& shown = prompts.Errors.back();
     EXPECT_EQ(shown.Number, 0);
     EXPECT_EQ(shown.Line, 0);
     EXPECT_EQ(shown.Description + shown.Source + shown.Parameters, "");
