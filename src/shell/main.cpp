@@ -1,7 +1,9 @@
 #include "editor/DialogPrompts.h"
 #include "editor/QtText.h"
+#include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
+#include "platform/Registry.h"
 #include "services/Settings.h"
 #include "shell/frmWriter.h"
 
@@ -50,6 +52,9 @@ int main(int argc, char** argv) {
     velmora::gPrompts = &prompts;
     velmora::ProgramDirectory = HomeDirectory(options.value(QStringLiteral("home")));
     velmora::Files::CreateFolder(velmora::ProgramDirectory);
+
+    for (const std::string& line : velmora::HostRegistry()->BrokenLines())
+        qWarning("%s (makes no sense; kept as it stands)", velmora::CodePage::ToUtf8(line).c_str());
 
     velmora::frmWriter writer;
     writer.Load();
