@@ -6,6 +6,7 @@
 #include "platform/Replacements.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <random>
 #include <system_error>
@@ -80,6 +81,11 @@ fs::path TemporaryBeside(const fs::path& target) {
     char name[40];
     std::snprintf(name, sizeof name, ".velmora-%08x%08x.tmp", random(), random());
     return target.parent_path() / name;
+}
+
+bool IsTemporary(std::string_view name) {
+    return name.size() == std::string_view(".velmora-0123456789abcdef.tmp").size() &&
+           name.starts_with(".velmora-") && name.ends_with(".tmp");
 }
 
 void RemoveQuietly(const fs::path& path, Wanted kind) {
@@ -246,6 +252,20 @@ void CopyFile(std::string_view from, std::string_view to) {
 void DeleteFile(std::string_view path) {
     const fs::path host = HostPath(path);
     Attempt("delete", host, Wanted::File, [&] { HostFiles::Unlink(host); });
+}
+
+void RemoveOldTemporaries(std::string_view folder) {
+    try {
+        const auto dayAgo = fs::file_time_type::clock::now() - std::chrono::hours(24);
+        for (const auto& entry : fs::directory_iterator(HostPath(folder))) {
+            if (IsTemporary(PathTexts::NameText(entry.path().filename())) &&
+                entry.last_write_time() < dayAgo) {
+                RemoveQuietly(entry.path(), Wanted::File);
+            }
+        }
+    } catch (const fs::filesystem_error&) {
+        // Nothing depends on it; the next time may do better.
+    }
 }
 
 bool FolderWritable(std::string_view folder) {

@@ -242,6 +242,7 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder) cons
 
 void Library::WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames) {
     Writer(*this, folder, shortNames).Run();
+    velmora::Files::RemoveOldTemporaries(folder);
 }
 
 } // namespace velmora

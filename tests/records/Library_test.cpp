@@ -295,6 +295,21 @@ TEST_F(LibraryTest, NoticesWhatOthersDoToItsFiles) {
     EXPECT_THAT(library.ChangedOutside(data), ::testing::IsEmpty());
 }
 
+TEST_F(LibraryTest, ClearsAwayWhatAKilledSaveLeft) {
+    const std::string left = ".velmora-0123456789abcdef.tmp";
+    const std::string fresh = ".velmora-fedcba9876543210.tmp";
+    const std::string foreign = ".velmora-notes-of-mine-01.txt";
+    Put("a.event", Block("One"));
+    ASSERT_TRUE(Load());
+    for (const std::string& name : {left, fresh, foreign})
+        Put(name, "x");
+    const auto now = std::filesystem::file_time_type::clock::now();
+    for (const std::string& name : {left, foreign})
+        std::filesystem::last_write_time(data + name, now - std::chrono::hours(25));
+    library.WriteFiles(data, {"a.event"});
+    EXPECT_THAT(Files::ListFiles(data), ::testing::UnorderedElementsAre("a.event", fresh, foreign));
+}
+
 TEST_F(LibraryTest, DeletesAFileWithoutRecords) {
     Put("a.event", Block("One"));
     ASSERT_TRUE(Load());
