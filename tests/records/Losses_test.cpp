@@ -75,7 +75,8 @@ TEST_F(LossesTest, AreKeptInADatedCopy) {
     Put("a.event", "");
     library.WriteFiles(data, {"a.event"});
     EXPECT_THAT(Files::ListFiles(backups), IsEmpty()) << "nothing to be kept";
-    const std::string foreign = Whole("One", "").replace(0, 9, "EVENT Two");
+    std::string foreign = Whole("One");
+    foreign.insert(foreign.find('"') + 1, "Nobody loses this title");
     Put("a.event", foreign);
     library.WriteFiles(data, {"a.event"});
     const std::vector<std::string> copies = Files::ListFiles(backups);
