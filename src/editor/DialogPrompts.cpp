@@ -9,7 +9,6 @@
 #include <QCheckBox>
 #include <QElapsedTimer>
 #include <QFileDialog>
-#include <QFontDatabase>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -89,7 +88,7 @@ class DialogProgress : public Progress {
 void ShowDetails(QMessageBox& box, const QString& details) {
     box.setDetailedText(details);
     auto* text = box.findChild<QTextEdit*>();
-    text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text->setFont(FixedWidthFont());
     text->setLineWrapMode(QTextEdit::NoWrap);
     const QFontMetrics metrics = text->fontMetrics();
     text->setMinimumWidth(metrics.averageCharWidth() * 90);

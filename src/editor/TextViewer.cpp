@@ -15,6 +15,15 @@
 
 namespace velmora {
 
+QFont FixedWidthFont() {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // Not every system knows its own one.
+    font.setFamilies({font.family(), QStringLiteral("Consolas"), QStringLiteral("Courier New"),
+                      QStringLiteral("DejaVu Sans Mono")});
+    font.setStyleHint(QFont::Monospace);
+    return font;
+}
+
 TextViewer::TextViewer(const QString& title, const QString& text, QWidget* parent) : QDialog(parent) {
     setWindowTitle(title);
     auto* view = new QPlainTextEdit(text);
@@ -22,7 +31,7 @@ TextViewer::TextViewer(const QString& title, const QString& text, QWidget* paren
     view->setAccessibleName(title);
     view->setReadOnly(true);
     view->setTabChangesFocus(true);
-    view->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    view->setFont(FixedWidthFont());
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     auto* copy = buttons->addButton(QStringLiteral("&Copy All"), QDialogButtonBox::ActionRole);
     copy->setObjectName(QStringLiteral("cmdCopyAll"));

@@ -1,9 +1,13 @@
 #pragma once
 
 #include <QDialog>
+#include <QFont>
 #include <string>
 
 namespace velmora {
+
+/// The font for texts whose characters stand under one another.
+QFont FixedWidthFont();
 
 /// A read-only window for a longer text, which can be selected and copied.
 class TextViewer : public QDialog {

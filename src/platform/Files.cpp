@@ -85,7 +85,7 @@ fs::path TemporaryBeside(const fs::path& target) {
 
 bool IsTemporary(std::string_view name) {
     return name.size() == std::string_view(".velmora-0123456789abcdef.tmp").size() &&
-           name.starts_with(".velmora-") && name.ends_with(".tmp");
+           name.starts_with(".velmora-") && (name.ends_with(".tmp") || name.ends_with(".old"));
 }
 
 void RemoveQuietly(const fs::path& path, Wanted kind) {

@@ -59,8 +59,8 @@ void AppendSafely(std::string_view path, std::string_view bytes);
 /// untouched and the temporary is gone.
 void ReplaceSafely(std::string_view path, std::string_view bytes);
 
-/// Removes from a folder what ReplaceSafely left there when its program was killed: temporaries that are more
-/// than a day old, so that no other program still works on them. Never throws.
+/// Removes from a folder what ReplaceSafely left there when its program was killed: temporaries and second
+/// names that are more than a day old, so that no other program still works on them. Never throws.
 void RemoveOldTemporaries(std::string_view folder);
 
 /// Copies one file, replacing an existing target (as a whole, as ReplaceSafely does).

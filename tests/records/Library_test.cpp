@@ -298,13 +298,14 @@ TEST_F(LibraryTest, NoticesWhatOthersDoToItsFiles) {
 TEST_F(LibraryTest, ClearsAwayWhatAKilledSaveLeft) {
     const std::string left = ".velmora-0123456789abcdef.tmp";
     const std::string fresh = ".velmora-fedcba9876543210.tmp";
+    const std::string kept = ".velmora-0123456789abcdef.old";
     const std::string foreign = ".velmora-notes-of-mine-01.txt";
     Put("a.event", Block("One"));
     ASSERT_TRUE(Load());
-    for (const std::string& name : {left, fresh, foreign})
+    for (const std::string& name : {left, kept, fresh, foreign})
         Put(name, "x");
     const auto now = std::filesystem::file_time_type::clock::now();
-    for (const std::string& name : {left, foreign})
+    for (const std::string& name : {left, kept, foreign})
         std::filesystem::last_write_time(data + name, now - std::chrono::hours(25));
     library.WriteFiles(data, {"a.event"});
     EXPECT_THAT(Files::ListFiles(data), ::testing::UnorderedElementsAre("a.event", fresh, foreign));
