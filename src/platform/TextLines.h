@@ -6,18 +6,21 @@
 /// Lines of the host's text files (profile strings, registry files).
 namespace velmora::TextLines {
 
-/// The lines of a text without their ends, CR LF or LF. A text that ends with a line end has no line after
-/// it.
+/// Takes the first line off a text, which must not be empty, and returns it without its end, CR LF or LF.
+inline std::string_view Take(std::string_view& text) {
+    const std::size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (!line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    return line;
+}
+
+/// The lines of a text without their ends. A text that ends with a line end has no line after it.
 inline std::vector<std::string_view> Split(std::string_view text) {
     std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const std::size_t end = text.find('\n');
-        std::string_view line = text.substr(0, end);
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        if (!line.empty() && line.back() == '\r')
-            line.remove_suffix(1);
-        lines.push_back(line);
-    }
+    while (!text.empty())
+        lines.push_back(Take(text));
     return lines;
 }
 

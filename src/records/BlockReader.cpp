@@ -2,52 +2,11 @@
 
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
+#include "platform/TextLines.h"
 #include "services/Numbers.h"
 #include "services/modWriter.h"
 
-#include <algorithm>
-#include <cstring>
-#include <optional>
-
 namespace velmora {
-
-namespace {
-
-/// Takes a line off the front that holds `key` the way the editor itself writes it, and returns its value;
-/// leaves any other line alone. Nearly every line is one, and is read so several times as fast as by the
-/// whole grammar.
-std::optional<std::string_view> TakeWrittenLine(std::string_view& bytes, std::string_view key) {
-    std::string_view rest = bytes.substr(std::min(bytes.find_first_not_of(' '), bytes.size()));
-    if (!rest.starts_with(key))
-        return std::nullopt;
-    rest.remove_prefix(key.size());
-    const std::size_t blanks = rest.find_first_not_of(' ');
-    if (blanks == 0 || blanks == std::string_view::npos)
-        return std::nullopt;
-    rest.remove_prefix(blanks);
-    if (rest.front() == '"') {
-        const std::size_t end = rest.find('\n');
-        const std::string_view value = rest.substr(1, end - 1);
-        const std::size_t quote = value.find('"');
-        if (end == std::string_view::npos || quote == std::string_view::npos)
-            return std::nullopt;
-        bytes = rest.substr(end + 1);
-        return value.substr(0, quote);
-    }
-    std::size_t length = 0;
-    while (length < rest.size() && rest[length] > ' ' && rest[length] != '"')
-        ++length;
-    const std::string_view value = rest.substr(0, length);
-    rest.remove_prefix(length);
-    if (rest.starts_with('\r'))
-        rest.remove_prefix(1);
-    if (!rest.starts_with('\n'))
-        return std::nullopt;
-    bytes = rest.substr(1);
-    return value;
-}
-
-} // namespace
 
 BlockReader::BlockReader(const RecordKind& recordKind, std::string fileName, const FindingSink& findings,
                          Taker taker)
@@ -61,14 +20,8 @@ void BlockReader::Read(std::string_view bytes) {
     while (!bytes.empty()) {
         if (ReadWrittenLine(bytes))
             continue;
-        const auto* end = static_cast<const char*>(std::memchr(bytes.data(), '\n', bytes.size()));
-        const std::size_t length = end ? static_cast<std::size_t>(end - bytes.data()) : bytes.size();
-        std::string_view line = bytes.substr(0, length);
-        bytes.remove_prefix(end ? length + 1 : length);
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
         ++lineNumber;
-        ReadLine(line);
+        ReadLine(TextLines::Take(bytes));
     }
 }
 

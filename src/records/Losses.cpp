@@ -7,6 +7,8 @@
 #include "services/Numbers.h"
 #include "services/modWriter.h"
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -49,9 +51,10 @@ class Census {
     }
 
     void Read(std::string_view bytes) {
-        for (const std::string_view line : TextLines::Split(bytes)) {
+        while (!bytes.empty()) {
             ++lineNumber;
-            Count(line);
+            if (!TakeSoundLine(bytes))
+                Count(TextLines::Take(bytes));
         }
         if (inBlock)
             ++counts[Unfinished];
@@ -67,11 +70,31 @@ class Census {
     }
 
   private:
+    /// Takes an empty line, or one of the next field that loses nothing, off the front. Nearly every line is
+    /// one.
+    bool TakeSoundLine(std::string_view& bytes) {
+        if (bytes.starts_with("\r\n")) {
+            bytes.remove_prefix(2);
+            return true;
+        }
+        if (nextField >= kind.Fields.size() || kind.ValuesKeepBlanks)
+            return false;
+        const Field& field = kind.Fields[nextField];
+        std::string_view rest = bytes;
+        const auto value = TakeWrittenLine(rest, field.Key);
+        if (!value || (IsNumber(field) && CutsNumber(*value)))
+            return false;
+        given[nextField] = everGiven[nextField] = true;
+        ++nextField;
+        bytes = rest;
+        return true;
+    }
+
     void Count(std::string_view line) {
         KeyValue parts;
         if (!SplitLine(line, kind.ValuesKeepBlanks, scratch, parts)) {
             // Lines of dashes are the editor's own.
-            counts[Comments] += line.find_first_not_of("/- ") == std::string_view::npos ? 0 : 1;
+            counts[Comments] += std::all_of(line.begin(), line.end(), IsRule) ? 0 : 1;
             return;
         }
         counts[Blanks] += parts.UnneededSpace ? 1 : 0;
@@ -84,6 +107,16 @@ class Census {
             EndBlock();
         else
             ++counts[Unrecognized];
+    }
+
+    static bool IsRule(char c) { return c == '/' || c == '-' || c == ' '; }
+
+    static bool IsNumber(const Field& field) {
+        return field.Type == FieldType::Number || field.Type == FieldType::LateNumber;
+    }
+
+    static bool CutsNumber(std::string_view value) {
+        return std::to_string(RoundToInt32(LeadingNumber(value))) != TextLines::Stripped(value);
     }
 
     /// More than blanks stands behind a value's second quote.
@@ -107,11 +140,7 @@ class Census {
 
     void CountValue(std::size_t at, std::string_view value) {
         given[at] = everGiven[at] = true;
-        const FieldType type = kind.Fields[at].Type;
-        if (type != FieldType::Number && type != FieldType::LateNumber)
-            return;
-        const std::string read = std::to_string(RoundToInt32(LeadingNumber(value)));
-        counts[Cut] += read != TextLines::Stripped(value) ? 1 : 0;
+        counts[Cut] += IsNumber(kind.Fields[at]) && CutsNumber(value) ? 1 : 0;
     }
 
     void BeginBlock(std::string_view value) {
@@ -134,6 +163,7 @@ class Census {
                               library.Files.KeyAt(static_cast<std::size_t>(record->FileOnDisk)), shortName);
         counts[Duplicates] += kept ? 0 : 1;
         inBlock = false;
+        nextField = 0;
     }
 
     const Library& library;

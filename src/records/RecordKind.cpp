@@ -2,7 +2,6 @@
 
 #include "services/modWriter.h"
 
-#include <algorithm>
 #include <charconv>
 
 namespace velmora {
@@ -16,9 +15,8 @@ void AppendNumber(std::int32_t number, std::string& text) {
 }
 
 void AppendQuoted(const std::string& value, std::string& text) {
-    // By hand: the library's search for several characters calls another function for each one.
-    const bool asItIs =
-        std::none_of(value.begin(), value.end(), [](char c) { return c == '"' || c == '\r' || c == '\n'; });
+    const auto lacks = [&](char c) { return value.find(c) == std::string::npos; };
+    const bool asItIs = lacks('"') && lacks('\r') && lacks('\n');
     text += '"';
     if (asItIs)
         text += value;
@@ -30,7 +28,7 @@ void AppendQuoted(const std::string& value, std::string& text) {
 } // namespace
 
 void AppendBlock(const RecordKind& kind, const Record& record, std::string& text) {
-    const std::string separator = "//" + std::string(72, '-') + "\r\n";
+    static const std::string separator = "//" + std::string(72, '-') + "\r\n";
     text += separator;
     text.append(kind.Header).append(" ").append(kind.NameOf(record)).append("\r\n");
     text += separator;
