@@ -28,7 +28,11 @@ class clsRegistryTest : public ::testing::Test {
     void Store(const RegistryValue& value) const {
         for (const char* name : {"Value", ""}) {
             EXPECT_TRUE(scratch.Host->Write(ScratchRegistry::Root, scratch.Key, name, value));
-            EXPECT_EQ(HostRegistry()->Read(ScratchRegistry::Root, scratch.Key, name), value);
+            const RegistryValue read =
+                HostRegistry()->Read(ScratchRegistry::Root, scratch.Key, name).value_or(RegistryValue{});
+            EXPECT_EQ(read.Type, value.Type);
+            // Windows itself ends a text that was stored without an end.
+            EXPECT_TRUE(read.Bytes == value.Bytes || read.Bytes == value.Bytes + '\0') << value.Bytes;
         }
     }
 
