@@ -60,20 +60,23 @@ void Library::ReportCaseTwins(const LoadRequest& request, const std::vector<std:
         if (met.TryAdd(name, name))
             continue;
         const std::string& twin = *met.Find(name);
-        caseTwins.TryAdd(name, twin + " and " + name);
-        request.Findings(
-            {Kind.Word, name, 0, "case-twin-files",
-             "The files " + twin + " and " + name + " are one file to the game.  Neither will be written to.",
-             Icon::Exclamation});
+        const std::string both = std::string(twin).append(" and ").append(name);
+        caseTwins.TryAdd(name, both);
+        request.Findings({Kind.Word, name, 0, "case-twin-files",
+                          std::string("The files ")
+                              .append(both)
+                              .append(" are one file to the game.  Neither will be written to."),
+                          Icon::Exclamation});
     }
 }
 
 void Library::BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const {
-    const std::string path = request.BackupFolder + base;
-    const std::string first = path + ".1st" + std::string(Kind.BackupMark);
-    if (!velmora::Files::FileExists(first))
-        velmora::Files::CopyFile(request.Folder + fileName, first);
-    velmora::Files::CopyFile(request.Folder + fileName, path + ".latest" + std::string(Kind.BackupMark));
+    const auto backup = [&](std::string_view which) {
+        return std::string(request.BackupFolder).append(base).append(which).append(Kind.BackupMark);
+    };
+    if (!velmora::Files::FileExists(backup(".1st")))
+        velmora::Files::CopyFile(request.Folder + fileName, backup(".1st"));
+    velmora::Files::CopyFile(request.Folder + fileName, backup(".latest"));
 }
 
 void Library::NoteContent(const std::string& shortName, const ContentHash& content) {

@@ -5,13 +5,13 @@
 #include "services/Trap.h"
 
 #include <algorithm>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -68,8 +68,7 @@ template <class Entry>
 void SortEntries(std::vector<Entry>& entries, bool descending) {
     std::vector<Entry> sorted = entries;
     std::sort(sorted.begin(), sorted.end(), [](const Entry& left, const Entry& right) {
-        const auto order = left.Value <=> right.Value;
-        return order != 0 ? order < 0 : left.Index < right.Index;
+        return std::tie(left.Value, left.Index) < std::tie(right.Value, right.Index);
     });
     const auto equal = [](const Entry& left, const Entry& right) { return left.Value == right.Value; };
     if (descending && std::adjacent_find(sorted.begin(), sorted.end(), equal) != sorted.end())
