@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-/// Lines of the host's text files (profile strings, registry files).
+/// Lines of text files: those of the game, settings, registry files.
 namespace velmora::TextLines {
 
 /// Takes the first line off a text, which must not be empty, and returns it without its end, CR LF or LF.
