@@ -11,14 +11,26 @@
 
 namespace velmora {
 
-/// The records of some bytes, written as blocks.
-inline std::string ReadAndWrite(const RecordKind& kind, std::string_view bytes) {
+/// The records of a file's bytes, written as blocks.
+inline std::string Write(const RecordKind& kind, const WrittenBlocks& file) {
     std::string written;
     const FindingSink nobody = [](const Finding&) {};
     BlockReader reader(kind, "Fuzz", nobody, [&](std::unique_ptr<Record> record, std::size_t) {
         written += BlockOf(kind, *record);
     });
-    reader.Read(bytes);
+    reader.Read(file);
+    return written;
+}
+
+inline std::string ReadAndWrite(const RecordKind& kind, std::string_view bytes) {
+    WrittenBlocks blocks;
+    blocks.Find(kind, bytes);
+    std::string written = Write(kind, blocks);
+    // Line by line the same must come out.
+    WrittenBlocks lines;
+    lines.Others.push_back({1, 0, bytes});
+    if (Write(kind, lines) != written)
+        std::abort();
     return written;
 }
 

@@ -6,7 +6,24 @@
 #include "services/Numbers.h"
 #include "services/modWriter.h"
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
 namespace velmora {
+
+namespace {
+
+/// Lines of dashes are the editor's own.
+bool IsRule(std::string_view line) {
+    return std::all_of(line.begin(), line.end(), [](char c) { return c == '/' || c == '-' || c == ' '; });
+}
+
+bool IsCut(std::string_view number) {
+    return std::to_string(std::llrint(LeadingNumber(number))) != TextLines::Stripped(number);
+}
+
+} // namespace
 
 BlockReader::BlockReader(const RecordKind& recordKind, std::string fileName, const FindingSink& findings,
                          Taker taker)
@@ -17,34 +34,75 @@ BlockReader::BlockReader(const RecordKind& recordKind, std::string fileName, con
 }
 
 void BlockReader::Read(std::string_view bytes) {
-    while (!bytes.empty()) {
-        if (ReadWrittenLine(bytes))
-            continue;
-        ++lineNumber;
-        ReadLine(TextLines::Take(bytes));
-    }
+    WrittenBlocks blocks;
+    blocks.Find(kind, bytes);
+    Read(blocks);
 }
 
-bool BlockReader::ReadWrittenLine(std::string_view& bytes) {
-    if (bytes.starts_with("\r\n")) {
-        bytes.remove_prefix(2);
-        ++lineNumber;
-        return true;
+void BlockReader::Read(const WrittenBlocks& blocks) {
+    std::size_t taken = 0;
+    for (const WrittenBlocks::OtherLines& lines : blocks.Others) {
+        TakeWritten(blocks, taken, lines.BlocksBefore);
+        taken = lines.BlocksBefore;
+        ReadOthers(lines);
     }
-    if (nextField == kind.Fields.size() || kind.ValuesKeepBlanks)
-        return false;
-    const auto value = TakeWrittenLine(bytes, kind.Fields[nextField].Key);
-    if (!value)
-        return false;
-    ++lineNumber;
-    Hold(nextField++, *value);
-    return true;
+    TakeWritten(blocks, taken, blocks.Blocks.size());
+    LeaveUnfinished();
+}
+
+void BlockReader::TakeWritten(const WrittenBlocks& blocks, std::size_t from, std::size_t to) {
+    if (from == to)
+        return;
+    LeaveUnfinished();
+    const std::string_view* text = blocks.TextsOf(from);
+    const std::int32_t* number = blocks.NumbersOf(from);
+    for (std::size_t at = from; at < to; ++at) {
+        const WrittenBlocks::Block& block = blocks.Blocks[at];
+        auto record = kind.Make();
+        record->HeaderLine = block.HeaderLine;
+        kind.Name.SetText(*record, block.Name);
+        for (const Field& field : kind.Fields)
+            if (field.Type == FieldType::Text)
+                field.SetText(*record, *text++);
+            else
+                field.SetNumber(*record, *number++);
+        take(std::move(record), block.EndLine);
+    }
+    HoldWritten(blocks, to - 1);
+}
+
+void BlockReader::HoldWritten(const WrittenBlocks& blocks, std::size_t at) {
+    const std::string_view* text = blocks.TextsOf(at);
+    const std::int32_t* number = blocks.NumbersOf(at);
+    for (std::size_t i = 0; i < held.size(); ++i) {
+        Held& holding = held[i];
+        Losses.Add(Loss::Repeated, holding.GivenIn == blockNumber);
+        holding.GivenIn = blockNumber;
+        if (kind.Fields[i].Type == FieldType::Text)
+            holding.Text = *text++;
+        else
+            holding.Late = holding.Number = *number++;
+    }
+    name = blocks.Blocks[at].Name;
+    headerLine = blocks.Blocks[at].HeaderLine;
+    nextField = 0;
+    ++blockNumber;
+}
+
+void BlockReader::ReadOthers(const WrittenBlocks::OtherLines& lines) {
+    lineNumber = lines.FirstLine;
+    for (std::string_view bytes = lines.Bytes; !bytes.empty(); ++lineNumber)
+        ReadLine(TextLines::Take(bytes));
 }
 
 void BlockReader::ReadLine(std::string_view line) {
     KeyValue parts;
-    if (!SplitLine(line, kind.ValuesKeepBlanks, scratch, parts))
+    if (!SplitLine(line, kind.ValuesKeepBlanks, scratch, parts)) {
+        Losses.Add(Loss::Comments, !IsRule(line));
         return;
+    }
+    Losses.Add(Loss::Blanks, parts.UnneededSpace);
+    Losses.Add(Loss::AfterQuote, parts.TextAfterQuote);
     if (parts.UnneededSpace)
         Report("unneeded-space", "Unneeded space removed from " + LineForMessage(line) + ".");
 
@@ -55,8 +113,13 @@ void BlockReader::ReadLine(std::string_view line) {
     else if (CodePage::EqualNoCase(parts.Key, kind.End))
         EndBlock();
     else
-        Report("unrecognized-token", "Unrecognized token! a(0) = " + LineForMessage(parts.Key) +
-                                         ", sValue = " + std::string(parts.Value) + ", File = " + file);
+        ReportUnrecognized(parts);
+}
+
+void BlockReader::ReportUnrecognized(const KeyValue& parts) {
+    Losses.Add(Loss::Unrecognized);
+    Report("unrecognized-token", "Unrecognized token! a(0) = " + LineForMessage(parts.Key) +
+                                     ", sValue = " + std::string(parts.Value) + ", File = " + file);
 }
 
 std::size_t BlockReader::FindField(std::string_view key) {
@@ -76,6 +139,8 @@ std::size_t BlockReader::FindField(std::string_view key) {
 void BlockReader::Hold(std::size_t at, std::string_view value) {
     const Field& field = kind.Fields[at];
     Held& holding = held[at];
+    Losses.Add(Loss::Repeated, field.Type != FieldType::List && holding.GivenIn == blockNumber);
+    holding.GivenIn = blockNumber;
     switch (field.Type) {
     case FieldType::Text:
         holding.Text = Keep(value);
@@ -84,12 +149,12 @@ void BlockReader::Hold(std::size_t at, std::string_view value) {
         holding.Entries.push_back(Keep(value));
         break;
     case FieldType::Number:
-        if (!ReadPlainInteger(value, holding.Number))
-            holding.Number = ToNumber(LeadingNumber(value), field.Key);
+        holding.Number = ToNumber(LeadingNumber(value), field.Key);
+        Losses.Add(Loss::Cut, IsCut(value));
         break;
     case FieldType::LateNumber:
         holding.Late = LeadingNumber(value);
-        holding.Given = true;
+        Losses.Add(Loss::Cut, IsCut(value));
         break;
     }
 }
@@ -101,6 +166,8 @@ std::string_view BlockReader::Keep(std::string_view value) {
 }
 
 void BlockReader::BeginBlock(std::string_view value) {
+    LeaveUnfinished();
+    inBlock = true;
     headerLine = lineNumber;
     if (kind.SetHeaderNumber) {
         // The pieces stand after an empty one: the value starts with a blank.
@@ -110,8 +177,17 @@ void BlockReader::BeginBlock(std::string_view value) {
     } else {
         name = value;
     }
-    if (std::string report = SanitizeName(name, kind.NameWord); !report.empty())
+    if (std::string report = SanitizeName(name, kind.NameWord); !report.empty()) {
+        Losses.Add(Loss::Names);
         Report("illegal-name", std::move(report));
+    }
+}
+
+void BlockReader::LeaveUnfinished() {
+    if (!std::exchange(inBlock, false))
+        return;
+    Losses.Add(Loss::Unfinished);
+    ++blockNumber;
 }
 
 void BlockReader::EndBlock() {
@@ -122,6 +198,8 @@ void BlockReader::EndBlock() {
     for (Held& holding : held)
         holding.Entries.clear();
     nextField = 0;
+    inBlock = false;
+    ++blockNumber;
 }
 
 void BlockReader::Fill(Record& record) {
@@ -131,6 +209,8 @@ void BlockReader::Fill(Record& record) {
     for (std::size_t i = 0; i < held.size(); ++i) {
         const Field& field = kind.Fields[i];
         const Held& holding = held[i];
+        const bool earlier = holding.GivenIn != 0 && holding.GivenIn != blockNumber;
+        Losses.Add(Loss::CarriedOver, earlier && field.Type != FieldType::List);
         switch (field.Type) {
         case FieldType::Text:
             field.SetText(record, holding.Text);
@@ -139,7 +219,7 @@ void BlockReader::Fill(Record& record) {
             field.SetNumber(record, holding.Number);
             break;
         case FieldType::LateNumber:
-            if (!holding.Given)
+            if (holding.GivenIn == 0)
                 throw Failure(FailureTypeMismatch, "Type mismatch (file " + file + ", line " +
                                                        std::to_string(lineNumber) + ", key " +
                                                        std::string(field.Key) + " was never given)");

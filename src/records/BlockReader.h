@@ -2,7 +2,9 @@
 
 #include "records/Finding.h"
 #include "records/LineGrammar.h"
+#include "records/LossCounts.h"
 #include "records/RecordKind.h"
+#include "records/WrittenBlocks.h"
 
 #include <array>
 #include <deque>
@@ -26,23 +28,31 @@ class BlockReader {
     /// Reads a file's bytes; lines end with CR LF or LF. Throws Failure (6 or 13) naming file, line and key
     /// for a number beyond 32 bits or a late number that was never given.
     void Read(std::string_view bytes);
+    /// The same of a file that was taken apart.
+    void Read(const WrittenBlocks& blocks);
+
+    /// What writing the records read so far would lose. The taker adds the records that it drops.
+    LossCounts Losses;
 
   private:
     struct Held {
         std::string_view Text;
         double Late = 0;
         std::int32_t Number = 0;
-        bool Given = false;
+        std::size_t GivenIn = 0; ///< number of the last block that gave it, 0 for none
         std::vector<std::string_view> Entries;
     };
 
-    /// Reads the next line if it is in the editor's own form, and takes it off the front.
-    bool ReadWrittenLine(std::string_view& bytes);
+    void TakeWritten(const WrittenBlocks& blocks, std::size_t from, std::size_t to);
+    void HoldWritten(const WrittenBlocks& blocks, std::size_t at);
+    void ReadOthers(const WrittenBlocks::OtherLines& lines);
     void ReadLine(std::string_view line);
+    void ReportUnrecognized(const KeyValue& parts);
     [[nodiscard]] std::size_t FindField(std::string_view key);
     void Hold(std::size_t at, std::string_view value);
     void BeginBlock(std::string_view value);
     void EndBlock();
+    void LeaveUnfinished();
     void Fill(Record& record);
     /// A view that outlives the line it was read from.
     std::string_view Keep(std::string_view value);
@@ -55,6 +65,8 @@ class BlockReader {
     Taker take;
 
     std::vector<Held> held; // one an entry of kind.Fields
+    std::size_t blockNumber = 1;
+    bool inBlock = false;
     std::array<std::vector<std::size_t>, 32> fieldsByLength;
     std::size_t nextField = 0; // blocks mostly hold their keys in table order
     std::string name;

@@ -4,40 +4,53 @@
 
 namespace velmora {
 
-void FileBytes::Read(const std::string& path) {
+void FileBytes::Read(const RecordKind& kind, const std::string& path) {
     Failure = nullptr;
     try {
         Files::ReadWhole(path, Bytes);
         Content = HashOf(Bytes);
+        Blocks.Find(kind, Bytes);
     } catch (...) {
         Failure = std::current_exception();
     }
 }
 
-FilesAhead::FilesAhead(std::vector<std::string> filePaths)
-    : paths(std::move(filePaths)), reader([this](const std::stop_token& stop) { Run(stop); }) {}
+FilesAhead::FilesAhead(const RecordKind& recordKind, std::vector<std::string> filePaths)
+    : kind(recordKind), paths(std::move(filePaths)),
+      reader([this](const std::stop_token& stop) { Run(stop); }) {}
 
 void FilesAhead::Run(const std::stop_token& stop) {
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        {
-            std::unique_lock lock(mutex);
-            // The file in use keeps its place.
-            if (!changed.wait(lock, stop, [&] { return i + 1 < asked + ring.size(); }))
-                return;
-        }
-        ring[i % ring.size()].Read(paths[i]);
-        const std::scoped_lock lock(mutex);
-        ++read;
-        changed.notify_one();
-    }
+    Lock lock(mutex);
+    while (changed.wait(lock, stop, [&] { return MayBegin() || begun == paths.size(); }) &&
+           begun < paths.size())
+        ReadOne(lock);
+}
+
+bool FilesAhead::MayBegin() const {
+    // The file in use keeps its place.
+    return begun < paths.size() && begun + 1 < asked + ring.size();
+}
+
+void FilesAhead::ReadOne(Lock& lock) {
+    const std::size_t file = begun++;
+    lock.unlock();
+    SlotOf(file).File.Read(kind, paths[file]);
+    lock.lock();
+    SlotOf(file).Ready = file + 1;
+    changed.notify_all();
 }
 
 const FileBytes& FilesAhead::Next() {
-    std::unique_lock lock(mutex);
-    const std::size_t next = asked++;
-    changed.notify_one();
-    changed.wait(lock, [&] { return next < read; });
-    return ring[next % ring.size()];
+    Lock lock(mutex);
+    const std::size_t file = asked++;
+    changed.notify_all();
+    while (SlotOf(file).Ready != file + 1) {
+        if (MayBegin())
+            ReadOne(lock);
+        else
+            changed.wait(lock);
+    }
+    return SlotOf(file).File;
 }
 
 } // namespace velmora

@@ -12,7 +12,7 @@ namespace velmora {
 void Library::Clear() {
     Records.RemoveAll();
     Files.RemoveAll();
-    contents.RemoveAll();
+    known.RemoveAll();
     caseTwins.RemoveAll();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ContentHash.h"
 #include "records/Finding.h"
+#include "records/LossCounts.h"
 #include "records/RecordKind.h"
 #include "services/KeyedCollection.h"
 
@@ -86,6 +87,8 @@ class Library {
     /// of the file goes to the backup folder of the last load. Files whose names differ in case only on disk
     /// are never written.
     void WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames);
+    /// What a file's rewrite drops of these bytes, which stand in it.
+    [[nodiscard]] LossCounts LossesOf(const std::string& shortName, std::string_view bytes) const;
     /// Those of some files whose content on disk is not what was last read or written here.
     [[nodiscard]] std::vector<std::string> ChangedOutside(const std::string& folder,
                                                           const std::vector<std::string>& shortNames) const;
@@ -97,11 +100,18 @@ class Library {
     std::vector<std::string> ListAndBackUp(const LoadRequest& request);
     void BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const;
     void ReportCaseTwins(const LoadRequest& request, const std::vector<std::string>& names);
-    void NoteContent(const std::string& shortName, const ContentHash& content);
+    void NoteContent(const std::string& shortName, const ContentHash& content, const LossCounts& losses = {});
     void ParseFile(const LoadRequest& request, const std::string& path, const FileBytes& file);
-    void Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
+    /// False for a record that is dropped.
+    bool Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
               std::size_t line, const FindingSink& findings);
-    KeyedCollection<ContentHash> contents; ///< of each file as it was last read or written
+
+    /// A file as it was last read or written.
+    struct KnownFile {
+        ContentHash Content;
+        LossCounts Losses; ///< of writing it again
+    };
+    KeyedCollection<KnownFile> known;
     KeyedCollection<std::string> caseTwins;
     std::string backupFolder; ///< of the last load
     void NoteNewFile(const std::string& oldFile, const std::string& newFile);

@@ -18,7 +18,7 @@ bool Library::Load(const LoadRequest& request) {
             return false;
         }
         const std::vector<std::string> paths = ListAndBackUp(request);
-        FilesAhead ahead(paths);
+        FilesAhead ahead(Kind, paths);
         for (std::size_t i = 0; i < paths.size(); ++i) {
             const std::string name = velmora::Files::NameOf(paths[i]);
             if (request.Reading)
@@ -79,14 +79,16 @@ void Library::BackUp(const LoadRequest& request, const std::string& fileName, co
     velmora::Files::CopyFile(request.Folder + fileName, backup(".latest"));
 }
 
-void Library::NoteContent(const std::string& shortName, const ContentHash& content) {
-    if (!contents.TryAdd(shortName, content))
-        *contents.Find(shortName) = content;
+void Library::NoteContent(const std::string& shortName, const ContentHash& content,
+                          const LossCounts& losses) {
+    const KnownFile file{content, losses};
+    if (!known.TryAdd(shortName, file))
+        *known.Find(shortName) = file;
 }
 
 void Library::ParseFile(const LoadRequest& request, const std::string& path) {
     FileBytes file;
-    file.Read(path);
+    file.Read(Kind, path);
     ParseFile(request, path, file);
 }
 
@@ -97,18 +99,20 @@ void Library::ParseFile(const LoadRequest& request, const std::string& path, con
             std::rethrow_exception(file.Failure);
         if (request.Accept && !request.Accept(name, file.Bytes))
             return;
-        NoteContent(name, file.Content);
         const auto place = static_cast<std::int32_t>(std::min(Files.IndexOf(name), Files.Count()));
-        BlockReader reader(Kind, name, request.Findings,
-                           [&](std::unique_ptr<Record> record, std::size_t line) {
-                               record->FileOnDisk = place;
-                               Take(std::move(record), path, name, line, request.Findings);
-                           });
-        reader.Read(file.Bytes);
+        BlockReader reader(
+            Kind, name, request.Findings, [&](std::unique_ptr<Record> record, std::size_t line) {
+                record->FileOnDisk = place;
+                reader.Losses.Add(Loss::Dropped,
+                                  !Take(std::move(record), path, name, line, request.Findings));
+            });
+        NoteContent(name, file.Content);
+        reader.Read(file.Blocks);
+        NoteContent(name, file.Content, reader.Losses);
     });
 }
 
-void Library::Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
+bool Library::Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
                    std::size_t line, const FindingSink& findings) {
     record->FileName = path;
     record->ShortName = fileName;
@@ -117,10 +121,29 @@ void Library::Take(std::unique_ptr<Record> record, const std::string& path, cons
         findings({Kind.Word, fileName, line, rule, std::move(text)});
     };
     const bool admitted = !Admit || Admit(*record, report);
-    const std::string name = NameOf(*record);
-    const bool added = admitted ? Records.TryAdd(name, std::move(record)) : !Records.Exists(name);
-    if (!added)
+    const std::string& name = NameOf(*record); // stays where it is when the record moves
+    if (admitted && Records.TryAdd(name, std::move(record)))
+        return true;
+    if (admitted || Records.Exists(name))
         report(Kind.DuplicateRule, std::string(Kind.DuplicateText) + name + ", File = " + fileName);
+    return false;
+}
+
+LossCounts Library::LossesOf(const std::string& shortName, std::string_view bytes) const {
+    const KnownFile* file = known.Find(shortName);
+    if (file && file->Content == HashOf(bytes))
+        return file->Losses;
+    // Another program's content: what it holds has not been read.
+    KeyedCollection<bool> met;
+    const FindingSink nobody = [](const Finding&) {};
+    BlockReader reader(Kind, shortName, nobody, [&](const std::unique_ptr<Record>& record, std::size_t) {
+        const Record* mine = Find(NameOf(*record));
+        const bool kept =
+            mine && CodePage::EqualNoCase(mine->ShortName, shortName) && met.TryAdd(NameOf(*record), true);
+        reader.Losses.Add(Loss::Dropped, !kept);
+    });
+    reader.Read(bytes);
+    return reader.Losses;
 }
 
 } // namespace velmora

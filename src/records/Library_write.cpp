@@ -3,7 +3,6 @@
 #include "platform/Replacements.h"
 #include "platform/TimeText.h"
 #include "records/Library.h"
-#include "records/Losses.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
 
@@ -34,7 +33,8 @@ class Library::Writer {
             File file{library.PlaceOf(name)};
             Trap(library.Kind.Routine("WriteItDown"), {name}, [&] {
                 RefuseTwins(name);
-                file.Loses = !library.backupFolder.empty() && !LossesOf(library, name, OnDisk(name)).empty();
+                const KnownFile* known = library.known.Find(name);
+                file.Loses = known && known->Losses.Any();
             });
             files.TryAdd(name, std::move(file));
         }
@@ -110,10 +110,10 @@ class Library::Writer {
         const std::string path = folder + name;
         const bool exists = velmora::Files::FileExists(path);
         const std::string old = OnDisk(name);
-        if (old != text && (file.Loses || IsForeign(name, old)))
+        if (old != text && !old.empty() && (file.Loses || IsForeign(name, old)))
             KeepDatedCopy(name, old);
         const auto written = [this, &name, &file, last, hash = HashOf(text), gone = text.empty()] {
-            gone ? void(library.contents.Remove(name)) : library.NoteContent(name, hash);
+            gone ? void(library.known.Remove(name)) : library.NoteContent(name, hash);
             for (Record* record : file.Records)
                 record->FileOnDisk = file.Place;
             file.Done = last;
@@ -157,13 +157,15 @@ class Library::Writer {
 
     /// True for content that was neither read nor written here.
     [[nodiscard]] bool IsForeign(const std::string& name, const std::string& old) const {
-        const ContentHash* known = library.contents.Find(name);
-        return !library.backupFolder.empty() && !old.empty() && (!known || HashOf(old) != *known);
+        const KnownFile* known = library.known.Find(name);
+        return !known || HashOf(old) != known->Content;
     }
 
     /// What only the old file holds must be found again: comments, lines that make no sense, another
     /// program's changes.
     void KeepDatedCopy(const std::string& name, const std::string& old) const {
+        if (library.backupFolder.empty())
+            return;
         const std::string extension(library.Kind.Extension);
         const std::string base = name.substr(0, name.size() - extension.size());
         const std::string stem = library.backupFolder + base + DateMark(std::time(nullptr));
@@ -224,10 +226,10 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder,
                                                  const std::vector<std::string>& shortNames) const {
     std::vector<std::string> changed;
     for (const std::string& name : shortNames) {
-        const ContentHash* known = contents.Find(name);
+        const KnownFile* file = known.Find(name);
         const bool exists = velmora::Files::FileExists(folder + name);
-        if (exists != (known != nullptr) ||
-            (exists && HashOf(velmora::Files::ReadWhole(folder + name)) != *known))
+        if (exists != (file != nullptr) ||
+            (exists && HashOf(velmora::Files::ReadWhole(folder + name)) != file->Content))
             changed.push_back(name);
     }
     return changed;
@@ -235,7 +237,7 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder,
 
 std::vector<std::string> Library::ChangedOutside(const std::string& folder) const {
     std::vector<std::string> names;
-    for (const auto& [name, content] : contents)
+    for (const auto& [name, file] : known)
         names.push_back(name);
     return ChangedOutside(folder, names);
 }

@@ -21,8 +21,10 @@ std::string_view TrimBlanksAndTabs(std::string_view text) {
 
 void SplitQuoted(std::string_view line, std::size_t quote, KeyValue& parts) {
     parts.Key = TrimBlanksAndTabs(line.substr(0, quote));
-    parts.Value = line.substr(quote + 1);
-    parts.Value = parts.Value.substr(0, parts.Value.find('"'));
+    const std::string_view rest = line.substr(quote + 1);
+    parts.Value = rest.substr(0, rest.find('"'));
+    parts.TextAfterQuote =
+        !TrimBlanksAndTabs(rest.substr(std::min(parts.Value.size() + 1, rest.size()))).empty();
 }
 
 /// Takes everything up to the next blank or tab off the front.
@@ -73,6 +75,7 @@ bool SplitLine(std::string_view line, bool keepBlanks, std::string& scratch, Key
     if (line.empty() || line.starts_with("//"))
         return false;
     parts.UnneededSpace = false;
+    parts.TextAfterQuote = false;
     const std::size_t quote = line.find('"');
     if (quote == std::string_view::npos)
         SplitUnquoted(line, keepBlanks, scratch, parts);

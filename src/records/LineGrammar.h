@@ -10,7 +10,8 @@ namespace velmora {
 struct KeyValue {
     std::string_view Key;
     std::string_view Value;
-    bool UnneededSpace = false; ///< an unquoted value was broken by blanks
+    bool UnneededSpace = false;  ///< an unquoted value was broken by blanks
+    bool TextAfterQuote = false; ///< more than blanks stands behind the closing quote
 };
 
 /// Takes a line apart, its line end already removed. False for a line to skip (empty, or a comment).

@@ -28,10 +28,9 @@ void AppendQuoted(const std::string& value, std::string& text) {
 } // namespace
 
 void AppendBlock(const RecordKind& kind, const Record& record, std::string& text) {
-    static const std::string separator = "//" + std::string(72, '-') + "\r\n";
-    text += separator;
+    text += SeparatorLine;
     text.append(kind.Header).append(" ").append(kind.NameOf(record)).append("\r\n");
-    text += separator;
+    text += SeparatorLine;
     if (kind.EmptyLineAfterHeader)
         text += "\r\n";
     for (const Field& field : kind.Fields) {

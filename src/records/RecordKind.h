@@ -114,6 +114,10 @@ struct RecordKind {
     [[nodiscard]] const std::string& NameOf(const Record& record) const { return Name.TextOf(record); }
 };
 
+/// Stands above and below the header of each block.
+constexpr std::string_view SeparatorLine =
+    "//------------------------------------------------------------------------\r\n";
+
 /// The block of file text of a record, appended to `text`. Texts are made fit for a file (TextForFile).
 void AppendBlock(const RecordKind& kind, const Record& record, std::string& text);
 std::string BlockOf(const RecordKind& kind, const Record& record);

@@ -34,8 +34,9 @@ class KeyedCollection {
         return entries.back().second;
     }
 
-    /// Adds at the end unless the key is taken; false (and `item` dropped) when it is.
-    bool TryAdd(std::string_view key, Item item) {
+    /// Adds at the end unless the key is taken; false (and `item` left alone) when it is.
+    template <class Value = Item>
+    bool TryAdd(std::string_view key, Value&& item) {
         if (2 * (entries.size() + 1) > table.size())
             Reindex(2 * table.size());
         const std::uint32_t hash = HashOf(key);
@@ -43,7 +44,7 @@ class KeyedCollection {
         if (slot.Position != FreeSlot)
             return false;
         slot = {hash, static_cast<std::uint32_t>(entries.size())};
-        entries.emplace_back(key, std::move(item));
+        entries.emplace_back(key, std::forward<Value>(item));
         return true;
     }
 

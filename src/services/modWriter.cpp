@@ -20,9 +20,13 @@ char UpperOf(char c) {
     return static_cast<char>(CodePage::Upper(static_cast<unsigned char>(c)));
 }
 
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 bool IsLegalInName(char c) {
     const char upper = UpperOf(c);
-    return (upper >= 'A' && upper <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+    return (upper >= 'A' && upper <= 'Z') || IsDigit(c) || c == '_';
 }
 
 /// Splits at every wild card, written small or large.
@@ -44,13 +48,16 @@ std::int32_t CodeAt(std::span<const std::int32_t> subs, std::size_t at) {
 
 } // namespace
 
+bool IsLegalName(std::string_view name) {
+    return (name.empty() || !IsDigit(name[0])) && std::all_of(name.begin(), name.end(), IsLegalInName);
+}
+
 std::string SanitizeName(std::string& name, std::string_view kind) {
-    const bool startsWithDigit = !name.empty() && name[0] >= '0' && name[0] <= '9';
-    if (!startsWithDigit && std::all_of(name.begin(), name.end(), IsLegalInName))
+    if (IsLegalName(name))
         return {};
     std::string report;
     const std::string kindText(kind);
-    if (startsWithDigit) {
+    if (!name.empty() && IsDigit(name[0])) {
         report = "Illegal " + kindText +
                  " name found, the first character in the name can not be numeric, the name " + name +
                  " will be converted.  1 will become One, 2 will become Two, etc.";

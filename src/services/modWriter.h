@@ -18,6 +18,9 @@ struct Reason {
     std::string Rule;
 };
 
+/// True for a name that SanitizeName leaves alone.
+bool IsLegalName(std::string_view name);
+
 /// Makes a record name legal: a leading digit becomes its English word, characters other than A to Z, 0 to 9
 /// and the underscore are removed. Returns the report of what was changed (lines separated by 13), empty when
 /// nothing was. `kind` is "Event", "UP Issue" or "SBModule".

@@ -1,7 +1,6 @@
 #include "records/BlockReader.h"
 
 #include "events/clsEvent.h"
-#include "platform/CodePage.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>
@@ -11,58 +10,92 @@
 namespace velmora {
 namespace {
 
-struct Outcome {
-    std::vector<std::string> Values;
-    std::vector<std::string> Findings;
-    std::int32_t Failed = 0;
-    bool operator==(const Outcome&) const = default;
-};
-
-Outcome Read(const std::string& text) {
-    Outcome outcome;
+/// All that comes of reading: records, findings, losses, a failure.
+std::vector<std::string> Read(const WrittenBlocks& blocks) {
+    std::vector<std::string> outcome;
     const FindingSink note = [&](const Finding& finding) {
-        outcome.Findings.push_back(std::to_string(finding.Line) + CodePage::ToLower(finding.Text));
+        outcome.push_back(std::to_string(finding.Line) + finding.Text);
     };
-    BlockReader reader(EventKind, "some.event", note, [&](std::unique_ptr<Record> record, std::size_t line) {
-        outcome.Values.push_back(std::to_string(line));
-        for (const Field& field : EventKind.Fields)
-            outcome.Values.push_back(field.Type == FieldType::Text ? field.TextOf(*record)
-                                                                   : std::to_string(field.NumberOf(*record)));
-    });
+    const auto take = [&](const std::unique_ptr<Record>& record, std::size_t line) {
+        outcome.push_back(std::to_string(record->HeaderLine) + ' ' + std::to_string(line));
+        outcome.push_back(BlockOf(EventKind, *record));
+    };
+    BlockReader reader(EventKind, "some.event", note, take);
     try {
-        reader.Read(text);
+        reader.Read(blocks);
     } catch (const Failure& failure) {
-        outcome.Failed = failure.Number;
+        outcome.push_back(failure.Description());
     }
+    for (std::string& loss : reader.Losses.Texts())
+        outcome.push_back(std::move(loss));
     return outcome;
 }
 
-/// An event one line of which goes on after its key with `rest`.
-std::string EventWith(std::size_t odd, const std::string& rest, bool asWritten) {
-    std::string text = "EVENT Raid\r\n";
-    for (std::size_t i = 0; i < EventKind.Fields.size(); ++i) {
-        const Field& field = EventKind.Fields[i];
-        text += "  ";
-        text += i == odd && !asWritten ? CodePage::ToUpper(field.Key) : std::string(field.Key);
-        text += i == odd ? rest : field.Type == FieldType::Text ? "  \"text\"\r\n" : "  7\r\n";
+class OddFiles {
+  public:
+    std::string Next() {
+        std::string text;
+        for (auto pieces = Below(5); pieces > 0; --pieces)
+            text += Piece();
+        return text;
     }
-    return text + "ENDEVENT\r\n";
-}
 
-// Only a key in the editor's own spelling is read by the short path.
-TEST(BlockReader, ReadsALineAlikeWhateverTheCaseOfItsKey) {
-    const std::string_view alphabet = "  \"\"\t\r\n17-.xE/\\\xE9";
-    std::mt19937 random(1);
-    for (int round = 0; round < 20000; ++round) {
-        std::string rest = random() % 2 ? "  " : "";
-        for (auto length = random() % 10; length > 0; --length)
-            rest += alphabet[random() % alphabet.size()];
-        rest += random() % 2 ? "\r\n" : "\n";
-        const std::size_t odd = random() % 5;
-        const std::string written = EventWith(odd, rest, true);
-        const Outcome byShortPath = Read(written);
-        ASSERT_EQ(byShortPath, Read(EventWith(odd, rest, false))) << testing::PrintToString(written);
+  private:
+    std::size_t Below(std::size_t end) { return random() % end; }
+    std::string Rest() {
+        static constexpr std::string_view alphabet = "  \"\"\t\r\n0017-.xE/\\\xE9";
+        std::string rest = Below(2) ? "  " : "";
+        for (auto length = Below(10); length > 0; --length)
+            rest += alphabet[Below(alphabet.size())];
+        return rest + (Below(2) ? "\r\n" : "\n");
     }
+    std::string Piece() {
+        switch (Below(8)) {
+        case 0:
+            return "EVENT" + Rest();
+        case 1:
+            return "Title" + Rest();
+        case 2:
+            return std::string(SeparatorLine) + Rest();
+        case 3:
+            return "ENDEVENT" + Rest();
+        default:
+            return Block(Below(3) ? EventKind.Fields.size() : Below(5));
+        }
+    }
+    /// An event, one line of which is odd.
+    std::string Block(std::size_t odd) {
+        std::string text = "EVENT " + std::to_string(Below(20)) + "\r\n";
+        text.insert(6, Below(20) ? "Raid" : "");
+        for (std::size_t i = 0; i < EventKind.Fields.size(); ++i) {
+            const Field& field = EventKind.Fields[i];
+            if (i == odd && Below(3) == 0)
+                continue;
+            text.append("  ").append(field.Key);
+            const std::string value = std::to_string(Below(100));
+            text += i == odd                        ? Rest()
+                    : field.Type == FieldType::Text ? " \"" + value + "\"\n"
+                                                    : ' ' + value + "\r\n";
+        }
+        return text + "ENDEVENT\r\n";
+    }
+
+    std::mt19937 random{1};
+};
+
+TEST(BlockReader, ReadsWrittenBlocksAsItReadsLines) {
+    OddFiles files;
+    std::size_t written = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const std::string text = files.Next();
+        WrittenBlocks blocks;
+        blocks.Find(EventKind, text);
+        written += blocks.Blocks.size();
+        WrittenBlocks lines;
+        lines.Others.push_back({1, 0, text});
+        ASSERT_EQ(Read(blocks), Read(lines)) << text;
+    }
+    EXPECT_GT(written, 10000u);
 }
 
 } // namespace
