@@ -1,6 +1,7 @@
 #include "platform/ContentHash.h"
 
 #include <cstring>
+#include <iterator>
 
 namespace velmora {
 
@@ -21,13 +22,13 @@ std::uint64_t Word(std::string_view bytes, std::size_t at) {
 } // namespace
 
 ContentHash HashOf(std::string_view bytes) {
-    ContentHash hash{bytes.size(), 1, 2};
+    // Four sums at a time: none waits for another.
+    std::uint64_t sums[4] = {1, 2, 3, 4};
     std::size_t at = 0;
-    // Two sums at a time: neither waits for the other.
-    for (; at + 16 <= bytes.size(); at += 16) {
-        hash.Even = Mix(hash.Even, Word(bytes, at));
-        hash.Odd = Mix(hash.Odd, Word(bytes, at + 8));
-    }
+    for (; at + sizeof sums <= bytes.size(); at += sizeof sums)
+        for (std::size_t i = 0; i < std::size(sums); ++i)
+            sums[i] = Mix(sums[i], Word(bytes, at + i * sizeof(std::uint64_t)));
+    ContentHash hash{bytes.size(), Mix(sums[0], sums[2]), Mix(sums[1], sums[3])};
     for (; at < bytes.size(); ++at)
         hash.Odd = Mix(hash.Odd, static_cast<unsigned char>(bytes[at]));
     // A change that one sum misses by chance shows in the other.

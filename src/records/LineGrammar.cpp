@@ -1,7 +1,6 @@
 #include "records/LineGrammar.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace velmora {
 
@@ -82,36 +81,6 @@ bool SplitLine(std::string_view line, bool keepBlanks, std::string& scratch, Key
     else
         SplitQuoted(line, quote, parts);
     return true;
-}
-
-std::optional<std::string_view> TakeWrittenLine(std::string_view& bytes, std::string_view key) {
-    std::string_view rest = bytes.substr(std::min(bytes.find_first_not_of(' '), bytes.size()));
-    if (!rest.starts_with(key))
-        return std::nullopt;
-    rest.remove_prefix(key.size());
-    const std::size_t blanks = rest.find_first_not_of(' ');
-    if (blanks == 0 || blanks == std::string_view::npos)
-        return std::nullopt;
-    rest.remove_prefix(blanks);
-    std::string_view value;
-    if (rest.front() == '"') {
-        rest.remove_prefix(1);
-        value = rest.substr(0, rest.find('"'));
-        if (value.size() == rest.size() || value.find('\n') != std::string_view::npos)
-            return std::nullopt;
-        rest.remove_prefix(value.size() + 1);
-    } else {
-        const auto isValue = [](char c) { return c > ' ' && c != '"'; };
-        value = rest.substr(
-            0, static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), isValue) - rest.begin()));
-        rest.remove_prefix(value.size());
-    }
-    if (rest.starts_with('\r'))
-        rest.remove_prefix(1);
-    if (!rest.starts_with('\n'))
-        return std::nullopt;
-    bytes = rest.substr(1);
-    return value;
 }
 
 std::string LineForMessage(std::string_view line) {
