@@ -12,7 +12,7 @@ namespace velmora {
 void Library::Clear() {
     Records.RemoveAll();
     Files.RemoveAll();
-    known.RemoveAll();
+    knownFiles.RemoveAll();
     caseTwins.RemoveAll();
 }
 

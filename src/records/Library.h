@@ -111,7 +111,7 @@ class Library {
         ContentHash Content;
         LossCounts Losses; ///< of writing it again
     };
-    KeyedCollection<KnownFile> known;
+    KeyedCollection<KnownFile> knownFiles;
     KeyedCollection<std::string> caseTwins;
     std::string backupFolder; ///< of the last load
     void NoteNewFile(const std::string& oldFile, const std::string& newFile);

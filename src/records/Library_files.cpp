@@ -82,8 +82,8 @@ void Library::BackUp(const LoadRequest& request, const std::string& fileName, co
 void Library::NoteContent(const std::string& shortName, const ContentHash& content,
                           const LossCounts& losses) {
     const KnownFile file{content, losses};
-    if (!known.TryAdd(shortName, file))
-        *known.Find(shortName) = file;
+    if (!knownFiles.TryAdd(shortName, file))
+        *knownFiles.Find(shortName) = file;
 }
 
 void Library::ParseFile(const LoadRequest& request, const std::string& path) {
@@ -130,7 +130,7 @@ bool Library::Take(std::unique_ptr<Record> record, const std::string& path, cons
 }
 
 LossCounts Library::LossesOf(const std::string& shortName, std::string_view bytes) const {
-    const KnownFile* file = known.Find(shortName);
+    const KnownFile* file = knownFiles.Find(shortName);
     if (file && file->Content == HashOf(bytes))
         return file->Losses;
     // Another program's content: what it holds has not been read.

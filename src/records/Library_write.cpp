@@ -33,7 +33,7 @@ class Library::Writer {
             File file{library.PlaceOf(name)};
             Trap(library.Kind.Routine("WriteItDown"), {name}, [&] {
                 RefuseTwins(name);
-                const KnownFile* known = library.known.Find(name);
+                const KnownFile* known = library.knownFiles.Find(name);
                 file.Loses = known && known->Losses.Any();
             });
             files.TryAdd(name, std::move(file));
@@ -113,7 +113,7 @@ class Library::Writer {
         if (old != text && !old.empty() && (file.Loses || IsForeign(name, old)))
             KeepDatedCopy(name, old);
         const auto written = [this, &name, &file, last, hash = HashOf(text), gone = text.empty()] {
-            gone ? void(library.known.Remove(name)) : library.NoteContent(name, hash);
+            gone ? void(library.knownFiles.Remove(name)) : library.NoteContent(name, hash);
             for (Record* record : file.Records)
                 record->FileOnDisk = file.Place;
             file.Done = last;
@@ -157,7 +157,7 @@ class Library::Writer {
 
     /// True for content that was neither read nor written here.
     [[nodiscard]] bool IsForeign(const std::string& name, const std::string& old) const {
-        const KnownFile* known = library.known.Find(name);
+        const KnownFile* known = library.knownFiles.Find(name);
         return !known || HashOf(old) != known->Content;
     }
 
@@ -226,7 +226,7 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder,
                                                  const std::vector<std::string>& shortNames) const {
     std::vector<std::string> changed;
     for (const std::string& name : shortNames) {
-        const KnownFile* file = known.Find(name);
+        const KnownFile* file = knownFiles.Find(name);
         const bool exists = velmora::Files::FileExists(folder + name);
         if (exists != (file != nullptr) ||
             (exists && HashOf(velmora::Files::ReadWhole(folder + name)) != file->Content))
@@ -237,7 +237,7 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder,
 
 std::vector<std::string> Library::ChangedOutside(const std::string& folder) const {
     std::vector<std::string> names;
-    for (const auto& [name, file] : known)
+    for (const auto& [name, file] : knownFiles)
         names.push_back(name);
     return ChangedOutside(folder, names);
 }
