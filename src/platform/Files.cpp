@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <exception>
+#include <memory>
 #include <random>
 #include <system_error>
 #include <utility>
@@ -96,24 +98,6 @@ void RemoveQuietly(const fs::path& path, Wanted kind) {
     }
 }
 
-HostFiles::Replaced ReplaceTarget(const fs::path& target, std::string_view bytes) {
-    HostFiles::CheckReplaceable(target);
-    const fs::path temporary = TemporaryBeside(target);
-    try {
-        OutFile file(temporary, OutFile::Opening::CreateNew);
-        if (Exists(target)) {
-            file.TakeModeOf(target);
-        }
-        file.Write(bytes);
-        file.Flush();
-        file.Close();
-        return HostFiles::Replace(temporary, target);
-    } catch (...) {
-        RemoveQuietly(temporary, Wanted::File);
-        throw;
-    }
-}
-
 void AppendTo(const fs::path& host, std::string_view bytes, bool flush) {
     Attempt("write", host, Wanted::File, [&] {
         OutFile file(host, OutFile::Opening::Append);
@@ -188,8 +172,11 @@ void ReplaceSafely(std::string_view path, std::string_view bytes) {
 }
 
 struct Replacements::Pending {
-    HostFiles::Replaced Replaced;
+    fs::path Target;
+    fs::path Temporary;
     std::function<void()> Settled;
+    std::unique_ptr<OutFile> Open; ///< until it is finished: failures of the disk are told to its writer
+    HostFiles::Replaced Replaced;  ///< once it is finished
 };
 
 Replacements::Replacements() = default;
@@ -203,27 +190,79 @@ Replacements::~Replacements() {
 }
 
 void Replacements::Put(std::string_view path, std::string_view bytes, std::function<void()> settled) {
+    if (failure) {
+        return; // Settle tells it
+    }
+    constexpr std::size_t mostOpen = 64;
+    if (pending.size() - finished == mostOpen) {
+        FinishNext();
+    }
     const fs::path host = HostPath(path);
     Attempt("write", host, Wanted::File, [&] {
-        pending.push_back({ReplaceTarget(HostFiles::FollowLinks(host), bytes), std::move(settled)});
+        const fs::path target = HostFiles::FollowLinks(host);
+        HostFiles::CheckReplaceable(target);
+        const fs::path temporary = TemporaryBeside(target);
+        try {
+            auto file = std::make_unique<OutFile>(temporary, OutFile::Opening::CreateNew);
+            if (Exists(target)) {
+                file->TakeModeOf(target);
+            }
+            file->Write(bytes);
+            file->StartFlush();
+            pending.push_back({target, temporary, std::move(settled), std::move(file), {}});
+        } catch (...) {
+            RemoveQuietly(temporary, Wanted::File);
+            throw;
+        }
     });
 }
 
-void Replacements::Settle() {
-    auto unsettled = std::exchange(pending, {});
-    auto next = unsettled.begin();
+void Replacements::FinishNext() {
+    Pending& next = pending[finished];
     try {
-        FlushFolders(unsettled);
-        for (; next != unsettled.end(); ++next) {
-            Attempt("write", next->Replaced.Target, Wanted::File, [&] { HostFiles::Settle(next->Replaced); });
+        Attempt("write", next.Target, Wanted::File, [&] {
+            next.Open->Flush();
+            next.Open->Close();
+            next.Replaced = HostFiles::Replace(next.Temporary, next.Target);
+        });
+        next.Open.reset();
+        ++finished;
+    } catch (...) {
+        failure = std::current_exception();
+    }
+}
+
+void Replacements::Settle() {
+    while (!failure && finished < pending.size()) {
+        FinishNext();
+    }
+    auto replaced = std::exchange(pending, {});
+    for (; replaced.size() > finished; replaced.pop_back()) {
+        replaced.back().Open.reset();
+        RemoveQuietly(replaced.back().Temporary, Wanted::File);
+    }
+    finished = 0;
+    const std::exception_ptr failed = std::exchange(failure, nullptr);
+    MakeLast(std::move(replaced));
+    if (failed) {
+        std::rethrow_exception(failed);
+    }
+}
+
+void Replacements::MakeLast(std::vector<Pending> replaced) {
+    auto next = replaced.begin();
+    try {
+        FlushFolders(replaced);
+        for (; next != replaced.end(); ++next) {
+            Attempt("write", next->Target, Wanted::File, [&] { HostFiles::Settle(next->Replaced); });
             if (next->Settled) {
                 next->Settled();
             }
         }
     } catch (...) {
-        while (unsettled.end() != next) {
-            HostFiles::TakeBack(unsettled.back().Replaced);
-            unsettled.pop_back();
+        while (replaced.end() != next) {
+            HostFiles::TakeBack(replaced.back().Replaced);
+            replaced.pop_back();
         }
         throw;
     }
@@ -232,11 +271,11 @@ void Replacements::Settle() {
 void Replacements::FlushFolders(const std::vector<Pending>& replaced) {
     fs::path flushed;
     for (const Pending& one : replaced) {
-        const fs::path folder = one.Replaced.Target.parent_path();
+        const fs::path folder = one.Target.parent_path();
         if (&one != &replaced.front() && folder == flushed) {
             continue;
         }
-        Attempt("write", one.Replaced.Target, Wanted::File, [&] { HostFiles::FlushFolderOf(one.Replaced); });
+        Attempt("write", one.Target, Wanted::File, [&] { HostFiles::FlushFolderOf(one.Replaced); });
         flushed = folder;
     }
 }

@@ -43,6 +43,8 @@ class OutFile {
     void TakeModeOf(const Path& other);
     /// Writes all of it or throws.
     void Write(std::string_view bytes);
+    /// Lets the host begin to write to the disk what it would write some time later. A hint.
+    void StartFlush();
     /// Returns once the bytes are on the disk itself.
     void Flush();
     void Close();

@@ -182,6 +182,12 @@ void OutFile::Write(std::string_view bytes) {
     }
 }
 
+void OutFile::StartFlush() {
+#ifdef SYNC_FILE_RANGE_WRITE
+    ::sync_file_range(Descriptor(Handle), 0, 0, SYNC_FILE_RANGE_WRITE);
+#endif
+}
+
 void OutFile::Flush() {
     FlushDescriptor(Descriptor(Handle));
 }

@@ -117,6 +117,10 @@ void OutFile::Write(std::string_view bytes) {
     }
 }
 
+void OutFile::StartFlush() {
+    // Windows has no such hint.
+}
+
 void OutFile::Flush() {
     CheckFault("fsync");
     if (!::FlushFileBuffers(Native(Handle))) {

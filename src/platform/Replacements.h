@@ -1,13 +1,16 @@
 #pragma once
 
+#include <cstddef>
+#include <exception>
 #include <functional>
 #include <string_view>
 #include <vector>
 
 namespace velmora::Files {
 
-/// Replaces (or creates) several files, each as a whole as ReplaceSafely does, but flushes their folder once
-/// for all. Settles what is left when it goes, silently.
+/// Replaces (or creates) several files, each as a whole as ReplaceSafely does, but leaves the disk time to
+/// write them all before it waits for one, and flushes their folder once for all. Settles what is left when
+/// it goes, silently.
 class Replacements {
   public:
     Replacements();
@@ -15,18 +18,23 @@ class Replacements {
     Replacements(const Replacements&) = delete;
     Replacements& operator=(const Replacements&) = delete;
 
-    /// Puts a file in its place, its bytes flushed to disk. It lasts from Settle on, which then calls
-    /// `settled`. On failure the old file is untouched and the temporary is gone.
+    /// Writes a file beside its place. It is there, and lasts, from Settle on, which then calls `settled`. On
+    /// failure the old file is untouched and the temporary is gone.
     void Put(std::string_view path, std::string_view bytes, std::function<void()> settled = {});
 
-    /// Makes everything put so far last. On failure the old files of all that could not be settled are in
+    /// Makes everything put so far last. A file that fails ends it: those put before are settled, those put
+    /// after are not replaced. When the folder fails, the old files of all that could not be settled are in
     /// their places again.
     void Settle();
 
   private:
     struct Pending;
+    void FinishNext();
     static void FlushFolders(const std::vector<Pending>& replaced);
-    std::vector<Pending> pending;
+    static void MakeLast(std::vector<Pending> replaced);
+    std::vector<Pending> pending; ///< those finished first
+    std::size_t finished = 0;
+    std::exception_ptr failure; ///< of the file after those
 };
 
 } // namespace velmora::Files

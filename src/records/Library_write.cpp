@@ -7,6 +7,7 @@
 #include "services/modWriter.h"
 
 #include <algorithm>
+#include <deque>
 #include <unordered_set>
 
 namespace velmora {
@@ -87,7 +88,7 @@ class Library::Writer {
     void WriteItDown(const std::string& name, File& file) {
         if (!file.Leaving.empty())
             Settle(); // a record leaves its file once it has arrived for good
-        Trap(library.Kind.Routine("WriteItDown"), {name}, [&] {
+        try {
             std::string text;
             for (const Record* record : file.Records)
                 AppendBlock(library.Kind, *record, text);
@@ -97,13 +98,12 @@ class Library::Writer {
                     waiting = true;
                     AppendBlock(library.Kind, *record, text);
                 }
-            try {
-                Put(name, file, text, !waiting);
-            } catch (const Failure& failure) {
-                SettleQuietly();
-                throw WithOutcome(failure);
-            }
-        });
+            Put(name, file, text, !waiting);
+        } catch (...) {
+            const Failure failure = CurrentFailure();
+            Settle();
+            Fail(name, failure);
+        }
     }
 
     void Put(const std::string& name, File& file, const std::string& text, bool last) {
@@ -119,31 +119,30 @@ class Library::Writer {
             file.Done = last;
         };
         if (!text.empty() && (!exists || old != text)) {
-            replacements.Put(path, text, written);
+            replacements.Put(path, text, [this, written] {
+                written();
+                unsettled.pop_front();
+            });
+            unsettled.push_back(name);
             return;
         }
-        if (text.empty() && exists)
+        if (text.empty() && exists) {
+            Settle();
             velmora::Files::DeleteFile(path);
+        }
         written();
     }
 
     void Settle() {
-        Trap(library.Kind.Routine("WriteItDown"), {folder}, [&] {
-            try {
-                replacements.Settle();
-            } catch (const Failure& failure) {
-                throw WithOutcome(failure);
-            }
-        });
-    }
-
-    /// Another failure is on its way.
-    void SettleQuietly() {
         try {
             replacements.Settle();
-        } catch (const Failure&) {
-            // The files that this concerns are among those not written.
+        } catch (const Failure& failure) {
+            Fail(unsettled.front(), failure);
         }
+    }
+
+    void Fail(const std::string& name, const Failure& failure) const {
+        Trap(library.Kind.Routine("WriteItDown"), {name}, [&] { throw WithOutcome(failure); });
     }
 
     [[nodiscard]] Failure WithOutcome(const Failure& failure) const {
@@ -204,6 +203,7 @@ class Library::Writer {
     Library& library;
     const std::string& folder;
     KeyedCollection<File> files;
+    std::deque<std::string> unsettled; ///< names of the files in the replacements
     velmora::Files::Replacements replacements;
 };
 

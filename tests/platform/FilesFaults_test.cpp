@@ -93,6 +93,32 @@ TEST(FilesFaults, ReplacementsThatDoNotLastAreTakenBack) {
     }
 }
 
+TEST(FilesFaults, AFileThatFailsEndsTheReplacing) {
+    constexpr int count = 150; // more than are open at a time
+    for (const auto& [operation, nth] : {std::pair{"fsync", 3}, {"close", 100}, {"rename", 150}}) {
+        TempFolder folder;
+        std::vector<bool> settled(count);
+        const auto nameOf = [](int i) { return "file" + std::to_string(i); };
+        const Fault fault(operation, nth, EIO);
+        const Failure failure = FailureOf([&] {
+            Files::Replacements replacements;
+            for (int i = 0; i < count; ++i) {
+                folder.Write(nameOf(i), "old");
+                replacements.Put(folder / nameOf(i), "new", [&settled, i] { settled[i] = true; });
+            }
+            replacements.Settle();
+        });
+        SCOPED_TRACE(operation);
+        EXPECT_THAT(failure.Description(),
+                    HasSubstr("Cannot write " + folder.Path() + nameOf(nth - 1) + ":"));
+        for (int i = 0; i < count; ++i) {
+            EXPECT_EQ(settled[i], i < nth - 1) << i;
+            EXPECT_EQ(folder.Read(nameOf(i)), settled[i] ? "new" : "old");
+        }
+        EXPECT_EQ(folder.EntryCount(), count) << "a temporary was left";
+    }
+}
+
 TEST(FilesFaults, NothingIsRenamedBeforeItIsOnTheDisk) {
     const TempFolder folder;
     const Fault none;
