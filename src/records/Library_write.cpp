@@ -31,13 +31,8 @@ class Library::Writer {
     Writer(Library& owner, const std::string& dataFolder, const std::vector<std::string>& shortNames)
         : library(owner), folder(dataFolder) {
         for (const std::string& name : shortNames) {
-            File file{library.PlaceOf(name)};
-            Trap(library.Kind.Routine("WriteItDown"), {name}, [&] {
-                RefuseTwins(name);
-                const KnownFile* known = library.knownFiles.Find(name);
-                file.Loses = known && known->Losses.Any();
-            });
-            files.TryAdd(name, std::move(file));
+            Trap(library.Kind.Routine("WriteItDown"), {name}, [&] { RefuseTwins(name); });
+            files.TryAdd(name, File{library.PlaceOf(name)});
         }
         for (const auto& [name, record] : library.Records)
             if (!record->ToBeDeleted)
@@ -62,7 +57,6 @@ class Library::Writer {
         std::int32_t Place; ///< position in the library's files
         std::vector<Record*> Records = {};
         std::vector<Record*> Leaving = {}; ///< held on disk, belonging elsewhere by now
-        bool Loses = false;                ///< a rewrite drops something that is on disk
         bool Gains = false;
         bool Done = false;
     };
@@ -86,8 +80,10 @@ class Library::Writer {
     }
 
     void WriteItDown(const std::string& name, File& file) {
-        if (!file.Leaving.empty())
-            Settle(); // a record leaves its file once it has arrived for good
+        // A record leaves its file once it has arrived for good; a file goes once those before it are
+        // written.
+        if (!file.Leaving.empty() || file.Records.empty())
+            Settle();
         try {
             std::string text;
             for (const Record* record : file.Records)
@@ -110,7 +106,7 @@ class Library::Writer {
         const std::string path = folder + name;
         const bool exists = velmora::Files::FileExists(path);
         const std::string old = OnDisk(name);
-        if (old != text && !old.empty() && (file.Loses || IsForeign(name, old)))
+        if (old != text && !old.empty() && HoldsMore(name, old))
             KeepDatedCopy(name, old);
         const auto written = [this, &name, &file, last, hash = HashOf(text), gone = text.empty()] {
             gone ? void(library.knownFiles.Remove(name)) : library.NoteContent(name, hash);
@@ -126,10 +122,8 @@ class Library::Writer {
             unsettled.push_back(name);
             return;
         }
-        if (text.empty() && exists) {
-            Settle();
+        if (text.empty() && exists)
             velmora::Files::DeleteFile(path);
-        }
         written();
     }
 
@@ -154,10 +148,10 @@ class Library::Writer {
         return velmora::Files::FileExists(path) ? velmora::Files::ReadWhole(path) : std::string();
     }
 
-    /// True for content that was neither read nor written here.
-    [[nodiscard]] bool IsForeign(const std::string& name, const std::string& old) const {
-        const KnownFile* known = library.knownFiles.Find(name);
-        return !known || HashOf(old) != known->Content;
+    /// True for content that the records do not give back, or that was neither read nor written here.
+    [[nodiscard]] bool HoldsMore(const std::string& name, const std::string& old) const {
+        const KnownFile* file = library.knownFiles.Find(name);
+        return !file || file->Losses.Any() || HashOf(old) != file->Content;
     }
 
     /// What only the old file holds must be found again: comments, lines that make no sense, another
