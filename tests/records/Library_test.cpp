@@ -230,6 +230,7 @@ TEST_F(LibraryTest, AFailedSaveTellsWhatWasWrittenAndTheNextDoesTheRest) {
     for (const std::string& file : files)
         Put(file, Block(file.substr(0, 1)));
     ASSERT_TRUE(Load());
+    library.At(2).ToBeDeleted = true;
     ScriptedPrompts prompts;
     handler.Unattended = false;
     {
@@ -243,11 +244,13 @@ TEST_F(LibraryTest, AFailedSaveTellsWhatWasWrittenAndTheNextDoesTheRest) {
                          ::testing::EndsWith(" (files written: a.event; not written: b.event, c.event)")));
     EXPECT_EQ(prompts.Errors[0].Parameters, "<b.event>");
     EXPECT_THAT(handler.LastCallStack(), ElementsAre("Click", "frmEvents_WriteItDown"));
+    EXPECT_EQ(Get("c.event"), Block("c")) << "nothing is deleted before what comes first is written";
     const Fault none;
     library.WriteFiles(data, files);
-    EXPECT_EQ(Split(none.Calls, "rename").size(), 3u) << "the file that is already as wanted is left alone";
-    for (std::size_t i = 0; i < 3; ++i)
+    EXPECT_EQ(Split(none.Calls, "rename").size(), 2u) << "the file that is already as wanted is left alone";
+    for (std::size_t i = 0; i < 2; ++i)
         EXPECT_EQ(Get(At(i).ShortName), At(i).GenerateEventString(false));
+    EXPECT_THAT(Files::ListFiles(data), ::testing::UnorderedElementsAre("a.event", "b.event"));
 }
 
 TEST_F(LibraryTest, NamesThatDifferInCaseMeanOneFile) {
