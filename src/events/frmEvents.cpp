@@ -101,7 +101,6 @@ frmEvents::~frmEvents() = default;
 
 void frmEvents::ConnectFields() {
     for (std::size_t i = 0; i < EventTexts.size(); ++i) {
-        textBoxes[i]->SetFiltersKeys(true);
         checks->OnLeave(textBoxes[i], [this, i] {
             NormalizeBox(textBoxes[i]);
             WarnOfLength(textBoxes[i]->Bytes(), EventTexts[i].Label, EventTexts[i].MaximumLength);

@@ -76,8 +76,6 @@ frmUPIssues::frmUPIssues(QWidget* parent)
 frmUPIssues::~frmUPIssues() = default;
 
 void frmUPIssues::ConnectFields() {
-    ui->txtQuestion->SetFiltersKeys(true);
-    ui->txtSubQuestion->SetFiltersKeys(true);
     checks->OnLeave(ui->txtQuestion, [this] {
         LeaveQuestion();
         return true;
@@ -88,7 +86,6 @@ void frmUPIssues::ConnectFields() {
     });
     for (std::size_t i = 0; i < UPIssueOptions.size(); ++i) {
         auto* box = Find<LineBox>(Indexed("txtOption", i));
-        box->SetFiltersKeys(true);
         checks->OnLeave(box, [this, box] {
             LeaveOption(box);
             return true;
