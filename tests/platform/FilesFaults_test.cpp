@@ -6,10 +6,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <functional>
 #include <map>
 #include <set>
+#include <sstream>
 #include <tuple>
 #include <vector>
 
@@ -119,11 +121,64 @@ TEST(FilesFaults, AFileThatFailsEndsTheReplacing) {
     }
 }
 
+TEST(FilesFaults, AFileThatCannotBePutLeavesTheOthersToBeSettled) {
+    for (const std::string operation : {"open", "write"}) {
+        TempFolder folder;
+        folder.Write("b.event", "old");
+        std::set<std::string> settled;
+        const auto settle = [&settled](const std::string& name) {
+            return [&, name] { settled.insert(name); };
+        };
+        const Fault fault(operation, 2, ENOSPC);
+        Files::Replacements replacements;
+        replacements.Put(folder / "a.event", "new", settle("a"));
+        const Failure failure = FailureOf([&] { replacements.Put(folder / "b.event", "new", settle("b")); });
+        SCOPED_TRACE(operation);
+        EXPECT_THAT(failure.Description(), HasSubstr("Cannot write " + folder.Path() + "b.event: "));
+        replacements.Put(folder / "c.event", "new", settle("c"));
+        replacements.Settle();
+        EXPECT_EQ(settled, (std::set<std::string>{"a", "c"}));
+        EXPECT_EQ(Picture(folder), (std::map<std::string, std::string>{
+                                       {"a.event", "new"}, {"b.event", "old"}, {"c.event", "new"}}));
+    }
+}
+
 TEST(FilesFaults, NothingIsRenamedBeforeItIsOnTheDisk) {
     const TempFolder folder;
     const Fault none;
     Files::ReplaceSafely(folder / "a.event", "x");
     EXPECT_THAT(none.Calls, ::testing::StartsWith("open write fsync close rename "));
+}
+
+TEST(FilesFaults, TheDiskIsWaitedForOnceAllAreWritten) {
+    const TempFolder folder;
+    const Fault none;
+    Files::Replacements replacements;
+    for (const char* name : {"a.event", "b.event"})
+        replacements.Put(folder / name, "x");
+    EXPECT_EQ(none.Calls, "open write open write ");
+    replacements.Settle();
+    EXPECT_THAT(none.Calls,
+                ::testing::StartsWith("open write open write fsync close rename fsync close rename "));
+}
+
+TEST(FilesFaults, FewFilesAreOpenAtATime) {
+    const TempFolder folder;
+    const Fault none;
+    Files::Replacements replacements;
+    for (int i = 0; i < 150; ++i)
+        replacements.Put(folder / std::to_string(i), "x");
+    replacements.Settle();
+    std::istringstream calls(none.Calls);
+    int open = 0;
+    int most = 0;
+    for (std::string call; calls >> call;) {
+        open += call == "open" ? 1 : call == "close" ? -1 : 0;
+        most = std::max(most, open);
+    }
+    EXPECT_EQ(open, 0);
+    EXPECT_GT(most, 1);
+    EXPECT_LE(most, 64);
 }
 
 TEST(FilesFaults, ShortWritesAreCarriedOn) {
