@@ -12,10 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-#include <string>
-#include <vector>
-
 namespace velmora {
 
 /// Drives a window by the names of its controls, as a user does.
@@ -37,37 +33,27 @@ class FormDriver {
             return text->Bytes();
         if (auto* choice = qobject_cast<ChoiceBox*>(control))
             return choice->Chosen();
-        if (auto* label = qobject_cast<QLabel*>(control))
-            return FromQt(label->text());
-        ADD_FAILURE() << "no text in " << name;
-        return {};
+        return FromQt(Get<QLabel>(name)->text());
     }
     /// The texts of the entries of a control array, `array` being "txtOption_".
     std::vector<std::string> Texts(const std::string& array, int count) {
-        std::vector<std::string> names;
-        for (int i = 0; i < count; ++i)
-            names.push_back(array + std::to_string(i));
-        return TextsOf(names);
-    }
-    std::vector<std::string> TextsOf(const std::vector<std::string>& names) {
         std::vector<std::string> texts;
-        for (const std::string& name : names)
-            texts.push_back(Text(name));
+        for (int i = 0; i < count; ++i)
+            texts.push_back(Text(array + std::to_string(i)));
         return texts;
     }
-    bool Enabled(const std::string& name) {
-        if (auto* action = Form().findChild<QAction*>(QString::fromStdString(name)))
-            return action->isEnabled();
-        return Get<QWidget>(name)->isEnabled();
+    std::vector<std::string> TextsOf(std::vector<std::string> names) {
+        for (std::string& name : names)
+            name = Text(name);
+        return names;
     }
+    bool Enabled(const std::string& name) { return Get<QObject>(name)->property("enabled").toBool(); }
     /// Which of some option buttons, check boxes or menu items are ticked.
     std::string Ticked(std::initializer_list<const char*> names) {
         std::string ticked;
-        for (const char* name : names) {
-            auto* action = Form().findChild<QAction*>(QString::fromLatin1(name));
-            if (action ? action->isChecked() : Get<QAbstractButton>(name)->isChecked())
+        for (const char* name : names)
+            if (Get<QObject>(name)->property("checked").toBool())
                 ticked += ticked.empty() ? name : std::string(" and ") + name;
-        }
         return ticked;
     }
     std::vector<std::string> Entries(const std::string& box) {

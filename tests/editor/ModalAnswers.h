@@ -8,7 +8,6 @@
 
 #include <deque>
 #include <functional>
-#include <string>
 
 namespace velmora {
 
@@ -17,23 +16,19 @@ namespace velmora {
 class ModalAnswers {
   public:
     ModalAnswers() {
-        timer.setInterval(1);
         QObject::connect(&timer, &QTimer::timeout, [this] { Look(); });
-        timer.start();
+        timer.start(1);
     }
-    ModalAnswers(const ModalAnswers&) = delete;
-    ModalAnswers& operator=(const ModalAnswers&) = delete;
     ~ModalAnswers() { EXPECT_EQ(steps.size(), 0u) << "modal windows that never came up"; }
 
     /// What to do with the next modal window of this type; `answer` is to close it.
     template <class Window>
-    ModalAnswers& Expect(std::function<void(Window&)> answer) {
+    void Expect(std::function<void(Window&)> answer) {
         steps.push_back([answer = std::move(answer)](QWidget& modal) {
             auto* window = dynamic_cast<Window*>(&modal);
             ASSERT_TRUE(window) << "another modal window: " << modal.metaObject()->className();
             answer(*window);
         });
-        return *this;
     }
 
   private:

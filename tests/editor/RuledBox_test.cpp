@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
@@ -15,25 +16,6 @@
 namespace velmora {
 
 namespace {
-
-QWidget* Surface(LineBox& box) {
-    return &box;
-}
-QWidget* Surface(TextBox& box) {
-    return box.viewport();
-}
-QString SelectedText(const LineBox& box) {
-    return box.selectedText();
-}
-QString SelectedText(const TextBox& box) {
-    return box.textCursor().selectedText();
-}
-int CaretOf(const LineBox& box) {
-    return box.cursorPosition();
-}
-int CaretOf(const TextBox& box) {
-    return box.textCursor().position();
-}
 
 /// A way in which a text comes into a box.
 enum class Way { Type, Paste, Drop, Compose };
@@ -44,56 +26,45 @@ class RuledBoxTest : public testing::Test {
   protected:
     void SetUp() override {
         auto* layout = new QVBoxLayout(&window);
-        for (QWidget* widget :
-             {static_cast<QWidget*>(&before), static_cast<QWidget*>(&box), static_cast<QWidget*>(&after)})
-            layout->addWidget(widget);
+        layout->addWidget(&before);
+        layout->addWidget(&box);
+        layout->addWidget(&after);
         QObject::connect(&box, &Box::Refused, [this](const QString& hint) { hints += hint; });
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
         before.setFocus();
     }
-    void TearDown() override {
-        for (QWidget* widget :
-             {static_cast<QWidget*>(&before), static_cast<QWidget*>(&box), static_cast<QWidget*>(&after)})
-            widget->setParent(nullptr);
-    }
 
-    void Type(const QString& text) {
-        box.setFocus();
-        for (const QChar c : text)
-            QTest::sendKeyEvent(QTest::Click, &box, c == u'\r' ? Qt::Key_Return : Qt::Key_unknown, QString(c),
-                                Qt::NoModifier);
-    }
-    void PasteFromClipboard(const QString& text) {
-        box.setFocus();
-        QApplication::clipboard()->setText(text);
-        QTest::keySequence(&box, QKeySequence::Paste);
-    }
-    void Drop(const QString& text) {
+    void Put(Way way, const QString& text) {
         QMimeData data;
         data.setText(text);
         QDragEnterEvent enter(QPoint(3, 3), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(Surface(box), &enter);
         QDropEvent drop(QPointF(3, 3), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(Surface(box), &drop);
-    }
-    void Compose(const QString& text) {
-        QInputMethodEvent event;
-        event.setCommitString(text);
-        QApplication::sendEvent(&box, &event);
-    }
-    void Put(Way way, const QString& text) {
+        QInputMethodEvent composed;
+        composed.setCommitString(text);
+        box.setFocus();
         switch (way) {
         case Way::Type:
-            return Type(text);
+            for (const QChar c : text)
+                QTest::sendKeyEvent(QTest::Click, &box, c == u'\r' ? Qt::Key_Return : Qt::Key_unknown,
+                                    QString(c), Qt::NoModifier);
+            break;
         case Way::Paste:
-            return PasteFromClipboard(text);
+            QApplication::clipboard()->setText(text);
+            QTest::keySequence(&box, QKeySequence::Paste);
+            break;
         case Way::Drop:
-            return Drop(text);
+            QApplication::sendEvent(Surface(box), &enter);
+            QApplication::sendEvent(Surface(box), &drop);
+            break;
         case Way::Compose:
-            return Compose(text);
+            QApplication::sendEvent(&box, &composed);
         }
     }
+    QVariant Asked(Qt::InputMethodQuery query) { return static_cast<QWidget&>(box).inputMethodQuery(query); }
+    QString Selected() { return Asked(Qt::ImCurrentSelection).toString(); }
+    static QWidget* Surface(LineBox& line) { return &line; }
+    static QWidget* Surface(TextBox& lines) { return lines.viewport(); }
 
     QWidget window;
     QLineEdit before;
@@ -105,35 +76,31 @@ class RuledBoxTest : public testing::Test {
 using Boxes = testing::Types<LineBox, TextBox>;
 TYPED_TEST_SUITE(RuledBoxTest, Boxes);
 
-TYPED_TEST(RuledBoxTest, KeepsTheBytesOfAnUntouchedText) {
+TYPED_TEST(RuledBoxTest, NeverCutsATextThatIsOnlyShown) {
     std::string everyByte;
     for (int byte = 1; byte < 256; ++byte)
         everyByte += static_cast<char>(byte);
-    this->box.SetBytes(everyByte);
-    EXPECT_EQ(this->box.Bytes(), everyByte);
-    this->box.SetBytes("");
-    EXPECT_EQ(this->box.Bytes(), "");
-}
-
-TYPED_TEST(RuledBoxTest, NeverCutsATextThatIsOnlyShown) {
     const std::string longText(70000, 'x');
-    this->box.SetLimit(540);
-    this->box.SetBytes(longText);
-    EXPECT_EQ(this->box.Bytes(), longText);
+    this->box.SetLimit(5);
+    for (const std::string& text : {everyByte, std::string(), "-" + longText}) {
+        this->box.SetBytes(text);
+        EXPECT_EQ(this->box.Bytes(), text);
+    }
+    QTest::keyClick(&this->box, Qt::Key_Delete);
+    EXPECT_EQ(this->box.Bytes(), longText) << "it can shrink";
     this->box.SetLimit(0);
-    this->Type(QStringLiteral("y"));
+    this->Put(Way::Type, QStringLiteral("y"));
     EXPECT_EQ(this->box.Bytes(), "y" + longText);
+    this->box.SetLimit(5);
+    this->box.selectAll();
+    this->Put(Way::Type, QStringLiteral("1234567"));
+    EXPECT_EQ(this->box.Bytes(), "12345");
 }
 
-QString LeftOut(const char16_t* character) {
-    return QString::fromUtf16(u"The character ‘%1’ is not in the game's code page and was left out.")
-        .arg(QString::fromUtf16(character));
-}
-QString CutTo(int limit) {
-    return QStringLiteral("The pasted text was cut: this field holds at most %1 characters.").arg(limit);
-}
+const char16_t* const OneLeftOut = u"The character ‘李’ is not in the game's code page and was left out.";
+const char16_t* const CutToEight = u"The pasted text was cut: this field holds at most 8 characters.";
 
-TYPED_TEST(RuledBoxTest, TakesATextByItsRules) {
+TYPED_TEST(RuledBoxTest, TakesATextByItsRulesAndUndoesIt) {
     const struct {
         Way How;
         int Limit;
@@ -141,29 +108,22 @@ TYPED_TEST(RuledBoxTest, TakesATextByItsRules) {
         const char* Before;
         const char16_t* Text;
         const char* After;
-        QString Hint = {};
+        const char16_t* Hint = u"";
     } cases[]{
         {Way::Type, 0, false, "x\xA0z", u"ä€", "\xE4\x80x\xA0z"},
-        {Way::Type, 5, false, "", u"1234567", "12345"},
         {Way::Type, 5, false, "abcdefg", u"x", "abcdefg"},
         {Way::Type, 0, false, "", u"\"hi\"", "\"hi\""},
         {Way::Type, 0, true, "", u"say \"hi\"\rnow", "say 'hi'now"},
-        {Way::Type, 0, false, "", u"a李b", "ab", LeftOut(u"李")},
-        {Way::Paste, 8, false, "abc", u"123456789", "12345abc", CutTo(8)},
-        {Way::Paste, 5, false, "", u"a\nbcdef", "a\\nbc", CutTo(5)},
-        {Way::Paste, 0, false, "", u"one\ntwo", "one\\ntwo"},
-        {Way::Paste, 0, true, "", u"one\r\ntwo\rthree", "one\\ntwo\\nthree"},
-        {Way::Paste, 0, false, "", u"one\u2029two\u2028three", "one\\ntwo\\nthree"},
-        {Way::Paste, 0, false, "", u"\"quoted\"", "'quoted'"},
-        {Way::Paste, 0, true, "", u"\"quoted\"", "'quoted'"},
-        {Way::Paste, 0, false, "", u"cafe\u0301", "caf\xE9"},
-        {Way::Paste, 0, false, "", u"no\u00A0ise", "no\xA0ise"},
-        {Way::Paste, 0, false, "", u"a\u200Bb", "ab", LeftOut(u"U+200B")},
-        {Way::Paste, 0, false, "", u"x李y白z李\U0001F600", "xyz",
-         QStringLiteral(
-             "The characters ‘李’, ‘白’, ‘\U0001F600’ are not in the game's code page and were left out.")},
-        {Way::Drop, 10, false, "", u"\"a\"\nbcdefghi", "'a'\\nbcdef", CutTo(10)},
-        {Way::Compose, 9, true, "", u"é\"李\"1\n2abcdef", "\xE9''1\\n2ab", LeftOut(u"李")},
+        {Way::Type, 0, false, "", u"a李b", "ab", OneLeftOut},
+        {Way::Paste, 8, false, "abc", u"a\nbcdef", "a\\nbcabc", CutToEight},
+        {Way::Paste, 0, true, "", u"one\r\ntwo\r\"three\"", "one\\ntwo\\n'three'"},
+        {Way::Paste, 0, false, "", u"\"one\"\u2029two\u2028three", "'one'\\ntwo\\nthree"},
+        {Way::Paste, 0, false, "", u"cafe\u0301 no\u00A0ise", "caf\xE9 no\xA0ise"},
+        {Way::Paste, 0, false, "", u"x李y\u200Bz李\U0001F600", "xyz",
+         u"The characters ‘李’, ‘U+200B’, ‘\U0001F600’ are not in the game's code page and were left out."},
+        {Way::Drop, 8, false, "", u"\"a\"\nbcdefghi", "'a'\\nbcd", CutToEight},
+        {Way::Compose, 9, true, "", u"é\"李\"1\n2abcdef", "\xE9''1\\n2ab", OneLeftOut},
+        {Way::Compose, 0, false, "", u"\"é\"", "\"\xE9\""},
     };
     for (const auto& entry : cases) {
         this->hints.clear();
@@ -172,149 +132,99 @@ TYPED_TEST(RuledBoxTest, TakesATextByItsRules) {
         this->box.SetBytes(entry.Before);
         this->Put(entry.How, QString::fromUtf16(entry.Text));
         EXPECT_EQ(this->box.Bytes(), entry.After);
-        EXPECT_EQ(this->hints.join(QLatin1Char('|')), entry.Hint) << entry.After;
+        EXPECT_EQ(this->hints.join(QLatin1Char('|')), QString::fromUtf16(entry.Hint)) << entry.After;
+        // Once too often: the text of another record must not come back.
+        for (int step = 0; step < 15; ++step)
+            QTest::keySequence(&this->box, QKeySequence::Undo);
+        EXPECT_EQ(this->box.Bytes(), entry.Before) << "of " << entry.After;
     }
-}
-
-TYPED_TEST(RuledBoxTest, LetsALongerTextShrink) {
-    this->box.SetLimit(5);
-    this->box.SetBytes("abcdefg");
-    this->box.setFocus();
-    QTest::keyClick(&this->box, Qt::Key_Delete);
-    EXPECT_EQ(this->box.Bytes(), "bcdefg");
-    this->box.selectAll();
-    this->Type(QStringLiteral("1234567"));
-    EXPECT_EQ(this->box.Bytes(), "12345");
 }
 
 TYPED_TEST(RuledBoxTest, ConvertsWhatTheContextMenuPastes) {
     QApplication::clipboard()->setText(QStringLiteral("\"a\"\nb"));
-    QContextMenuEvent request(QContextMenuEvent::Mouse, QPoint(3, 3),
-                              Surface(this->box)->mapToGlobal(QPoint(3, 3)));
+    QWidget* surface = this->Surface(this->box);
+    QContextMenuEvent request(QContextMenuEvent::Mouse, QPoint(3, 3), surface->mapToGlobal(QPoint(3, 3)));
     // A menu of the text box runs until it is closed.
-    QMetaObject::invokeMethod(
-        &this->window,
-        [] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_TRUE(menu);
-            for (QAction* action : menu->actions())
-                if (action->text().startsWith(QStringLiteral("&Paste")))
-                    action->trigger();
-            menu->close();
-        },
-        Qt::QueuedConnection);
-    QApplication::sendEvent(Surface(this->box), &request);
+    QTimer::singleShot(0, &this->window, [] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(menu);
+        for (QAction* action : menu->actions())
+            if (action->text().startsWith(QStringLiteral("&Paste")))
+                action->trigger();
+        menu->close();
+    });
+    QApplication::sendEvent(surface, &request);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !this->box.Bytes().empty(); }));
     EXPECT_EQ(this->box.Bytes(), "'a'\\nb");
-}
-
-TYPED_TEST(RuledBoxTest, UndoesTypingAndPasting) {
-    this->box.SetBytes("abc");
-    this->PasteFromClipboard(QStringLiteral("\"\n\""));
-    EXPECT_EQ(this->box.Bytes(), "'\\n'abc");
-    QTest::keySequence(&this->box, QKeySequence::Undo);
-    EXPECT_EQ(this->box.Bytes(), "abc");
-    QTest::keySequence(&this->box, QKeySequence::Undo);
-    EXPECT_EQ(this->box.Bytes(), "abc") << "the text of another record must not come back";
 }
 
 TYPED_TEST(RuledBoxTest, SelectsItsTextOnEntry) {
     this->box.SetBytes("some text");
     this->box.SetSelectsAllOnEntry(true);
     QTest::keyClick(&this->before, Qt::Key_Tab);
-    ASSERT_TRUE(this->box.hasFocus());
-    EXPECT_EQ(SelectedText(this->box), QStringLiteral("some text"));
+    EXPECT_EQ(this->Selected(), QStringLiteral("some text"));
     QTest::keyClick(&this->box, Qt::Key_Tab);
     EXPECT_TRUE(this->after.hasFocus()) << "Tab leaves the box";
-    EXPECT_EQ(SelectedText(this->box), QString()) << "it looks edited only while it has the focus";
+    EXPECT_EQ(this->Selected(), QString()) << "it looks edited only while it has the focus";
     QTest::keyClick(&this->after, Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(this->box.hasFocus());
     QTest::keyClick(&this->box, Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_TRUE(this->before.hasFocus());
     this->box.setFocus(Qt::OtherFocusReason);
-    EXPECT_EQ(SelectedText(this->box), QStringLiteral("some text"));
-    EXPECT_EQ(this->box.Bytes(), "some text");
+    EXPECT_EQ(this->Selected(), QStringLiteral("some text"));
+
+    QTest::keyClick(&this->box, Qt::Key_End);
+    for (const Qt::FocusReason back :
+         {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason, Qt::MenuBarFocusReason}) {
+        this->before.setFocus();
+        this->box.setFocus(back);
+        EXPECT_EQ(this->Selected(), QString()) << back;
+    }
+    this->box.SetSelectsAllOnEntry(false);
+    this->box.SetCaretAtEndOnEntry(true);
+    this->before.setFocus();
+    this->box.SetBytes("path");
+    QTest::keyClick(&this->before, Qt::Key_Tab);
+    EXPECT_EQ(this->Asked(Qt::ImCursorPosition), 4);
 }
 
 TYPED_TEST(RuledBoxTest, SelectsItsTextOnTheClickThatGivesTheFocusOnly) {
     this->box.SetBytes("some text");
     this->box.SetSelectsAllOnEntry(true);
-    QTest::mouseClick(Surface(this->box), Qt::LeftButton, {}, QPoint(12, 8));
-    ASSERT_TRUE(this->box.hasFocus());
-    EXPECT_EQ(SelectedText(this->box), QStringLiteral("some text"));
-    QTest::mouseClick(Surface(this->box), Qt::LeftButton, {}, QPoint(30, 8));
-    EXPECT_EQ(SelectedText(this->box), QString());
-}
+    QWidget* surface = this->Surface(this->box);
+    QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(12, 8));
+    EXPECT_EQ(this->Selected(), QStringLiteral("some text"));
+    QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(30, 8));
+    EXPECT_EQ(this->Selected(), QString());
 
-TYPED_TEST(RuledBoxTest, LeavesAPartSelectedByTheMouseOnEntry) {
-    this->box.SetBytes("some text");
-    this->box.SetSelectsAllOnEntry(true);
-    QWidget* surface = Surface(this->box);
+    this->before.setFocus();
     QTest::mousePress(surface, Qt::LeftButton, {}, QPoint(3, 8));
     QMouseEvent drag(QEvent::MouseMove, QPointF(30, 8), surface->mapToGlobal(QPointF(30, 8)), Qt::NoButton,
                      Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(surface, &drag);
     QTest::mouseRelease(surface, Qt::LeftButton, {}, QPoint(30, 8));
-    EXPECT_FALSE(SelectedText(this->box).isEmpty());
-    EXPECT_LT(SelectedText(this->box).size(), 9);
-}
-
-TYPED_TEST(RuledBoxTest, KeepsItsSelectionWhenTheFocusComesBack) {
-    this->box.SetBytes("some text");
-    this->box.SetSelectsAllOnEntry(true);
-    this->box.setFocus(Qt::OtherFocusReason);
-    QTest::keyClick(&this->box, Qt::Key_End);
-    for (const Qt::FocusReason reason :
-         {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason, Qt::MenuBarFocusReason}) {
-        this->before.setFocus();
-        this->box.setFocus(reason);
-        EXPECT_EQ(SelectedText(this->box), QString()) << reason;
-    }
-}
-
-TYPED_TEST(RuledBoxTest, PutsTheCaretBehindThePathOnEntry) {
-    this->box.SetCaretAtEndOnEntry(true);
-    this->box.SetBytes("some text");
-    QTest::keyClick(&this->before, Qt::Key_Tab);
-    EXPECT_EQ(SelectedText(this->box), QString());
-    EXPECT_EQ(CaretOf(this->box), 9);
+    const qsizetype selected = this->Selected().size();
+    EXPECT_TRUE(0 < selected && selected < 9) << "a part selected by the mouse stays";
 }
 
 TYPED_TEST(RuledBoxTest, IsForDisplayOnlyWhenLocked) {
     this->box.SetBytes("fixed");
     this->box.SetLocked(true);
-    this->Type(QStringLiteral("x"));
-    this->PasteFromClipboard(QStringLiteral("y"));
-    this->Compose(QStringLiteral("z"));
-    this->Drop(QStringLiteral("q"));
+    for (const Way way : {Way::Type, Way::Paste, Way::Compose, Way::Drop})
+        this->Put(way, QStringLiteral("x"));
     EXPECT_EQ(this->box.Bytes(), "fixed");
     EXPECT_EQ(this->box.palette().base(), this->box.palette().window()) << "looks flat";
 
     this->box.SetLocked(false);
-    this->Type(QStringLiteral("un"));
+    this->Put(Way::Type, QStringLiteral("un"));
     EXPECT_EQ(this->box.Bytes(), "unfixed");
     EXPECT_EQ(this->box.palette().base(), QApplication::palette(&this->box).base());
-}
 
-TYPED_TEST(RuledBoxTest, LooksFlatInADarkPaletteToo) {
     this->box.SetLocked(true);
     const QPalette light = QApplication::palette();
-    QPalette dark = light;
-    dark.setColor(QPalette::Window, QColor(40, 40, 40));
-    dark.setColor(QPalette::Base, QColor(20, 20, 20));
-    QApplication::setPalette(dark);
+    QApplication::setPalette(QPalette(QColor(40, 40, 40)));
     QCoreApplication::processEvents();
     EXPECT_EQ(this->box.palette().color(QPalette::Base), QColor(40, 40, 40));
     QApplication::setPalette(light);
-}
-
-TEST(LineBoxTest, PastesTheMouseSelectionByTheSameRules) {
-    LineBox box;
-    QClipboard* clipboard = QApplication::clipboard();
-    clipboard->setText(QStringLiteral("\"a\"\nb"), QClipboard::Selection);
-    QTest::mouseClick(&box, Qt::MiddleButton);
-    // Only some hosts have a mouse selection.
-    EXPECT_EQ(box.Bytes(), clipboard->supportsSelection() ? "'a'\\nb" : "");
 }
 
 TEST(TextBoxTest, ScrollsByWheelWhileDisabled) {
@@ -324,7 +234,6 @@ TEST(TextBoxTest, ScrollsByWheelWhileDisabled) {
     box.setEnabled(false);
     box.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
-    ASSERT_GT(box.verticalScrollBar()->maximum(), 3);
     QWheelEvent down(QPointF(5, 5), box.mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton,
                      Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(box.viewport(), &down);

@@ -10,65 +10,42 @@
 namespace velmora {
 namespace {
 
-class ErrorDialog : public ::testing::Test {
-  protected:
-    void Open(bool collectUserInput) {
-        ErrorDetails details;
-        details.Number = 53;
-        details.Parameters = "<A.event>,<b>";
-        details.CallStack = "frmEvents_Form_Load\r\nfrmEvents_InitForm\r\n";
-        details.CollectUserInput = collectUserInput;
-        dialog = std::make_unique<frmError>(details);
-        dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
-    }
-    [[nodiscard]] QPushButton* Details() const {
-        return dialog->findChild<QPushButton*>(QStringLiteral("cmdDetails"));
-    }
-    [[nodiscard]] QString Label(const char* name) const {
-        return dialog->findChild<QLabel*>(QString::fromLatin1(name))->text();
-    }
-    [[nodiscard]] int HeightInTwips() const { return dialog->height() * 1440 / dialog->logicalDpiY(); }
-
-    std::unique_ptr<frmError> dialog;
-};
-
-TEST_F(ErrorDialog, GrowsForTheDetailsAndShrinksBack) {
+TEST(ErrorDialog, GrowsForTheDetailsIsHeldOnTheScreenAndKeepsTheNote) {
+    ErrorDetails details;
+    details.Number = 53;
+    details.Parameters = "<A.event>,<b>";
+    details.CallStack = "frmEvents_Form_Load\r\nfrmEvents_InitForm\r\n";
     for (const bool collects : {true, false}) {
-        Open(collects);
-        const int collapsed = HeightInTwips();
+        details.CollectUserInput = collects;
+        frmError dialog(details);
+        dialog.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+        auto* const button = dialog.findChild<QPushButton*>(QStringLiteral("cmdDetails"));
+        auto* const note = dialog.findChild<QWidget*>(QStringLiteral("txtUserMessage"));
+        const auto heightInTwips = [&] { return dialog.height() * 1440 / dialog.logicalDpiY(); };
+        const int collapsed = heightInTwips();
         EXPECT_NEAR(collapsed, collects ? 2710 : 1650, 400) << "room for the text comes first";
-        EXPECT_EQ(Details()->text(), QStringLiteral("&Details >>"));
-        Details()->click();
-        EXPECT_NEAR(HeightInTwips(), 5985, 15);
-        EXPECT_EQ(Details()->text(), QStringLiteral("No &Details"));
-        EXPECT_EQ(dialog->findChild<QWidget*>(QStringLiteral("txtUserMessage"))->hasFocus(), collects);
-        Details()->click();
-        EXPECT_EQ(HeightInTwips(), collapsed);
+        EXPECT_EQ(button->text(), QStringLiteral("&Details >>"));
+        const QRect screen = dialog.screen()->geometry();
+        const int limit = screen.top() + qRound(screen.height() * 0.96);
+        dialog.move(0, limit - dialog.frameGeometry().height() - 1);
+        button->click();
+        EXPECT_NEAR(heightInTwips(), 5985, 15);
+        EXPECT_EQ(button->text(), QStringLiteral("No &Details"));
+        EXPECT_EQ(dialog.y() + dialog.frameGeometry().height(), limit);
+        EXPECT_EQ(note->hasFocus(), collects);
+        button->click();
+        EXPECT_EQ(heightInTwips(), collapsed);
+        const auto label = [&](const char* name) {
+            return dialog.findChild<QLabel*>(QLatin1String(name))->text();
+        };
+        EXPECT_EQ(label("lblErrNum") + label("lblPassedParameters"), QStringLiteral("53<A.event>,<b>"));
+        EXPECT_EQ(label("lblCallStack"), QStringLiteral("frmEvents_Form_Load\nfrmEvents_InitForm"));
+        if (collects)
+            QTest::keyClicks(note, QStringLiteral("I \"clicked\""));
+        dialog.close();
+        EXPECT_EQ(dialog.UserMessage(), collects ? "I \"clicked\"" : "");
     }
-}
-
-TEST_F(ErrorDialog, IsHeldOnTheScreen) {
-    Open(true);
-    const QRect screen = dialog->screen()->geometry();
-    const int limit = screen.top() + qRound(screen.height() * 0.96);
-    dialog->move(0, limit - dialog->frameGeometry().height() - 1);
-    const int before = dialog->y();
-    Details()->click();
-    EXPECT_LT(dialog->y(), before);
-    EXPECT_EQ(dialog->y() + dialog->frameGeometry().height(), limit);
-}
-
-TEST_F(ErrorDialog, ShowsWhatIsKnownAndKeepsTheNoteWhenClosed) {
-    Open(true);
-    EXPECT_EQ(Label("lblErrNum"), QStringLiteral("53"));
-    EXPECT_EQ(Label("lblPassedParameters"), QStringLiteral("<A.event>,<b>"));
-    EXPECT_EQ(Label("lblCallStack"), QStringLiteral("frmEvents_Form_Load\nfrmEvents_InitForm"));
-    QTest::keyClicks(dialog->findChild<QWidget*>(QStringLiteral("txtUserMessage")),
-                     QStringLiteral("I \"clicked\""));
-    dialog->close();
-    EXPECT_FALSE(dialog->isVisible());
-    EXPECT_EQ(dialog->UserMessage(), "I \"clicked\"");
 }
 
 } // namespace

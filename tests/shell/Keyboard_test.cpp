@@ -6,10 +6,7 @@
 #include "sbmodules/frmSBModules.h"
 #include "services/frmError.h"
 #include "shell/frmOptions.h"
-#include "shell/frmWriter.h"
 #include "upissues/frmUPIssues.h"
-
-#include <QAbstractScrollArea>
 
 #include <set>
 
@@ -24,51 +21,38 @@ class Keyboard : public WindowTest {
         temp.Write("Game/" + issues, Files::ReadWhole(std::string(VELMORA_SAMPLE) + "/" + issues));
     }
 
-    static bool TakesTab(const QWidget* widget) {
-        return widget->isVisible() && widget->isEnabled() && !widget->focusProxy() &&
-               (widget->focusPolicy() & Qt::TabFocus) != 0;
-    }
-    static std::string Called(const QWidget* widget) {
-        return FromQt(QString::fromLatin1(widget->metaObject()->className()) + QLatin1Char(' ') +
-                      widget->objectName());
-    }
     /// Presses Tab until the focus comes round; what it never reached, and what it reached without a name.
     static void Walk(QWidget& shown) {
         shown.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
         std::set<const QWidget*> reached;
-        for (int step = 0; step < 200; ++step) {
-            QTest::keyClick(shown.focusWidget() ? shown.focusWidget() : &shown, Qt::Key_Tab);
-            const QWidget* now = shown.focusWidget();
-            if (now == nullptr || !reached.insert(now).second)
-                break;
-        }
+        for (QWidget* now = &shown; now && reached.insert(now).second; now = shown.focusWidget())
+            QTest::keyClick(now, Qt::Key_Tab);
         for (const QWidget* widget : shown.findChildren<QWidget*>()) {
-            if (widget->window() != &shown || !TakesTab(widget))
+            if (widget->window() != &shown || !widget->isVisible() || !widget->isEnabled() ||
+                widget->focusProxy() || (widget->focusPolicy() & Qt::TabFocus) == 0)
                 continue;
+            SCOPED_TRACE(widget->metaObject()->className() + (" " + FromQt(widget->objectName())));
             // Of a group of option buttons Tab reaches one; the arrow keys reach the others.
-            EXPECT_TRUE(widget->inherits("QRadioButton") || reached.count(widget))
-                << "Tab never reaches " << Called(widget);
+            EXPECT_TRUE(widget->inherits("QRadioButton") || reached.count(widget)) << "Tab never reaches it";
             const auto* button = qobject_cast<const QAbstractButton*>(widget);
             EXPECT_FALSE(widget->accessibleName().isEmpty() && (!button || button->text().isEmpty()))
-                << "no name: " << Called(widget);
+                << "no name";
         }
+    }
+    template <class Editor>
+    void WalkEditing(const char* editItem) {
+        Open<Editor>();
+        Walk(*window);
+        Pick(editItem);
+        Walk(*window);
+        Pick("mnuDiscardChanges");
     }
 };
 
 TEST_F(Keyboard, ReachesEveryControlOfTheEditors) {
-    Open<frmEvents>();
-    Walk(*window);
-    Pick("mnuEditThisEvent");
-    Walk(*window);
-    Pick("mnuDiscardChanges");
-
-    Open<frmUPIssues>();
-    Walk(*window);
-    Pick("mnuEditThisIssue");
-    Walk(*window);
-    Pick("mnuDiscardChanges");
-
+    WalkEditing<frmEvents>("mnuEditThisEvent");
+    WalkEditing<frmUPIssues>("mnuEditThisIssue");
     Open<frmSBModules>();
     Walk(*window);
 }

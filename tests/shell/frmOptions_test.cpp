@@ -2,13 +2,8 @@
 
 #include "BrokenPrompts.h"
 
-#include <gmock/gmock.h>
-
 namespace velmora {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 const char* const NoRegistry =
     "Message: Unable to access the Velmora installation location from the registry, "
@@ -19,59 +14,54 @@ const char* const StandardFile =
     "a Velmora standard event file.";
 
 TEST_F(OptionsDialog, CannotBeLeftWithoutAPath) {
-    Show([this] {
+    const std::function<void()> waysOut[]{
+        [this] { Click("cmdDone"); },
+        [this] { QTest::keyClick(&Form(), Qt::Key_Escape); },
+        [this] { Form().close(); },
+        [this] { QTest::keyClick(Get<QWidget>("txtVelmoraPath"), Qt::Key_Return); },
+    };
+    Show([&] {
         EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(NoRegistry));
-        EXPECT_THAT(Boxes(), ElementsAre("", "MyEvents", "MyUPIssues", "MySBModules"));
-        EXPECT_TRUE(Get<QAbstractButton>("chkAutoBackup")->isChecked());
-        EXPECT_EQ(Ticked({"optSortByAlphabetical", "optSortByFileName"}), "optSortByFileName");
+        EXPECT_EQ(Shown(), "|MyEvents|MyUPIssues|MySBModules|chkAutoBackup and optSortByFileName");
         EXPECT_FALSE(temp.Has("Home/VelWriter.ini")) << "nothing is written before the dialog is to close";
-        Click("cmdDone");
-        EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(BadPath));
-        ASSERT_TRUE(Form().isVisible());
-        EXPECT_TRUE(Get<QWidget>("txtVelmoraPath")->hasFocus());
-        EXPECT_EQ(Written(), IniOf(Slash, "MyEvents", "MyUPIssues", "MySBModules", "TRUE", "0"));
+        for (const auto& leave : waysOut) {
+            leave();
+            EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(BadPath));
+            ASSERT_TRUE(Form().isVisible());
+            EXPECT_TRUE(Get<QWidget>("txtVelmoraPath")->hasFocus());
+        }
+        EXPECT_EQ(Written(), IniOf(Slash, "MyEvents", "AutoBackup=TRUE\r\nSortBy=0\r\n"));
         EXPECT_EQ(Settings.GamePath, Slash) << "even a refused path is kept";
-        Type("txtVelmoraPath", ToQt(temp / "Game"));
         Get<QAbstractButton>("chkAutoBackup")->click();
         Get<QAbstractButton>("optSortByAlphabetical")->click();
-        Click("cmdDone");
+        LeaveWithGoodPath();
     });
+    EXPECT_EQ(Written(), IniOf(Game(), "MyEvents", "AutoBackup=FALSE\r\nSortBy=1\r\n"));
+    EXPECT_EQ(Settings.UPIssuePath, Game() + "Data" + Slash + "UP_Issues" + Slash);
+    EXPECT_EQ(InUse(), "MyEvents.event MyUPIssues.upissue MySBModules.sbmodule 1");
+    for (const auto& leave : waysOut)
+        Show(leave);
     EXPECT_THAT(prompts.Transcript, IsEmpty());
-    EXPECT_EQ(Written(), IniOf(Game(), "MyEvents", "MyUPIssues", "MySBModules", "FALSE", "1"));
-    EXPECT_EQ(Settings.GamePath, Game());
-    EXPECT_EQ(Settings.DataPath, Settings.GamePath + "Data" + Slash);
-    EXPECT_EQ(Settings.UPIssuePath, Settings.DataPath + "UP_Issues" + Slash);
-    EXPECT_EQ(Settings.EventFile + Settings.UPIssueFile + Settings.SBModuleFile,
-              "MyEvents.eventMyUPIssues.upissueMySBModules.sbmodule");
-    EXPECT_FALSE(Settings.AutoBackup);
-    EXPECT_EQ(Settings.SortBy, "1");
 }
 
 TEST_F(OptionsDialog, ReadsTheSettingsFile) {
-    struct {
-        std::string Ini;
-        std::vector<std::string> Boxes;
-        bool AutoBackup;
-        const char* SortBy;
-    } const cases[]{
-        {"Path=P\r\nEvent File=E\r\nUP Issue File=U\r\nSB Module File=S\r\nAutobackup=true\r\nSortBy=1\r\n",
-         {"P", "E", "U", "S"},
-         true,
-         "optSortByAlphabetical"},
-        {"AutoBackup=yes\r\nSortBy=0\r\nUP Issue File=\r\n",
-         {"", "", "MyUPIssues", "MySBModules"},
-         false,
-         "optSortByFileName"},
-        {"Event File=Own\r\n", {"", "Own", "MyUPIssues", "MySBModules"}, true, "optSortByFileName"},
+    const std::string deep = temp / std::string(70, 'd') + Slash;
+    Files::CreateFolder(deep);
+    const std::string missing = temp / std::string(70, 'm');
+    const std::pair<std::string, std::string> cases[]{
+        {"Path=" + deep + "\r\nEvent File=E\r\nUP Issue File=U\r\nSB Module File=S\r\n" +
+             "Autobackup=true\r\nSortBy=1\r\n",
+         deep + "|E|U|S|chkAutoBackup and optSortByAlphabetical"},
+        {"AutoBackup=yes\r\nSortBy=0\r\nUP Issue File=\r\n", "||MyUPIssues|MySBModules|optSortByFileName"},
+        {"Path=" + missing + "\r\nEvent File=Own\r\n",
+         missing.substr(0, 62) + "|Own|MyUPIssues|MySBModules|chkAutoBackup and optSortByFileName"},
     };
-    for (const auto& file : cases) {
-        PutIni(file.Ini);
-        Show([&] {
-            EXPECT_EQ(Boxes(), file.Boxes);
-            EXPECT_EQ(Get<QAbstractButton>("chkAutoBackup")->isChecked(), file.AutoBackup);
-            EXPECT_EQ(Ticked({"optSortByAlphabetical", "optSortByFileName"}), file.SortBy);
-            EXPECT_EQ(Written(), "[Setup]\r\n" + file.Ini);
-            for (const char* box : {"txtVelmoraPath", "txtEventFile", "txtUPIssue", "txtSBModuleFile"}) {
+    for (const auto& [entries, shown] : cases) {
+        PutIni(entries);
+        Show([this, &entries = entries, &shown = shown] {
+            EXPECT_EQ(Shown(), shown);
+            EXPECT_EQ(Written(), "[Setup]\r\n" + entries);
+            for (const std::string& box : boxes) {
                 Enter(box);
                 EXPECT_EQ(FromQt(Get<LineBox>(box)->selectedText()), Text(box)) << box;
             }
@@ -81,35 +71,18 @@ TEST_F(OptionsDialog, ReadsTheSettingsFile) {
     EXPECT_THAT(prompts.Transcript, IsEmpty()) << "the registry is not asked";
 }
 
-TEST_F(OptionsDialog, ShowsADeepPathWhole) {
-    const std::string deep = temp / (std::string(70, 'd') + "/" + std::string(70, 'e')) + Slash;
-    PutIni("Path=" + deep + "\r\nEvent File=E\r\n");
-    Show([&] {
-        EXPECT_EQ(Text("txtVelmoraPath"), deep.substr(0, 62));
-        Form().hide();
-    });
-    Files::CreateFolder(deep);
-    Show([&] {
-        EXPECT_EQ(Text("txtVelmoraPath"), deep);
-        Click("cmdDone");
-    });
-    EXPECT_EQ(Settings.GamePath, deep);
-    EXPECT_THAT(prompts.Transcript, IsEmpty());
-}
-
 TEST_F(OptionsDialog, RefusesTheGamesOwnEventFiles) {
     PutIni("Path=" + temp / "Game" + "\r\nEvent File=E\r\n");
-    const std::pair<const char*, const char*> cases[]{
-        {"CoreEvents.event", "CoreEvents"}, {"bonusEVENTS", "bonusEVENTS"}, {"Core Events", "CoreEvents"}};
     Show([&] {
-        for (const auto& [typed, stored] : cases) {
+        for (const auto& [typed, stored] : {std::pair{"CoreEvents.event", "CoreEvents"},
+                                            {"bonusEVENTS", "bonusEVENTS"},
+                                            {"Core Events", "CoreEvents"}}) {
             Type("txtEventFile", QString::fromLatin1(typed));
             Click("cmdDone");
             EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(StandardFile));
             ASSERT_TRUE(Form().isVisible());
             EXPECT_TRUE(Get<QWidget>("txtEventFile")->hasFocus());
-            EXPECT_EQ(Settings.EventFile, std::string(stored) + ".event");
-            EXPECT_EQ(Written(), IniOf(Game(), stored, "MyUPIssues", "MySBModules", "TRUE", "0"));
+            EXPECT_EQ(Written(), IniOf(Game(), stored, "AutoBackup=TRUE\r\nSortBy=0\r\n"));
         }
         Type("txtVelmoraPath", QStringLiteral("nowhere"));
         Click("cmdDone");
@@ -121,21 +94,18 @@ TEST_F(OptionsDialog, RefusesTheGamesOwnEventFiles) {
 }
 
 TEST_F(OptionsDialog, TakesNamesWithoutExtension) {
-    const std::string usual = "MyEvents.event MyUPIssues.upissue MySBModules.sbmodule";
-    const std::tuple<const char*, const char*, const char*, std::string> cases[]{
+    const char* const cases[][4]{
         {"Pirates.EVENT", "Votes.UPissue", "Mods.SBModule.sbmodule",
-         "Pirates.event Votes.upissue Mods.sbmodule"},
-        {"", "", "", usual},
-        {".event", ".upissue", ".SBMODULE", usual},
-        {"a b:c*.event", "<u|p>", "s \"b\"", "abc.event up.upissue sb.sbmodule"}};
-    for (const auto& [event, issue, module, names] : cases) {
-        Show([&, event = event, issue = issue, module = module] {
-            Type("txtEventFile", QString::fromLatin1(event));
-            Type("txtUPIssue", QString::fromLatin1(issue));
-            Type("txtSBModuleFile", QString::fromLatin1(module));
+         "Pirates.event Votes.upissue Mods.sbmodule 0 backup"},
+        {".event", "", ".SBMODULE", "MyEvents.event MyUPIssues.upissue MySBModules.sbmodule 0 backup"},
+        {"a b:c*.event", "<u|p>", "s \"b\"", "abc.event up.upissue sb.sbmodule 0 backup"}};
+    for (const auto& names : cases) {
+        Show([&] {
+            for (int box = 0; box < 3; ++box)
+                Type(boxes[box + 1], QString::fromLatin1(names[box]));
             LeaveWithGoodPath();
         });
-        EXPECT_EQ(Settings.EventFile + " " + Settings.UPIssueFile + " " + Settings.SBModuleFile, names);
+        EXPECT_EQ(InUse(), names[3]);
     }
 }
 
@@ -145,48 +115,27 @@ TEST_F(OptionsDialog, BrowsesForThePath) {
     prompts.ExpectPickFolder(title, "").ExpectPickFolder(title, temp / "Game").ExpectPickFolder(title, "");
     Show([this] {
         Type("txtEventFile", QStringLiteral("typed"));
-        Type("txtVelmoraPath", QStringLiteral("a *b"));
         Click("cmdBrowse");
-        EXPECT_THAT(Boxes(), ElementsAre("P", "E", "MyUPIssues", "MySBModules"));
-        Type("txtUPIssue", QStringLiteral("typed"));
+        EXPECT_THAT(TextsOf(boxes), ElementsAre("P", "E", "MyUPIssues", "MySBModules"));
         Click("cmdBrowse");
-        EXPECT_THAT(Boxes(), ElementsAre(Game(), "E", "MyUPIssues", "MySBModules"));
+        EXPECT_THAT(TextsOf(boxes), ElementsAre(Game(), "E", "MyUPIssues", "MySBModules"));
         Type("txtVelmoraPath", QStringLiteral("no *where"));
         Type("txtEventFile", QStringLiteral("Mine.event"));
         Click("cmdDone");
-        EXPECT_EQ(Text("txtVelmoraPath"), "no *where") << "a path is not stripped";
         Type("txtEventFile", QStringLiteral("other"));
         Click("cmdBrowse");
-        EXPECT_THAT(Boxes(), ElementsAre("no *where" + Slash, "Mine", "MyUPIssues", "MySBModules"))
-            << "what was refused last comes back";
+        EXPECT_THAT(TextsOf(boxes), ElementsAre("no *where" + Slash, "Mine", "MyUPIssues", "MySBModules"))
+            << "what was refused last comes back, a path as it was typed";
         LeaveWithGoodPath();
     });
-}
-
-TEST_F(OptionsDialog, ChecksHoweverItIsClosed) {
-    PutIni("Event File=E\r\n");
-    Show([this] {
-        QTest::keyClick(&Form(), Qt::Key_Escape);
-        EXPECT_TRUE(Form().isVisible());
-        Form().close();
-        EXPECT_TRUE(Form().isVisible());
-        EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(BadPath, BadPath));
-        Type("txtVelmoraPath", ToQt(temp / "Game"));
-        QTest::keyClick(&Form(), Qt::Key_Escape);
-    });
-    EXPECT_EQ(Settings.GamePath, Game());
-    Show([this] { Form().close(); });
-    Show([this] { QTest::keyClick(Get<QWidget>("txtVelmoraPath"), Qt::Key_Return); });
-    EXPECT_THAT(prompts.Transcript, IsEmpty());
 }
 
 TEST_F(OptionsDialog, ReportsFailuresExceptWhileClosing) {
     BrokenPrompts broken;
     Show([&] {
-        EXPECT_EQ(handler.LastCallStack().front(), "frmOptions_Form_Load");
+        EXPECT_EQ(gErrHandler->LastCallStack().front(), "frmOptions_Form_Load");
         Click("cmdBrowse");
-        EXPECT_EQ(handler.LastCallStack().front(), "frmOptions_cmdBrowse_Click");
-        EXPECT_EQ(broken.Errors.size(), 2u);
+        EXPECT_EQ(gErrHandler->LastCallStack().front(), "frmOptions_cmdBrowse_Click");
         Click("cmdDone");
         EXPECT_TRUE(Form().isVisible());
         EXPECT_EQ(broken.Errors.size(), 2u);

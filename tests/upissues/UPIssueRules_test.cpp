@@ -1,16 +1,14 @@
 #include "upissues/UPIssueRules.h"
 
-#include "LibraryFixture.h"
+#include <gmock/gmock.h>
 
-#include <set>
+#include <limits>
+#include <type_traits>
 
 namespace velmora {
 namespace {
 
 using ::testing::ElementsAre;
-
-constexpr std::int32_t WarfareTax = 3;
-constexpr std::int32_t GalacticOlympics = 6;
 
 /// A sound issue of a type with options.
 class UPIssueRulesTest : public ::testing::Test {
@@ -18,7 +16,7 @@ class UPIssueRulesTest : public ::testing::Test {
     UPIssueRulesTest() {
         BuildCatalogues();
         BuildUPIssueSubstitutions(subs);
-        issue.UPIssueAttribute = WarfareTax;
+        issue.UPIssueAttribute = 3; // has options
         issue.Question = "Shall the %s pay for %s?";
         issue.QuestionStr01 = 5;
         issue.QuestionStr02 = 7;
@@ -27,21 +25,15 @@ class UPIssueRulesTest : public ::testing::Test {
     }
     ~UPIssueRulesTest() override { ReleaseCatalogues(); }
 
-    static clsUPIssue AutoListed() {
-        clsUPIssue issue;
-        issue.UPIssueAttribute = GalacticOlympics;
-        issue.Question = "Who shall hold the games?";
-        return issue;
-    }
     template <class Value>
     static clsUPIssue With(clsUPIssue issue, Value clsUPIssue::*member, std::type_identity_t<Value> value) {
         issue.*member = std::move(value);
         return issue;
     }
-    static std::vector<std::string> RulesOf(const std::vector<Reason>& reasons) {
-        std::vector<std::string> rules;
+    static std::string RulesOf(const std::vector<Reason>& reasons) {
+        std::string rules;
         for (const Reason& reason : reasons)
-            rules.push_back(reason.Rule);
+            rules += reason.Rule + " ";
         return rules;
     }
 
@@ -49,68 +41,50 @@ class UPIssueRulesTest : public ::testing::Test {
     clsUPIssue issue;
 };
 
-struct GuidanceCase {
-    std::int32_t Number;
-    std::string Caption;
-    std::string Value01 = "not used";
-    std::string Value02 = "not used";
-    bool ShowsAbilityBox = false;
-};
-
-const GuidanceCase GuidanceCases[] = {
-    {1, "#1 + #2 = Yes/No, #3-#6 ignored.|Years In Effect ignored with this setting.",
-     "# of trade routes to alter."},
-    {2, "#1 + #2 = Yes/No, #3-#6 ignored.|"},
-    {3, "BC per month value taken from winning OptVal."},
-    {4, "BC per month value taken from winning OptVal."},
-    {5, "New base attack value taken from winning OptVal."},
-    {6, "Increased revenue for specified number of years.|Auto-lists major races as the options."},
-    {7, "Freighters protected from attack.  Percentage of money lost to the Trade Federation taken from "
-        "winning OptVal."},
-    {8,
-     "Affects the specified civ-wide ability.|Years In Effect ignored with this setting.|Auto-lists major "
-     "races as the options.",
-     "Choose the ability to power-up.", "Strength of new ability.", true},
-    {11, "Winning civ gets a new colony, use PlanetName to specify which one.|Auto-lists major races as the "
-         "options."},
-    {12, "#1 + #2 = Yes/No, #3-#6 ignored.|All major races at war have to make peace."},
-    {13, "Increases revenue, but there's a chance the beasties will escape and wreak havoc.|Auto-lists major "
-         "races as the options."},
-    {14, "Evil civs are forced to suspend some trading, route limit taken from winning OptVal."},
-    {16, "Number of modules allowed on a starbase is restricted, module limit taken from winning OptVal."},
-    {17, "#1 + #2 = Yes/No, #3-#6 ignored.|Starbases with assist upgrades will help allied ships/planets in "
-         "the sector."},
-    {18, "New gov't from OptVal (0=No change, 1=Imperial, 2=Republic, 3=Democracy, 4=Star Federation)."},
-    {20, "Increased production, but there's a chance of a Prison Break.|Auto-lists major races as the "
-         "options."},
-    {21, "A planet is chosen as the UP HQ, increasing Influence.|Auto-lists major races as the options."},
-    {22, "Each player has to exchange technology secrets.  Number of techs to share taken from winning "
-         "OptVal."},
-    {25, "#1 + #2 = Yes/No, #3-#6 ignored.|Will Terror Stars be allowed in the Galaxy?"},
-    {26, "Each race puts money towards an event, morale is increased for the specified number of years.  BC "
-         "value taken from winning OptVal."},
-    {28, "BC per month (per Starbase) value taken from winning OptVal."},
-    {30, "New base speed taken from winning OptVal."},
-    {31, "Whoever is winning (use Selected Race) has to pay everyone else a % of their revenue, value taken "
-         "from winning OptVal."},
-    // No types of the game.
-    {0, ""},
-    {9, ""},
-    {32, ""},
-    {-1, ""},
-};
+/// The types with their captions, those of the values that they use, and "+" for the box of abilities.
+const std::string EveryGuidance = R"(
+1 #1 + #2 = Yes/No, #3-#6 ignored.|Years In Effect ignored with this setting. [1: # of trade routes to alter.]
+2 #1 + #2 = Yes/No, #3-#6 ignored.|
+3 BC per month value taken from winning OptVal.
+4 BC per month value taken from winning OptVal.
+5 New base attack value taken from winning OptVal.
+6 Increased revenue for specified number of years.|Auto-lists major races as the options.
+7 Freighters protected from attack.  Percentage of money lost to the Trade Federation taken from winning OptVal.
+8 Affects the specified civ-wide ability.|Years In Effect ignored with this setting.|Auto-lists major races as the options. [1: Choose the ability to power-up.] [2: Strength of new ability.]+
+11 Winning civ gets a new colony, use PlanetName to specify which one.|Auto-lists major races as the options.
+12 #1 + #2 = Yes/No, #3-#6 ignored.|All major races at war have to make peace.
+13 Increases revenue, but there's a chance the beasties will escape and wreak havoc.|Auto-lists major races as the options.
+14 Evil civs are forced to suspend some trading, route limit taken from winning OptVal.
+16 Number of modules allowed on a starbase is restricted, module limit taken from winning OptVal.
+17 #1 + #2 = Yes/No, #3-#6 ignored.|Starbases with assist upgrades will help allied ships/planets in the sector.
+18 New gov't from OptVal (0=No change, 1=Imperial, 2=Republic, 3=Democracy, 4=Star Federation).
+20 Increased production, but there's a chance of a Prison Break.|Auto-lists major races as the options.
+21 A planet is chosen as the UP HQ, increasing Influence.|Auto-lists major races as the options.
+22 Each player has to exchange technology secrets.  Number of techs to share taken from winning OptVal.
+25 #1 + #2 = Yes/No, #3-#6 ignored.|Will Terror Stars be allowed in the Galaxy?
+26 Each race puts money towards an event, morale is increased for the specified number of years.  BC value taken from winning OptVal.
+28 BC per month (per Starbase) value taken from winning OptVal.
+30 New base speed taken from winning OptVal.
+31 Whoever is winning (use Selected Race) has to pay everyone else a % of their revenue, value taken from winning OptVal.
+)";
 
 TEST(OfferGuidance, ExplainsEveryType) {
-    for (const GuidanceCase& expected : GuidanceCases) {
-        SCOPED_TRACE(expected.Number);
-        const Guidance guidance = OfferGuidance(expected.Number);
-        EXPECT_EQ(ReplaceAll(guidance.Caption, "\r", "|"), expected.Caption);
-        EXPECT_THAT(guidance.ValueCaptions,
-                    ElementsAre(expected.Value01, expected.Value02, "not used", "not used"));
-        EXPECT_THAT(guidance.LeftAligned, ElementsAre(expected.Value01 != "not used",
-                                                      expected.Value02 != "not used", false, false));
-        EXPECT_EQ(guidance.ShowsAbilityBox, expected.ShowsAbilityBox);
+    std::string seen = "\n";
+    for (std::int32_t number = -1; number < 40; ++number) {
+        const Guidance guidance = OfferGuidance(number);
+        std::string line = ReplaceAll(guidance.Caption, "\r", "|");
+        for (std::size_t i = 0; i < guidance.ValueCaptions.size(); ++i) {
+            const std::string caption(guidance.ValueCaptions[i]);
+            EXPECT_EQ(guidance.LeftAligned[i], caption != "not used") << number;
+            if (guidance.LeftAligned[i])
+                line += " [" + std::to_string(i + 1) + ": " + caption + "]";
+        }
+        if (guidance.ShowsAbilityBox)
+            line += "+";
+        if (!line.empty())
+            seen += std::to_string(number) + " " + line + "\n";
     }
+    EXPECT_EQ(seen, EveryGuidance);
 }
 
 TEST_F(UPIssueRulesTest, NameTheSubstitutionsInOrder) {
@@ -122,103 +96,40 @@ TEST_F(UPIssueRulesTest, NameTheSubstitutionsInOrder) {
                             "2 Empire Name: Name of the human race",
                             "5 Selected Race: The race this issue targets, not always applicable",
                             "7 Planet Name: The planet this issue targets, not always applicable"));
-    EXPECT_EQ(UPIssueSubstitutionHint("EMPIRE NAME"), "Name of the human race");
     EXPECT_EQ(UPIssueSubstitutionHint("Good Value"), "");
 }
 
-TEST_F(UPIssueRulesTest, MeasureAbilitiesInTheirUnits) {
-    ASSERT_EQ(UPIssueAttributes.Count(), 26u);
-    for (const auto& [name, number] : UPIssueAttributes) {
-        EXPECT_EQ(AbilityUnit(name), name == "Ship Speed"           ? "moves"
-                                     : name == "No Of Trade Routes" ? "routes"
-                                                                    : "percent")
-            << name;
-        EXPECT_THAT(AttributeHint(name), ::testing::StartsWith("Affects ")) << name;
-    }
+TEST(UPIssueRules, MeasureAbilitiesInTheirUnits) {
+    EXPECT_EQ(AbilityUnit("Ship Speed"), "moves");
+    EXPECT_EQ(AbilityUnit("no of trade routes"), "routes");
+    EXPECT_EQ(AbilityUnit("Luck"), "percent");
 }
 
 TEST_F(UPIssueRulesTest, GiveEveryReasonInOrder) {
     using I = clsUPIssue;
-    clsUPIssue empty;
-    empty.UPIssueAttribute = WarfareTax;
-    clsUPIssue five = issue;
-    five.Question = "%s %s %S %s %s";
-    five.QuestionStr02 = five.QuestionStr03 = five.QuestionStr04 = 1;
-    const clsUPIssue races = AutoListed();
-    const std::int32_t least = std::numeric_limits<std::int32_t>::min();
-    const struct {
-        const char* What;
-        clsUPIssue Issue;
-        std::vector<std::string> Rules;
-    } cases[]{
-        {"sound", issue, {}},
-        {"sound where the game lists the races", races, {}},
-        {"empty but for a box",
-         With(empty, &I::QuestionStr04, 1),
-         {"no-question", "no-options", "no-option-values", "wild-cards-missing", "wild-card-count"}},
-        {"no values", With(issue, &I::OptionVal06, 0), {"no-option-values"}},
-        {"the least value", With(With(issue, &I::Option03, ""), &I::OptionVal01, least), {"no-options"}},
-        {"an option", With(races, &I::Option06, "Yes"), {"unneeded-options"}},
-        {"values that do not cancel out",
-         With(With(races, &I::OptionVal01, 1), &I::OptionVal02, -1),
-         {"unneeded-option-values"}},
-        {"an unknown type, taken for the first", With(issue, &I::UPIssueAttribute, 9), {}},
-        {"an unknown type without options",
-         With(races, &I::UPIssueAttribute, 32),
-         {"no-options", "no-option-values"}},
-        {"a code of no substitution, which is nothing",
-         With(issue, &I::QuestionStr02, 3),
-         {"wild-card-placement", "wild-card-count"}},
-        {"five wild cards", five, {"too-many-wild-cards"}},
-    };
-    for (const auto& [what, checked, rules] : cases)
+    clsUPIssue races;
+    races.UPIssueAttribute = 6; // lists the races
+    races.Question = "Who shall hold the games?";
+    const clsUPIssue four = With(With(issue, &I::QuestionStr03, 1), &I::QuestionStr04, 1);
+    const clsUPIssue valued = With(issue, &I::OptionVal06, std::numeric_limits<std::int32_t>::min());
+    using Case = std::tuple<const char*, clsUPIssue, std::string>;
+    for (const auto& [what, checked, rules] :
+         {Case{"sound", issue, ""}, Case{"sound where the game lists the races", races, ""},
+          Case{"empty but for a box", With(clsUPIssue(), &I::QuestionStr04, 1),
+               "no-question no-options no-option-values wild-cards-missing wild-card-count "},
+          Case{"the least value", With(valued, &I::Option03, ""), "no-options "},
+          Case{"an option", With(races, &I::Option06, "Yes"), "unneeded-options "},
+          Case{"values that do not cancel out", With(With(races, &I::OptionVal01, 1), &I::OptionVal02, -1),
+               "unneeded-option-values "},
+          Case{"an unknown type, taken for the first", With(races, &I::UPIssueAttribute, 32),
+               "no-options no-option-values "},
+          Case{"a code of no substitution, which is nothing", With(issue, &I::QuestionStr02, 3),
+               "wild-card-placement wild-card-count "},
+          Case{"five wild cards", With(four, &I::Question, "%s %s %S %s %s"), "too-many-wild-cards "}})
         EXPECT_EQ(RulesOf(CheckUPIssue(checked, subs)), rules) << what;
-}
-
-TEST_F(UPIssueRulesTest, ObeyTheGuidanceOnShow) {
-    EXPECT_THAT(RulesOf(CheckUPIssue(issue, "AUTO-LISTS all", 0.25, subs)),
-                ElementsAre("unneeded-options", "unneeded-option-values"));
-    EXPECT_THAT(RulesOf(CheckUPIssue(issue, "", 0, subs)), ElementsAre("no-option-values"));
-}
-
-TEST(UPIssueRules, NormalizesWhatShowingNormalizes) {
-    clsUPIssue issue;
-    issue.UPIssueName = "100%";
-    issue.Question = "100% of %S";
-    issue.SubQuestion = "5%";
-    for (const auto option : UPIssueOptions)
-        issue.*option = "1%";
-    NormalizeUPIssue(issue);
-    EXPECT_EQ(issue.UPIssueName, "100%");
-    EXPECT_EQ(issue.Question, "100%% of %s");
-    EXPECT_EQ(issue.SubQuestion, "5%%");
-    EXPECT_THAT((std::vector<std::string>{issue.Option01, issue.Option02, issue.Option03, issue.Option04,
-                                          issue.Option05, issue.Option06}),
-                ::testing::Each("1%%"));
-}
-
-class SampleUPIssuesTest : public LibraryFixture {
-  protected:
-    SampleUPIssuesTest() : LibraryFixture(UPIssueKind, "MyUPIssues.upissue") { BuildCatalogues(); }
-    ~SampleUPIssuesTest() override { ReleaseCatalogues(); }
-};
-
-TEST_F(SampleUPIssuesTest, AreFitForTheGameAndOfEveryType) {
-    ASSERT_TRUE(LoadSample("Data/UP_Issues"));
-    Catalogue subs;
-    BuildUPIssueSubstitutions(subs);
-    std::set<std::int32_t> types;
-    for (const auto& [name, record] : library.Records) {
-        auto& issue = static_cast<clsUPIssue&>(*record);
-        NormalizeUPIssue(issue);
-        types.insert(issue.UPIssueAttribute);
-        for (const Reason& reason : CheckUPIssue(issue, subs))
-            ADD_FAILURE() << name << ": " << reason.Text;
-        EXPECT_LE(issue.Question.size(), UPIssueQuestionLimit.MaximumLength) << name;
-        for (const auto option : UPIssueOptions)
-            EXPECT_LE((issue.*option).size(), UPIssueOptionLimit.MaximumLength) << name;
-    }
-    EXPECT_EQ(types.size(), UPIssueTypes.Count());
+    EXPECT_EQ(RulesOf(CheckUPIssue(issue, "AUTO-LISTS all", 0.25, subs)),
+              "unneeded-options unneeded-option-values ")
+        << "the guidance on show rules";
 }
 
 } // namespace
