@@ -4,6 +4,7 @@
 #include "platform/Process.h"
 
 #include <gmock/gmock.h>
+
 namespace velmora {
 namespace {
 
@@ -33,14 +34,10 @@ TEST(Process, KnowsTheSystem) {
     EXPECT_FALSE(Process::Environment("PATH").empty());
     EXPECT_EQ(Process::Environment("VELMORA_NO_SUCH_VARIABLE"), "");
     Process::Sleep(-1);
-}
-
-TEST(Process, ReadsFreeBytes) {
-    TempFolder folder;
-    const auto free = Process::FreeBytes(folder.Path());
-    ASSERT_TRUE(free);
-    EXPECT_LE(*free, std::filesystem::space(folder.Host()).capacity);
-    EXPECT_GT(*free, 0u);
+    const TempFolder folder;
+    const auto free = Process::FreeBytes(folder.Path()).value_or(0);
+    EXPECT_GT(free, 0u);
+    EXPECT_LE(free, std::filesystem::space(folder.Host()).capacity);
     EXPECT_EQ(Process::FreeBytes(folder / "missing"), std::nullopt);
 }
 

@@ -1,6 +1,6 @@
 #include "platform/RegistryFile.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 #include <tuple>
@@ -10,158 +10,130 @@ namespace velmora {
 namespace {
 
 using namespace std::string_literals;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
 using Created = Registry::Created;
 
 const std::string Key = "HKEY_LOCAL_MACHINE\\Software\\Velmora";
-
-RegistryFile WithLines(const std::string& lines) {
-    return RegistryFile("REGEDIT4\r\n\r\n[" + Key + "]\r\n" + lines);
-}
+const std::string Head = "REGEDIT4\r\n\r\n[" + Key + "]\r\n";
 
 RegistryValue Text(const std::string& text) {
     return {RegistryType::Sz, text + '\0'};
 }
 
+RegistryValue Found(const RegistryFile& file, const std::string& key, const std::string& name) {
+    const RegistryValue* const value = file.Find(key, name);
+    return value == nullptr ? Text("nothing") : *value;
+}
+
 TEST(RegistryFile, ReadsEveryForm) {
     using Case = std::tuple<std::string, std::string, RegistryValue>;
-    const Case cases[] = {
-        {R"("path" = "spaced" )", "PATH", Text("spaced")},
-        {R"("a\"b\\c"="say \"hi\"")", "a\"b\\c", Text("say \"hi\"")},
-        {R"("a=b"="c=d")", "a=b", Text("c=d")},
-        {R"(@="default")", "", Text("default")},
-        {R"("n"=DWORD:fffffffe)", "n", {RegistryType::Dword, "\xFE\xFF\xFF\xFF"}},
-        {R"("b"=hex:01,02, ff)", "b", {RegistryType::Binary, "\x01\x02\xFF"}},
-        {R"("m"=hex(7):61,00,62,00,00)", "m", {RegistryType::MultiSz, "a\0b\0\0"s}},
-        {"\"b\"=hex:01,\\\r\n  02,\\\n\t03", "b", {RegistryType::Binary, "\1\2\3"}},
-        {"\"twice\"=\"1\"\r\n\"TWICE\"=\"2\"", "twice", Text("2")},
-        {"\"x\"=\"1\"\r\n[Other]\r\n[" + Key + "]\r\n\"y\"=\"2\"", "y", Text("2")},
-    };
-    for (const auto& [line, name, expected] : cases) {
-        const RegistryFile file = WithLines(line);
-        const RegistryValue* const value = file.Find("hkey_local_machine\\SOFTWARE\\velmora", name);
-        ASSERT_NE(value, nullptr) << line;
-        EXPECT_EQ(*value, expected) << line;
+    for (const auto& [line, name, expected] :
+         {Case{R"("a\"b\\c" = "say \"hi\"" )", "A\"b\\c", Text("say \"hi\"")},
+          Case{R"("a=b"="c=d")", "a=b", Text("c=d")}, Case{R"(@="default")", "", Text("default")},
+          Case{R"("n"=DWORD:fffffffe)", "n", {RegistryType::Dword, "\xFE\xFF\xFF\xFF"}},
+          Case{"\"b\"=hex:01, 02,\\\r\n  03,\\\n\tff", "b", {RegistryType::Binary, "\1\2\3\xFF"}},
+          Case{"\"twice\"=\"1\"\r\n\"TWICE\"=\"2\"", "twice", Text("2")},
+          Case{"\"x\"=\"1\"\r\n[Other]\r\n[" + Key + "]\r\n\"y\"=\"2\"", "y", Text("2")}}) {
+        const RegistryFile file(Head + line);
+        EXPECT_EQ(Found(file, "hkey_local_machine\\SOFTWARE\\velmora", name), expected) << line;
         EXPECT_TRUE(file.BrokenLines().empty()) << line;
     }
 }
 
 TEST(RegistryFile, KeepsAndReportsBrokenLines) {
     std::vector<std::string> brokenLines{"\"x", "\"x\"", "x=\"1\"", "REGEDIT4", "\"x\"=\"\0"s};
-    for (const char* value : {"\"open", "\"C:\\Games\\\"", "\"C:\\Games\"", "\"a\" b",
-                              "dword:", "dword:123456789", "dword:0x1", "dword:-1", "hex:1g", "hex:001",
-                              "hex:01,,02", "hex:01,", "hex:01,\\", "hex(5):01", "hex(:01", "hex(2:01", "-"})
-        brokenLines.push_back("\"x\"="s + value);
+    for (const std::string value :
+         {"\"C:\\Games\\\"", "\"C:\\Games\"", "\"a\" b", "dword:", "dword:123456789", "dword:0x1", "dword:-1",
+          "hex:1g", "hex:001", "hex:01,,02", "hex:01,", "hex:01,\\", "hex(5):01", "hex(:01", "hex(2:01", "-"})
+        brokenLines.push_back("\"x\"=" + value);
     for (const std::string& broken : brokenLines) {
-        RegistryFile file = WithLines(broken + "\r\n\"y\"=\"1\"\r\n");
-        ASSERT_EQ(file.BrokenLines().size(), 1u) << broken;
-        EXPECT_EQ(file.BrokenLines()[0].Number, 4u) << broken;
+        SCOPED_TRACE(broken);
+        RegistryFile file(Head + broken + "\r\n\"y\"=\"1\"\r\n");
+        ASSERT_EQ(file.BrokenLines().size(), 1u);
+        EXPECT_EQ(file.BrokenLines()[0].Number, 4u);
         EXPECT_EQ(file.BrokenLines()[0].Text, broken);
-        EXPECT_EQ(file.Find(Key, "x"), nullptr) << broken;
+        EXPECT_EQ(file.Find(Key, "x"), nullptr);
         EXPECT_TRUE(file.SetValue(Key, "y", Text("2")));
-        EXPECT_TRUE(file.SetValue(Key, "x", Text("1")));
-        EXPECT_EQ(file.Text(),
-                  "REGEDIT4\r\n\r\n[" + Key + "]\r\n" + broken + "\r\n\"y\"=\"2\"\r\n\"x\"=\"1\"\r\n");
+        EXPECT_EQ(file.Text(), Head + broken + "\r\n\"y\"=\"2\"\r\n");
         EXPECT_TRUE(file.DeleteKey(Key));
-        EXPECT_NE(file.Text().find(broken), std::string::npos) << "lost with its key: " << broken;
+        EXPECT_THAT(file.Text(), HasSubstr(broken)) << "lost with its key";
     }
 }
 
 TEST(RegistryFile, CountsLinesAfterABrokenKeyAsBroken) {
     for (const std::string broken :
          {"[HKEY_LOCAL_MACHINE\\Bad", "[]", "[-HKEY_LOCAL_MACHINE\\Software]", "[a] b"}) {
-        RegistryFile file =
-            WithLines("\"x\"=\"1\"\r\n" + broken + "\r\n; note\r\n\"x\"=\"2\"\r\n[K\\L]\r\n\"x\"=\"3\"");
-        ASSERT_EQ(file.BrokenLines().size(), 2u) << broken;
-        EXPECT_EQ(file.BrokenLines()[0].Number, 5u);
+        SCOPED_TRACE(broken);
+        const std::string lines = broken + "\r\n; note\r\n\"x\"=\"2\"";
+        RegistryFile file(Head + "\"x\"=\"1\"\r\n" + lines + "\r\n[K\\L]\r\n\"x\"=\"3\"");
+        ASSERT_EQ(file.BrokenLines().size(), 2u);
         EXPECT_EQ(file.BrokenLines()[1].Number, 7u);
-        EXPECT_EQ(*file.Find(Key, "x"), Text("1"));
-        EXPECT_EQ(*file.Find("K\\L", "x"), Text("3"));
-        const std::string before = file.Text();
+        EXPECT_EQ(Found(file, Key, "x"), Text("1"));
+        EXPECT_EQ(Found(file, "K\\L", "x"), Text("3"));
         EXPECT_TRUE(file.DeleteKey(Key));
-        EXPECT_NE(file.Text().find(broken + "\r\n; note\r\n\"x\"=\"2\""), std::string::npos);
+        EXPECT_THAT(file.Text(), HasSubstr(lines));
     }
     EXPECT_EQ(RegistryFile("Windows Registry Editor Version 5.00\r\n; x\r\n\r\n").BrokenLines().size(), 1u);
 }
 
 TEST(RegistryFile, WritesEveryForm) {
-    using Case = std::tuple<RegistryType, std::string, std::string>;
-    const Case cases[] = {
-        {RegistryType::Sz, "C:\\Games\\\"x\"\0"s, R"("v"="C:\\Games\\\"x\"")"},
-        {RegistryType::Sz, "\0"s, R"("v"="")"},
-        {RegistryType::Sz, "\t\x81\xFF\0"s, "\"v\"=\"\t\x81\xFF\""},
-        {RegistryType::Sz, "a\r\nb\0"s, R"("v"=hex(1):61,0d,0a,62,00)"},
-        {RegistryType::Sz, "no end", R"("v"=hex(1):6e,6f,20,65,6e,64)"},
-        {RegistryType::Sz, "", R"("v"=hex(1):)"},
-        {RegistryType::Sz, "a\0b\0"s, R"("v"=hex(1):61,00,62,00)"},
-        {RegistryType::ExpandSz, "%T%\0"s, R"("v"=hex(2):25,54,25,00)"},
-        {RegistryType::Dword, "\x0A\0\0\x80"s, R"("v"=dword:8000000a)"},
-        {RegistryType::Dword, "\1", R"("v"=hex(4):01)"},
-        {RegistryType::Binary, "\0\xFF"s, R"("v"=hex:00,ff)"},
-        {RegistryType::Binary, "", R"("v"=hex:)"},
-        {RegistryType::MultiSz, "a\0\0"s, R"("v"=hex(7):61,00,00)"},
-        {RegistryType::None, "", R"("v"=hex(0):)"},
-    };
-    for (const auto& [type, bytes, line] : cases) {
-        RegistryFile file = WithLines("");
-        ASSERT_TRUE(file.SetValue(Key, "v", {type, bytes}));
-        EXPECT_EQ(file.Text(), "REGEDIT4\r\n\r\n[" + Key + "]\r\n" + line + "\r\n");
-        const RegistryFile again(file.Text());
-        ASSERT_NE(again.Find(Key, "v"), nullptr) << line;
-        EXPECT_EQ(*again.Find(Key, "v"), (RegistryValue{type, bytes})) << line;
+    using Case = std::tuple<std::string, RegistryType, std::string>;
+    for (const auto& [data, type, bytes] :
+         {Case{R"("C:\\Games\\\"x\"")", RegistryType::Sz, "C:\\Games\\\"x\"\0"s},
+          Case{"\"\t\x81\xFF\"", RegistryType::Sz, "\t\x81\xFF\0"s}, Case{"\"\"", RegistryType::Sz, "\0"s},
+          Case{"hex(1):0d,0a,00", RegistryType::Sz, "\r\n\0"s},
+          Case{"hex(1):65,6e,64", RegistryType::Sz, "end"}, Case{"hex(1):", RegistryType::Sz, ""},
+          Case{"hex(1):61,00,62,00", RegistryType::Sz, "a\0b\0"s},
+          Case{"hex(2):25,54,00", RegistryType::ExpandSz, "%T\0"s},
+          Case{"dword:8000000a", RegistryType::Dword, "\x0A\0\0\x80"s},
+          Case{"hex(4):01", RegistryType::Dword, "\1"}, Case{"hex:00,ff", RegistryType::Binary, "\0\xFF"s},
+          Case{"hex(7):61,00,00", RegistryType::MultiSz, "a\0\0"s},
+          Case{"hex(0):", RegistryType::None, ""}}) {
+        RegistryFile file(Head);
+        EXPECT_TRUE(file.SetValue(Key, "v", {type, bytes}));
+        EXPECT_EQ(file.Text(), Head + "\"v\"=" + data + "\r\n");
+        EXPECT_EQ(Found(RegistryFile(file.Text()), Key, "v"), (RegistryValue{type, bytes})) << data;
     }
 }
 
-TEST(RegistryFile, StartsFromNothing) {
+TEST(RegistryFile, StartsFromNothingAndRefusesWhatNoLineCanHold) {
     RegistryFile file;
-    EXPECT_EQ(file.Text(), "REGEDIT4\r\n");
     EXPECT_TRUE(file.KeyExists("HKEY_LOCAL_MACHINE"));
-    EXPECT_FALSE(file.KeyExists(Key));
-    EXPECT_FALSE(file.KeyExists(""));
-    EXPECT_FALSE(file.SetValue(Key, "x", Text("1")));
-    EXPECT_FALSE(file.SetValue("", "x", Text("1")));
-    EXPECT_EQ(file.CreateKey(Key), Created::New);
-    EXPECT_EQ(file.CreateKey("hkey_local_machine\\software\\VELMORA"), Created::Existing);
-    EXPECT_EQ(file.CreateKey("HKEY_LOCAL_MACHINE\\Software"), Created::Existing);
-    EXPECT_TRUE(file.SetValue(Key, "", Text("1")));
-    EXPECT_TRUE(file.SetValue("HKEY_CURRENT_USER", "x", Text("2")));
-    EXPECT_EQ(file.Text(),
-              "REGEDIT4\r\n\r\n[" + Key + "]\r\n@=\"1\"\r\n\r\n[HKEY_CURRENT_USER]\r\n\"x\"=\"2\"\r\n");
-}
-
-TEST(RegistryFile, RefusesWhatNoLineCanHold) {
-    RegistryFile file;
+    for (const std::string& key : {Key, ""s}) {
+        EXPECT_FALSE(file.KeyExists(key));
+        EXPECT_FALSE(file.SetValue(key, "x", Text("1")));
+    }
     for (const std::string& key : {""s, "K\\a\nb"s, "K\\a\0b"s, "-K\\a"s})
         EXPECT_EQ(file.CreateKey(key), Created::Failed);
-    file.CreateKey("K\\a ]b");
+    EXPECT_EQ(file.Text(), "REGEDIT4\r\n");
+    EXPECT_EQ(file.CreateKey(Key), Created::New);
+    for (const char* key : {"hkey_local_machine\\software\\VELMORA", "HKEY_LOCAL_MACHINE\\Software"})
+        EXPECT_EQ(file.CreateKey(key), Created::Existing);
     for (const std::string& name : {"a\rb"s, "a\nb"s, "a\0b"s})
-        EXPECT_FALSE(file.SetValue("K\\a ]b", name, Text("1")));
+        EXPECT_FALSE(file.SetValue(Key, name, Text("1")));
+    EXPECT_TRUE(file.SetValue(Key, "", Text("1")));
+    EXPECT_TRUE(file.SetValue("HKEY_CURRENT_USER", "x", Text("2")));
+    EXPECT_EQ(file.Text(), Head + "@=\"1\"\r\n\r\n[HKEY_CURRENT_USER]\r\n\"x\"=\"2\"\r\n");
+    file.CreateKey("K\\a ]b");
     EXPECT_TRUE(file.SetValue("K\\a ]b", "]=\"\\", Text("1")));
-    EXPECT_EQ(*RegistryFile(file.Text()).Find("K\\a ]b", "]=\"\\"), Text("1"));
+    EXPECT_EQ(Found(RegistryFile(file.Text()), "K\\a ]b", "]=\"\\"), Text("1"));
 }
 
-TEST(RegistryFile, DeletesKeysWithoutSubkeys) {
-    RegistryFile file("REGEDIT4\n[K\\A\\B]\n\"x\"=\"1\"\n[k\\a\\b]\n\"y\"=\"1\"\n[K\\AB]\n");
-    EXPECT_FALSE(file.DeleteKey("K"));
-    EXPECT_FALSE(file.DeleteKey("K\\A"));
-    EXPECT_FALSE(file.DeleteKey("K\\A\\Missing"));
-    EXPECT_TRUE(file.DeleteKey("K\\A\\b"));
-    EXPECT_FALSE(file.KeyExists("K\\A\\B"));
-    EXPECT_TRUE(file.KeyExists("K\\A")) << "a key went with its last subkey";
-    EXPECT_TRUE(file.KeyExists("K\\AB"));
-    EXPECT_TRUE(file.DeleteKey("K\\A"));
-    EXPECT_FALSE(file.KeyExists("K\\A"));
-}
-
-TEST(RegistryFile, KeepsEverythingElse) {
-    const std::string before =
-        "; mine\nREGEDIT4\n\n[K\\A]\n; note\n\"x\"=\"1\"\n\"b\"=hex:01,\\\n  02\n\n[K\\B]\n";
-    RegistryFile file(before);
-    EXPECT_TRUE(file.SetValue("K\\A", "x", Text("1")));
-    EXPECT_TRUE(file.SetValue("K\\A", "new", Text("2")));
-    EXPECT_EQ(file.Text(),
-              "; mine\r\nREGEDIT4\r\n\r\n[K\\A]\r\n; note\r\n\"x\"=\"1\"\r\n\"b\"=hex:01,\\\r\n  02\r\n"
-              "\"new\"=\"2\"\r\n\r\n[K\\B]\r\n");
-    EXPECT_TRUE(file.BrokenLines().empty());
+TEST(RegistryFile, DeletesKeysWithoutSubkeysAndKeepsEverythingElse) {
+    RegistryFile file("; mine\nREGEDIT4\n\n[K\\A\\B]\n\"x\"=\"1\"\n[k\\a\\b]\n\"y\"=\"1\"\n"
+                      "[K\\AB]\n; note\n\"b\"=hex:01,\\\n  02\n\n[L]\n");
+    for (const char* key : {"K", "K\\A", "K\\A\\Missing"})
+        EXPECT_FALSE(file.DeleteKey(key));
+    for (const char* key : {"K\\A\\b", "K\\A"}) {
+        EXPECT_TRUE(file.KeyExists(key)) << "a key went with its last subkey";
+        EXPECT_TRUE(file.DeleteKey(key));
+        EXPECT_FALSE(file.KeyExists(key));
+    }
+    for (const char* name : {"new", "b"})
+        EXPECT_TRUE(file.SetValue("K\\AB", name, {RegistryType::Binary, "\1\2"}));
+    EXPECT_THAT(file.Text(), StartsWith("; mine\r\nREGEDIT4\r\n\r\n[K\\AB]\r\n; note\r\n\"b\"=hex:01,\\\r\n"
+                                        "  02\r\n\"new\"=hex:01,02\r\n\r\n[L]\r\n"));
 }
 
 } // namespace

@@ -17,139 +17,112 @@ using namespace std::string_literals;
 namespace fs = std::filesystem;
 
 constexpr std::uint32_t Machine = Registry::LocalMachine;
-const std::string Velmora = "Software\\Corvane\\Morvath.Net\\Velmora";
 const RegistryValue One{RegistryType::Sz, "1\0"s};
 
-std::string TextOf(const std::optional<RegistryValue>& value) {
-    return value ? value->Bytes.substr(0, value->Bytes.find('\0')) : "nothing";
-}
+class RegistryPosixTest : public ::testing::Test {
+  protected:
+    [[nodiscard]] std::string Read(const std::string& name, const std::string& key = "Software\\K") const {
+        const auto value = scratch.Host->Read(Machine, key, name);
+        return value ? value->Bytes.substr(0, value->Bytes.find('\0')) : "nothing";
+    }
 
-TEST(RegistryPosix, KeepsAReadableFileAndItsBrokenLines) {
-    const ScratchRegistry scratch;
+    /// Has a compatibility prefix whose registry holds one key.
+    void HavePrefix(const std::string& key, const std::string& lines) const {
+        fs::create_directories(prefix / "dosdevices");
+        fs::create_directories(prefix / "drive_c/Games");
+        fs::create_directory_symlink("../drive_c", prefix / "dosdevices/c:");
+        fs::create_directory_symlink("/", prefix / "dosdevices/z:");
+        scratch.Folder.Write(".wine/system.reg", "WINE REGISTRY Version 2\n\n" + key + " 170\n" + lines);
+        SetEnvironment("WINEPREFIX", Files::PathText(prefix));
+    }
+
+    ScratchRegistry scratch;
+    const fs::path prefix = fs::canonical(scratch.Folder.Host()) / ".wine";
+    const std::string driveC = Files::PathText(prefix / "drive_c") + '/';
+};
+
+TEST_F(RegistryPosixTest, KeepsAReadableFileAndItsBrokenLines) {
     scratch.Folder.Write("registry.reg", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\nwhat is this\n");
-    scratch.Host->CreateKey(Machine, Velmora);
+    scratch.Host->CreateKey(Machine, "L\\M");
     EXPECT_TRUE(scratch.Host->Write(Machine, "K", "x", One));
-    EXPECT_TRUE(scratch.Host->Write(Machine, Velmora, "Path", {RegistryType::Sz, "/games/\0"s}));
-    EXPECT_EQ(
-        scratch.Folder.Read("registry.reg"),
-        "REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\K]\r\nwhat is this\r\n\"x\"=\"1\"\r\n\r\n[HKEY_LOCAL_MACHINE\\" +
-            Velmora + "]\r\n\"Path\"=\"/games/\"\r\n");
+    EXPECT_TRUE(scratch.Host->Write(Machine, "L\\M", "Path", {RegistryType::Sz, "/games/\0"s}));
+    EXPECT_EQ(scratch.Folder.Read("registry.reg"),
+              "REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\K]\r\nwhat is this\r\n\"x\"=\"1\"\r\n\r\n"
+              "[HKEY_LOCAL_MACHINE\\L\\M]\r\n\"Path\"=\"/games/\"\r\n");
     EXPECT_EQ(scratch.Host->BrokenLines(), std::vector{scratch.Folder / "registry.reg" + ":3: what is this"});
 }
 
-TEST(RegistryPosix, LivesInTheConfigurationFolder) {
-    const ScratchRegistry scratch;
+TEST_F(RegistryPosixTest, LivesInTheConfigurationFolder) {
     SetEnvironment("VELMORA_REGISTRY", "");
     SetEnvironment("XDG_CONFIG_HOME", scratch.Folder / "config");
-    EXPECT_EQ(HostRegistry()->CreateKey(Machine, Velmora), Registry::Created::New);
+    EXPECT_EQ(HostRegistry()->CreateKey(Machine, "K"), Registry::Created::New);
     ::unsetenv("XDG_CONFIG_HOME");
     EXPECT_TRUE(scratch.Folder.Has("config/VelmoraWriter/registry.reg"));
 }
 
-TEST(RegistryPosix, FailsWithoutHarmToTheFile) {
-    const ScratchRegistry scratch;
+TEST_F(RegistryPosixTest, FailsWithoutHarmToTheFile) {
     scratch.Host->CreateKey(Machine, "K");
-    const std::string before = scratch.Folder.Read("registry.reg");
     {
         const Fault fault("write", 0, EIO);
         EXPECT_EQ(scratch.Host->CreateKey(Machine, "L"), Registry::Created::Failed);
         EXPECT_FALSE(scratch.Host->DeleteKey(Machine, "K"));
     }
-    EXPECT_EQ(scratch.Folder.Read("registry.reg"), before);
+    EXPECT_TRUE(scratch.Host->KeyExists(Machine, "K"));
     SetEnvironment("VELMORA_REGISTRY", scratch.Folder.Path());
     EXPECT_FALSE(HostRegistry()->Write(Machine, "K", "x", One));
     EXPECT_FALSE(HostRegistry()->Read(Machine, "K", "x"));
 }
 
-TEST(RegistryPosix, LosesNothingWhenTwoProgramsWrite) {
-    const ScratchRegistry scratch;
+TEST_F(RegistryPosixTest, LosesNothingWhenTwoProgramsWrite) {
     scratch.Host->CreateKey(Machine, "K");
-    constexpr int Writes = 40;
-    const auto writeAll = [&](const std::string& who) {
-        bool well = true;
-        for (int i = 0; i < Writes; ++i)
-            well = scratch.Host->Write(Machine, "K", who + std::to_string(i), One) && well;
-        return well;
-    };
+    constexpr int writes = 40;
     const pid_t child = ::fork();
     ASSERT_GE(child, 0);
+    bool well = true;
+    for (int i = 0; i < writes; ++i)
+        well =
+            scratch.Host->Write(Machine, "K", (child == 0 ? "child" : "parent") + std::to_string(i), One) &&
+            well;
     if (child == 0)
-        ::_exit(writeAll("child") ? 0 : 1);
-    EXPECT_TRUE(writeAll("parent"));
+        ::_exit(well ? 0 : 1);
+    EXPECT_TRUE(well);
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
-    for (int i = 0; i < Writes; ++i)
+    for (int i = 0; i < writes; ++i)
         for (const std::string who : {"child", "parent"})
-            EXPECT_EQ(TextOf(scratch.Host->Read(Machine, "K", who + std::to_string(i))), "1") << i;
+            EXPECT_EQ(Read(who + std::to_string(i), "K"), "1") << i;
 }
 
-/// A compatibility prefix whose registry holds one key.
-class Prefix {
-  public:
-    explicit Prefix(const std::string& lines, const std::string& key = Velmora) {
-        fs::create_directories(scratch.Folder.Host() / "prefix/dosdevices");
-        fs::create_directories(scratch.Folder.Host() / "prefix/drive_c/Games");
-        fs::create_directory_symlink("../drive_c", scratch.Folder.Host() / "prefix/dosdevices/c:");
-        fs::create_directory_symlink("/", scratch.Folder.Host() / "prefix/dosdevices/z:");
-        std::string escaped;
-        for (const char c : key)
-            escaped += c == '\\' ? "\\\\" : std::string(1, c);
-        scratch.Folder.Write("prefix/system.reg",
-                             "WINE REGISTRY Version 2\n\n[" + escaped + "] 170\n#time=1\n" + lines + "\n");
-        SetEnvironment("WINEPREFIX", scratch.Folder / "prefix");
-    }
-
-    [[nodiscard]] std::string Read(const std::string& name) const {
-        return TextOf(scratch.Host->Read(Machine, Velmora, name));
-    }
-    /// A path on drive C as this host spells it.
-    [[nodiscard]] std::string OnDriveC(const std::string& name) const {
-        return Files::PathText(fs::canonical(scratch.Folder.Host())) + "/prefix/drive_c/" + name;
-    }
-
-    ScratchRegistry scratch;
-};
-
-TEST(RegistryPosix, FindsTheGameInACompatibilityPrefix) {
-    const std::string lines = R"("Path"="C:\\Games\\Velmora\\"
+TEST_F(RegistryPosixTest, FindsTheGameInACompatibilityPrefixUnlessItsOwnFileHasIt) {
+    HavePrefix(R"([Software\\K])", R"("Path"="C:\\Games\\Velmora\\"
 "Gone"="c:\\Nowhere"
 "Root"="Z:\\usr"
 "Other"="Q:\\x"
 "Relative"="C:x"
 "Expand"=str(2):"C:\\Games"
-"Text"="no path")";
-    for (const std::string& key : {Velmora, "Software\\Wow6432Node" + Velmora.substr(8)}) {
-        const Prefix prefix(lines, key);
-        EXPECT_TRUE(prefix.scratch.Host->KeyExists(Machine, Velmora));
-        using Case = std::pair<const char*, std::string>;
-        for (const auto& [name, value] :
-             {Case{"Path", prefix.OnDriveC("Games/Velmora/")}, Case{"Gone", prefix.OnDriveC("Nowhere")},
-              Case{"Root", "/usr"}, Case{"Other", "Q:\\x"}, Case{"Relative", "C:x"},
-              Case{"Expand", prefix.OnDriveC("Games")}, Case{"Text", "no path"}, Case{"Missing", "nothing"}})
-            EXPECT_EQ(prefix.Read(name), value);
-    }
+"Text"="no path")");
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [name, value] :
+         {Case{"Path", driveC + "Games/Velmora/"}, Case{"Gone", driveC + "Nowhere"}, Case{"Root", "/usr"},
+          Case{"Other", "Q:\\x"}, Case{"Relative", "C:x"}, Case{"Expand", driveC + "Games"},
+          Case{"Text", "no path"}, Case{"Missing", "nothing"}})
+        EXPECT_EQ(Read(name), value);
+    EXPECT_FALSE(scratch.Host->Read(Registry::CurrentUser, "Software\\K", "Path")) << "it is no user's";
+    EXPECT_FALSE(scratch.Host->Write(Machine, "Software\\K", "Path", One)) << "it is read only";
+    EXPECT_EQ(scratch.Host->CreateKey(Machine, "Software\\K"), Registry::Created::New);
+    EXPECT_EQ(Read("Path"), driveC + "Games/Velmora/");
+    EXPECT_TRUE(scratch.Host->Write(Machine, "Software\\K", "Path", One));
+    EXPECT_EQ(Read("Path"), "1");
 }
 
-TEST(RegistryPosix, PrefersItsOwnFileToThePrefix) {
-    const Prefix prefix(R"("Path"="C:\\Games")");
-    Registry& registry = *prefix.scratch.Host;
-    EXPECT_FALSE(registry.Write(Machine, Velmora, "Path", One)) << "the prefix is read only";
-    EXPECT_EQ(registry.CreateKey(Machine, Velmora), Registry::Created::New);
-    EXPECT_EQ(prefix.Read("Path"), prefix.OnDriveC("Games"));
-    EXPECT_TRUE(registry.Write(Machine, Velmora, "Path", One));
-    EXPECT_EQ(prefix.Read("Path"), "1");
-    EXPECT_FALSE(registry.Read(Registry::CurrentUser, Velmora, "Path")) << "the prefix is no user's";
-}
-
-TEST(RegistryPosix, LooksIntoTheHomeFolderWithoutAPrefixNamed) {
-    const Prefix prefix(R"("Path"="C:\\Games")");
+TEST_F(RegistryPosixTest, FindsA32BitGameInTheHomeFolderWithoutAPrefixNamed) {
+    HavePrefix(R"([Software\\Wow6432Node\\K])", R"("Path"="C:\\Games")");
     const std::string home = Process::Environment("HOME");
-    fs::rename(prefix.scratch.Folder.Host() / "prefix", prefix.scratch.Folder.Host() / ".wine");
     SetEnvironment("WINEPREFIX", "");
-    SetEnvironment("HOME", prefix.scratch.Folder.Path());
-    EXPECT_EQ(prefix.Read("Path"),
-              Files::PathText(fs::canonical(prefix.scratch.Folder.Host())) + "/.wine/drive_c/Games");
+    SetEnvironment("HOME", scratch.Folder.Path());
+    EXPECT_TRUE(scratch.Host->KeyExists(Machine, "Software\\K"));
+    EXPECT_EQ(Read("Path"), driveC + "Games");
     SetEnvironment("HOME", home);
 }
 

@@ -132,6 +132,7 @@ TEST_F(ErrorHandling, GivesUpFilesThatCannotBeWritten) {
         handler.SetMsgOutputDIR(log.empty() ? log : folder / "missing");
         EXPECT_NO_THROW(FailThreeDeep());
     }
+    EXPECT_EQ(handler.MsgOutputDIR(), folder / "missing" + Files::Separator);
     EXPECT_EQ(prompts.Errors.size(), 3u);
     EXPECT_EQ(folder.EntryCount(), 1);
 }

@@ -108,6 +108,7 @@ TEST_F(clsMsgLogTest, WritesMessageAndErrorFiles) {
               "id,0,0,\"0-\"," + GeneralDate(0) +
                   ",\"a\r\nb\",Writer.exe,Source,6,\"Overflow\",\"A*B\",\"my \"note\"\"\r\n");
     ExpectMatch(log.SendErrFile({}), R"(20\d{12}\d{1,3})");
+    EXPECT_EQ(log.MsgOutputDIR(), folder.Path());
     log.SetMsgOutputDIR(folder / "missing");
     EXPECT_EQ(FailureOf([&] { log.SendMsgFile("one", "two"); }).Source, "clsMsgLog_SendMsgFile");
     EXPECT_EQ(log.SendErrFile({}, "id"), "id") << "it is given up quietly";
