@@ -10,7 +10,7 @@ class EditorFields : public EditorTest {
   protected:
     /// The length of a text after typing at its end.
     std::size_t LengthAfterTyping(const std::string& box) {
-        Pick(editor.EditItem);
+        Pick(editItem);
         Enter(box);
         for (const auto modifier : {Qt::NoModifier, Qt::ControlModifier})
             QTest::keyClick(Get<QWidget>(box), Qt::Key_End, modifier);
@@ -18,6 +18,11 @@ class EditorFields : public EditorTest {
         const std::size_t length = Text(box).size();
         Pick("mnuDiscardChanges");
         return length;
+    }
+    /// What is typed replaces the whole text, for entering a box selects it.
+    void TypeOver(const std::string& box, const char* keys) {
+        Enter(box);
+        QTest::keyClicks(Get<QWidget>(box), QString::fromLatin1(keys));
     }
 };
 
@@ -43,10 +48,10 @@ TEST_P(EditorFields, TellOverlongTextsAndLiftTheirLimits) {
 
 TEST_P(EditorFields, CheckALongTextOnLeaving) {
     Start();
-    Pick(editor.EditItem);
+    Pick(editItem);
     for (const LongText& text : editor.LongTexts) {
         SCOPED_TRACE(text.Box);
-        Type(text.Box, QStringLiteral("a\"b"));
+        TypeOver(text.Box, "a\"b");
         QTest::keyClick(Get<QWidget>(text.Box), Qt::Key_Return);
         EXPECT_EQ(Text(text.Box), "a'b");
         const std::string most(text.Limit - 1, 'x');
@@ -56,28 +61,28 @@ TEST_P(EditorFields, CheckALongTextOnLeaving) {
             Enter(editor.NumberFields[0]);
             EXPECT_EQ(Text(text.Box), most + left);
         }
-        const std::string limit = std::to_string(text.Limit);
-        EXPECT_THAT(prompts.TakeTranscript(),
-                    ElementsAre("Message[Exclamation]: " + text.Label + " text length (" +
-                                std::to_string(text.Limit + 1) +
-                                ") higher than maximum recommended length (" + limit + ")!"));
+        EXPECT_THAT(prompts.TakeTranscript(), ElementsAre("Message[Exclamation]: " + text.Label +
+                                                          " text length (" + std::to_string(text.Limit + 1) +
+                                                          ") higher than maximum recommended length (" +
+                                                          std::to_string(text.Limit) + ")!"));
     }
 }
 
 TEST_P(EditorFields, HoldTheFocusUntilTheyAreNumbers) {
     Start();
-    Pick(editor.EditItem);
+    Pick(editItem);
     for (const std::string& number : editor.NumberFields) {
         SCOPED_TRACE(number);
-        for (const char* refused : {"", "x"}) {
+        TypeOver(number, "x");
+        EXPECT_EQ(Text(number), "x");
+        for (const char* refused : {"x", ""}) {
             Type(number, QString::fromLatin1(refused));
-            Get<QWidget>(editor.TextField)->setFocus();
+            Get<QWidget>(textField)->setFocus();
             EXPECT_TRUE(Get<QWidget>(number)->hasFocus());
             EXPECT_THAT(prompts.TakeTranscript(),
                         ElementsAre("Message: Sorry, this field must contain a numeric value"));
         }
         Type(number, QStringLiteral("-2.5"));
-        Enter(editor.TextField);
     }
     Pick("mnuCommitChanges");
     for (const std::string& number : editor.NumberFields)
@@ -85,65 +90,35 @@ TEST_P(EditorFields, HoldTheFocusUntilTheyAreNumbers) {
     EXPECT_THAT(prompts.Transcript, IsEmpty());
 }
 
-TEST_P(EditorFields, SelectTheirTextsOnEntry) {
-    Start();
-    Pick(editor.EditItem);
-    for (const LongText& text : editor.LongTexts) {
-        Enter(text.Box);
-        auto* box = Get<QWidget>(text.Box);
-        auto* lines = qobject_cast<TextBox*>(box);
-        EXPECT_EQ(
-            FromQt(lines ? lines->textCursor().selectedText() : qobject_cast<LineBox*>(box)->selectedText()),
-            Text(text.Box))
-            << text.Box;
-    }
-    for (const std::string& number : editor.NumberFields) {
-        Enter(number);
-        EXPECT_EQ(FromQt(Get<LineBox>(number)->selectedText()), Text(number)) << number;
-    }
-}
-
 TEST_P(EditorFields, AreShownByTheZoomDialogsChoice) {
     Put("C", "");
     Start();
     Click("cmdForward");
-    const std::string contained = editor.Title + "s contained in this file:\n";
-    struct {
-        std::string Item;
-        std::string What;
-        std::string First;
-        std::string FirstBlurb;
-        std::string Chosen; ///< empty closes the dialog
-        std::string Blurb;
-        std::string Shown;
-    } const cases[]{
-        {"mnuZoomTo", "Name", "Cherry", "about Cherry", "Banana", "about Banana", "Banana, 3 of 3, "},
-        {"mnuZoomTo", "Name", "Banana", "about Banana", "", "", "Banana, 3 of 3, "},
-        {zoomFileItem, "File", FileName("A"), contained + "Apple, Cherry", FileName("A"),
-         contained + "Apple, Cherry", "Apple, 1 of 3, "},
-        {zoomFileItem, "File", FileName("A"), contained + "Apple, Cherry", FileName("B"),
-         contained + "Banana", "Banana, 3 of 3, "},
-        {zoomFileItem, "File", FileName("A"), contained + "Apple, Cherry", FileName("C"), contained,
-         "Banana, 3 of 3, "},
-    };
-    for (const auto& zoom : cases) {
+    const auto zoom = [this](const std::string& item, const std::string& chosen) {
+        Strings seen;
         ModalAnswers answers;
         answers.Expect<frmZoomTo>([&](frmZoomTo& dialog) {
             auto* box = dialog.findChild<ChoiceBox*>(QStringLiteral("cboZoomTo"));
             auto* blurb = dialog.findChild<QLabel*>(QStringLiteral("lblBlurb"));
-            EXPECT_EQ(FromQt(dialog.windowTitle()), "Zoom To " + editor.Title + " " + zoom.What);
-            EXPECT_EQ(box->Chosen() + ": " + FromQt(blurb->text()), zoom.First + ": " + zoom.FirstBlurb);
-            if (zoom.Chosen.empty()) {
-                dialog.close();
-                return;
-            }
-            box->setCurrentIndex(box->findText(ToQt(zoom.Chosen)));
-            EXPECT_EQ(FromQt(blurb->text()), zoom.Blurb);
+            seen = {FromQt(dialog.windowTitle()), box->Chosen(), FromQt(blurb->text())};
+            box->setCurrentIndex(box->findText(ToQt(chosen)));
+            seen.push_back(FromQt(blurb->text()));
             dialog.findChild<QAbstractButton*>(QStringLiteral("cmdGo"))->click();
         });
-        Pick(zoom.Item);
-        EXPECT_EQ(Shown(), zoom.Shown) << zoom.Item << " " << zoom.Chosen;
-    }
+        Pick(item);
+        seen.push_back(Shown());
+        return seen;
+    };
+    const std::string byName = "Zoom To " + title + " Name";
+    EXPECT_THAT(zoom("mnuZoomTo", "Banana"),
+                ElementsAre(byName, "Cherry", "about Cherry", "about Banana", "Banana, 3 of 3, "));
+    const std::string byFile = "Zoom To " + title + " File";
+    const std::string contained = title + "s contained in this file:\n";
+    const std::string inA = contained + "Apple, Cherry";
+    EXPECT_THAT(zoom(zoomFileItem, FileName("A")),
+                ElementsAre(byFile, FileName("A"), inA, inA, "Apple, 1 of 3, "));
+    EXPECT_THAT(zoom(zoomFileItem, FileName("C")),
+                ElementsAre(byFile, FileName("A"), inA, contained, "Apple, 1 of 3, "));
 }
 
 TEST_P(EditorFields, FailUnderTheNamesOfTheirRoutines) {
@@ -152,34 +127,25 @@ TEST_P(EditorFields, FailUnderTheNamesOfTheirRoutines) {
     Put("A", Block("Apple") + lengthy);
     Put("B", "");
     Start();
-    ExpectFailureRoads({{"cmdForward", {"PopulateForm"}},
-                        {"cmdBack", {"PopulateForm"}},
-                        {"mnuAddNew"},
-                        {"mnuCopyAsNew"},
-                        {"mnuDelete"},
-                        {"mnuRenameThisFile"},
-                        {moveItem},
-                        {"mnuViewInstructionsFile"}});
+    for (const std::string& item : Strings{"mnuAddNew", "mnuCopyAsNew", "mnuDelete", "mnuRenameThisFile",
+                                           moveItem, "mnuViewInstructionsFile"})
+        ExpectFailureRoads({{item}});
     for (const std::string& item : editor.ReviewItems)
         ExpectFailureRoads({{item, {"DisplayReview"}}});
-    Pick(editor.EditItem);
-    ReleaseCatalogues();
-    ExpectFailureRoads({{"mnuCommitChanges", {"Save" + editor.Word}}});
-    BuildCatalogues();
-    Pick("mnuDiscardChanges");
     prompts.ExpectAsk("", true);
     Pick("mnuDelete");
     ExpectFailureRoads({{"mnuWriteToFile", {"WriteToFile"}}});
     Pick("mnuDelete");
+    ExpectFailureRoads({{"cmdForward", {"PopulateForm"}}, {"cmdBack", {"PopulateForm"}}});
     prompts.ExpectAsk("", true);
     window->close();
     Put("A", lengthy);
     Reopen();
     ExpectFailureRoads({{"mnuSortAlphabetically", {"SortBy", "PopulateForm"}},
-                        {editor.SortByFileItem, {"SortBy", "PopulateForm"}}});
+                        {sortByFileItem, {"SortBy", "PopulateForm"}}});
 }
 
-INSTANTIATE_TEST_SUITE_P(Editors, EditorFields, EveryEditor, NameOfEditor);
+INSTANTIATE_TEST_SUITE_P(Editors, EditorFields, EveryEditor, ::testing::PrintToStringParamName());
 
 } // namespace
 } // namespace velmora

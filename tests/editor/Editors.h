@@ -4,7 +4,6 @@
 #include "events/frmEvents.h"
 #include "upissues/frmUPIssues.h"
 
-#include <algorithm>
 #include <ostream>
 
 namespace velmora {
@@ -18,43 +17,18 @@ struct LongText {
     std::size_t Limit;
 };
 
-/// What tells one editor from the other. Names of controls and texts of messages follow from it.
+/// What tells one editor from the other.
 struct Editor {
     const RecordKind* Records;
-    std::unique_ptr<RecordWindow> (*Make)();
     std::string Folder; ///< below the game directory
-    std::string OwnFile;
-    std::string Word;     ///< in names of controls and routines
-    std::string Noun;     ///< in messages
-    std::string CopyNoun; ///< in the message that the name of a copy is taken
-    std::string Title;    ///< in captions
-    std::string MissingFolder;
-    std::string EditItem;
-    std::string SortByFileItem;
-    std::string TextField;
-    std::vector<std::string> NumberFields;
-    std::vector<std::string> ReviewItems;
+    Strings NumberFields;
+    Strings ReviewItems;
     std::vector<LongText> LongTexts;
 };
 
-template <class Window>
-std::unique_ptr<RecordWindow> MakeWindow() {
-    return std::make_unique<Window>();
-}
-
 inline const Editor EventEditor{
     &EventKind,
-    MakeWindow<frmEvents>,
     "Game/Data/",
-    "MyEvents.event",
-    "Event",
-    "event",
-    "event",
-    "Event",
-    " directory!",
-    "mnuEditThisEvent",
-    "mnuSortByFileName",
-    "txtDescription",
     {"txtGoodValue", "txtNeutralValue", "txtEvilValue", "txtGoodPopChange", "txtNeutralPopChange",
      "txtEvilPopChange", "txtProbability"},
     {"mnuReviewDescription", "mnuReviewGood", "mnuReviewNeutral", "mnuReviewEvil"},
@@ -65,17 +39,7 @@ inline const Editor EventEditor{
      {"txtEvilOption", "EvilOption", "Evil Option", "Evil Option text length for this event", 200}}};
 inline const Editor IssueEditor{
     &UPIssueKind,
-    MakeWindow<frmUPIssues>,
     "Game/Data/UP_Issues/",
-    "MyUPIssues.upissue",
-    "UPIssue",
-    "UP Issue",
-    "UPIssue",
-    "UP Issue",
-    "\\UP_Issue directory!",
-    "mnuEditThisIssue",
-    "mnuSortByFilename",
-    "txtQuestion",
     {"txtYearsInEffect", "txtOptVal_0", "txtOptVal_5", "txtValue_0", "txtValue_1"},
     {"mnuIssueText"},
     {{"txtQuestion", "Question", "Question", "Question text length for this issue", 530},
@@ -84,12 +48,9 @@ inline const Editor IssueEditor{
 
 /// Names an editor where tests are listed.
 inline void PrintTo(const Editor* editor, std::ostream* out) {
-    *out << editor->Word;
+    *out << editor->Records->Window;
 }
 inline const auto EveryEditor = ::testing::Values(&EventEditor, &IssueEditor);
-inline std::string NameOfEditor(const ::testing::TestParamInfo<const Editor*>& editor) {
-    return editor.param->Word;
-}
 
 /// Records that pass every check.
 inline clsEvent SoundEvent(const std::string& name) {
@@ -116,23 +77,17 @@ inline clsUPIssue SoundIssue(const std::string& name) {
 template <class Window, class RecordType>
 class FormOf : public WindowTest {
   protected:
-    explicit FormOf(const Editor& ownEditor) : editor(ownEditor) {
-        temp.Write("Game/GFX/P.pcx", "no picture, but there");
-    }
-    void Put(const std::string& file, const std::vector<RecordType>& records) {
-        std::string text;
-        for (const RecordType& record : records)
-            text += BlockOf(*editor.Records, record);
-        temp.Write(editor.Folder + file, text);
-    }
+    explicit FormOf(const Editor& ownEditor) : editor(ownEditor) {}
     /// Opens the window over one file of this text, or of these records.
     void Start(const std::string& text) {
         temp.Write(editor.Folder + "A" + std::string(editor.Records->Extension), text);
         Open<Window>();
     }
     void Start(const std::vector<RecordType>& records) {
-        Put("A" + std::string(editor.Records->Extension), records);
-        Open<Window>();
+        std::string text;
+        for (const RecordType& record : records)
+            text += BlockOf(*editor.Records, record);
+        Start(text);
     }
     const RecordType& At(std::size_t at) { return static_cast<const RecordType&>(window->Records().At(at)); }
     std::string BlockAt(std::size_t at) { return BlockOf(*editor.Records, At(at)); }
@@ -144,12 +99,16 @@ class FormOf : public WindowTest {
 class EditorTest : public WindowTest, public ::testing::WithParamInterface<const Editor*> {
   protected:
     EditorTest() {
-        temp.Write("Game/GFX/P.pcx", "no picture, but there");
         Put("A", Block("Apple") + Block("Cherry"));
         Put("B", Block("Banana"));
     }
+    [[nodiscard]] std::unique_ptr<RecordWindow> Make() const {
+        if (events)
+            return std::make_unique<frmEvents>();
+        return std::make_unique<frmUPIssues>();
+    }
     void Start() {
-        window = editor.Make();
+        window = Make();
         Reopen();
     }
     [[nodiscard]] std::string FileName(const std::string& base) const {
@@ -159,18 +118,12 @@ class EditorTest : public WindowTest, public ::testing::WithParamInterface<const
         temp.Write(editor.Folder + FileName(base), text);
     }
     std::string OnDisk(const std::string& name) { return temp.Read(editor.Folder + name); }
-    std::vector<std::string> FilesOnDisk() { return Sorted(editor.Folder); }
-    std::vector<std::string> Sorted(const std::string& folder) {
-        auto names = Files::ListFiles(temp / folder);
-        std::sort(names.begin(), names.end());
-        return names;
-    }
     /// The block of a sound record; one of its texts can be another.
     [[nodiscard]] std::string Block(const std::string& name, const std::string& key = {},
                                     const std::string& text = {}) const {
         clsEvent event = SoundEvent(name);
         clsUPIssue issue = SoundIssue(name);
-        Record& record = &editor == &EventEditor ? static_cast<Record&>(event) : issue;
+        Record& record = events ? static_cast<Record&>(event) : issue;
         for (const Field& field : editor.Records->Fields)
             if (field.Key == key)
                 field.SetText(record, text);
@@ -178,31 +131,35 @@ class EditorTest : public WindowTest, public ::testing::WithParamInterface<const
     }
     /// A file that cannot be read to its end.
     [[nodiscard]] std::string Broken() const {
-        return "Probability 1\r\n" + std::string(editor.Records->Header) +
-               " X\r\nProbability 99999999999\r\n";
+        return std::string(editor.Records->Header) + " X\r\nProbability 99999999999\r\n";
     }
     void EditText(const std::string& text) {
-        Pick(editor.EditItem);
-        Type(editor.TextField, ToQt(text));
+        Pick(editItem);
+        Type(textField, ToQt(text));
     }
     void Commit(const std::string& text) {
         EditText(text);
         Pick("mnuCommitChanges");
     }
     std::string Shown() { return Text(nameBox) + ", " + Text("lblWhereWeAt") + ", " + Text("lblStatus"); }
-    [[nodiscard]] std::string Question(const std::string& names) const {
-        return "Preparing to save " + editor.Noun + "s for the following files:||" + names + "||Proceed?";
-    }
     void Write() {
         prompts.ExpectAsk("", true);
         Pick("mnuWriteToFile");
     }
 
     const Editor& editor = *GetParam();
-    const std::string nameBox = "txt" + editor.Word + "Name";
-    const std::string fileBox = "cbo" + editor.Word + "File";
-    const std::string moveItem = "mnuMoveThis" + editor.Word + "ToANewFile";
-    const std::string zoomFileItem = "mnuZoomTo" + editor.Word + "File";
+    const bool events = &editor == &EventEditor;
+    const std::string word = events ? "Event" : "UPIssue"; ///< in names of controls and routines
+    const std::string title = events ? "Event" : "UP Issue";
+    const std::string noun = events ? "event" : "UP Issue";
+    const std::string editItem = events ? "mnuEditThisEvent" : "mnuEditThisIssue";
+    const std::string sortByFileItem = events ? "mnuSortByFileName" : "mnuSortByFilename";
+    const std::string textField = editor.LongTexts[0].Box;
+    const std::string nameBox = "txt" + word + "Name";
+    const std::string fileBox = "cbo" + word + "File";
+    const std::string moveItem = "mnuMoveThis" + word + "ToANewFile";
+    const std::string zoomFileItem = "mnuZoomTo" + word + "File";
+    const std::string edited = "EDITED, PENDING A WRITE TO FILE";
 };
 
 } // namespace velmora

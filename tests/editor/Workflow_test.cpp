@@ -4,123 +4,122 @@
 namespace velmora {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::UnorderedElementsAre;
+
 class Workflow : public EditorTest {
   protected:
     void AddAs(const std::string& name, const std::string& item = "mnuAddNew") {
-        prompts.ExpectInput("Please enter the name of this new " + editor.Noun +
+        prompts.ExpectInput("Please enter the name of this new " + noun +
                                 ", there should be no spaces in the chosen name.",
                             name);
         Pick(item);
     }
     Strings MenuItemsOn() {
-        Strings on;
-        for (const std::string& item :
-             Strings{editor.EditItem, "mnuDiscardChanges", "mnuCommitChanges", "mnuRenameThisFile", moveItem,
-                     "mnuAddNew", "mnuCopyAsNew", "mnuDelete", "mnuWriteToFile", "mnuSortAlphabetically",
-                     "mnuZoomTo", zoomFileItem})
-            if (Enabled(item))
-                on.push_back(item);
-        return on;
+        Strings items{editItem,           "mnuDiscardChanges",
+                      "mnuCommitChanges", "mnuRenameThisFile",
+                      moveItem,           "mnuAddNew",
+                      "mnuCopyAsNew",     "mnuDelete",
+                      "mnuWriteToFile",   "mnuSortAlphabetically",
+                      "mnuZoomTo",        zoomFileItem};
+        std::erase_if(items, [this](const std::string& item) { return !Enabled(item); });
+        return items;
     }
-    std::string SortOnShow() { return Ticked({"mnuSortAlphabetically", editor.SortByFileItem.c_str()}); }
+    std::string SortOnShow() { return Ticked({"mnuSortAlphabetically", sortByFileItem.c_str()}); }
+    Strings FilesOnDisk() { return Files::ListFiles(temp / editor.Folder); }
+    /// The block of a record that is about something else than its name.
+    std::string About(const std::string& name, const std::string& text) {
+        return Block(name, editor.LongTexts[0].Key, text);
+    }
+    void WriteWhenAsked(const std::string& files, bool yes = true) {
+        prompts.ExpectAsk("Preparing to save " + noun + "s for the following files:||" + files + "||Proceed?",
+                          yes);
+        Pick("mnuWriteToFile");
+    }
 
-    const std::string adding = editor.Noun == "event" ? "ADDING THIS EVENT" : "ADDING THIS UP ISSUE";
-    const std::string edited = "EDITED, PENDING A WRITE TO FILE";
-    const std::string deleteQuestion = "Are you sure you wish to mark this " + editor.Noun + " for deletion?";
+    const std::string fileA = FileName("A");
+    const std::string fileB = FileName("B");
+    const std::string ownFile = events ? "MyEvents.event" : "MyUPIssues.upissue";
+    const std::string adding = events ? "ADDING THIS EVENT" : "ADDING THIS UP ISSUE";
 };
 
-TEST_P(Workflow, BrowsesRoundInBothDirections) {
+TEST_P(Workflow, BrowsesRoundInBothDirectionsUntilAnEditBegins) {
     Start();
-    for (const char* shown : {"Apple, 1 of 3, ", "Cherry, 2 of 3, ", "Banana, 3 of 3, "}) {
-        EXPECT_EQ(Shown(), shown);
+    for (const char* shown : {"Cherry, 2 of 3, ", "Banana, 3 of 3, ", "Apple, 1 of 3, "}) {
         Click("cmdForward");
+        EXPECT_EQ(Shown(), shown);
     }
-    EXPECT_EQ(Shown(), "Apple, 1 of 3, ");
     Click("cmdBack");
     EXPECT_EQ(Shown(), "Banana, 3 of 3, ");
-    for (const auto& [key, shown] :
-         {std::pair{Qt::Key_Right, "Apple, 1 of 3, "}, std::pair{Qt::Key_Left, "Banana, 3 of 3, "}}) {
-        QTest::keyClick(window.get(), key, Qt::AltModifier);
-        EXPECT_EQ(Shown(), shown) << "not at once";
-    }
-    EXPECT_THAT(prompts.Transcript, IsEmpty());
-}
-
-TEST_P(Workflow, OffersOnlyAddNewWithoutRecords) {
-    Put("A", "");
-    Put("B", "");
-    Start();
-    EXPECT_EQ(Shown(), ", , ");
-    EXPECT_EQ(Text("txtEdited"), "NO");
-    EXPECT_THAT(MenuItemsOn(), ElementsAre("mnuAddNew"));
-    EXPECT_FALSE(Enabled("cmdBack"));
-    AddAs("First");
-    EXPECT_EQ(Shown(), "First, 1 of 1, " + adding);
-}
-
-TEST_P(Workflow, SwitchesItemsWithTheMode) {
-    Start();
+    QTest::keyClick(window.get(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(Shown(), "Apple, 1 of 3, ") << "not at once";
+    QTest::keyClick(window.get(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(Shown(), "Banana, 3 of 3, ") << "not at once";
     EXPECT_EQ(Text("lblEditStatus"), "READ ONLY");
-    EXPECT_FALSE(Enabled(editor.TextField));
-    EXPECT_TRUE(Enabled("lblStatus"));
-    EXPECT_THAT(MenuItemsOn(), ElementsAre(editor.EditItem, "mnuRenameThisFile", moveItem, "mnuAddNew",
-                                           "mnuCopyAsNew", "mnuDelete", "mnuWriteToFile",
-                                           "mnuSortAlphabetically", "mnuZoomTo", zoomFileItem));
-    Pick(editor.EditItem);
+    EXPECT_FALSE(Enabled(textField));
+    EXPECT_THAT(MenuItemsOn(),
+                ElementsAre(editItem, "mnuRenameThisFile", moveItem, "mnuAddNew", "mnuCopyAsNew", "mnuDelete",
+                            "mnuWriteToFile", "mnuSortAlphabetically", "mnuZoomTo", zoomFileItem));
+    Pick(editItem);
     EXPECT_EQ(Text("lblEditStatus"), "READY FOR EDITS");
     EXPECT_THAT(MenuItemsOn(), ElementsAre("mnuDiscardChanges", "mnuCommitChanges"));
-    EXPECT_TRUE(Enabled(editor.TextField));
     EXPECT_FALSE(Enabled(nameBox));
     EXPECT_FALSE(Enabled("cmdForward"));
-    Pick("mnuDiscardChanges");
-    Pick("mnuSortAlphabetically");
-    EXPECT_FALSE(Enabled(zoomFileItem));
 }
 
-TEST_P(Workflow, AddsARecordToTheOwnFile) {
+TEST_P(Workflow, AddsAndCopiesIntoTheOwnFile) {
     Start();
     AddAs("");
-    const std::pair<std::string, std::string> taken[]{{"mnuAddNew", editor.Noun},
-                                                      {"mnuCopyAsNew", editor.CopyNoun}};
-    for (const auto& [item, noun] : taken) {
+    const std::pair<std::string, std::string> taken[]{{"mnuAddNew", noun},
+                                                      {"mnuCopyAsNew", events ? "event" : "UPIssue"}};
+    for (const auto& [item, called] : taken) {
         AddAs("aPPLE", item);
         EXPECT_EQ(prompts.TakeTranscript().back(), "Message: The chosen name matches that of an existing " +
-                                                       noun + ".  The " + noun +
+                                                       called + ".  The " + called +
                                                        " name must be unique, please try again.");
     }
     AddAs("2 Fast");
     EXPECT_EQ(Shown(), "TwoFast, 4 of 4, " + adding);
     EXPECT_EQ(Text("lblEditStatus"), "");
-    EXPECT_EQ(Text(fileBox), editor.OwnFile);
-    EXPECT_EQ(Text("txtProbability"), editor.Word == "Event" ? "100" : "0");
+    EXPECT_EQ(Text(fileBox), ownFile);
+    EXPECT_EQ(Text("txtProbability"), events ? "100" : "0");
     Pick("mnuDiscardChanges");
     EXPECT_EQ(Shown(), "Apple, 1 of 3, ");
-    AddAs("Date");
-    prompts.ExpectAsk("", true);
+    AddAs("Copy", "mnuCopyAsNew");
     Pick("mnuCommitChanges");
-    EXPECT_EQ(Shown(), "Date, 4 of 4, " + edited);
-    EXPECT_EQ(Text("txtEdited"), "YES");
+    EXPECT_EQ(Shown(), "Copy, 4 of 4, " + edited);
+    WriteWhenAsked(ownFile);
+    EXPECT_EQ(OnDisk(ownFile), About("Copy", "about Apple"));
 }
 
-TEST_P(Workflow, CommitsAndWritesTheEdit) {
+TEST_P(Workflow, CommitsWritesAndMovesTheEdit) {
     Start();
     Commit("a \"quoted\" 5% text");
     EXPECT_EQ(Shown(), "Apple, 1 of 3, " + edited);
-    EXPECT_EQ(Text(editor.TextField), "a 'quoted' 5%% text");
+    EXPECT_EQ(Text("txtEdited"), "YES");
     EditText("another");
+    Type(editor.NumberFields[0], QStringLiteral("99999999999"));
+    Enter(textField);
+    Pick("mnuCommitChanges");
+    ASSERT_EQ(prompts.Errors.size(), 1u);
+    EXPECT_EQ(prompts.Errors[0].Number, 6);
+    EXPECT_EQ(handler.LastCallStack(), Routines({"mnuCommitChanges_Click", "Save" + word}));
+    EXPECT_TRUE(Get<QWidget>(editor.NumberFields[0])->hasFocus());
+    EXPECT_EQ(Text(textField), "another") << "a failing commit keeps the edit";
     Pick("mnuDiscardChanges");
-    EXPECT_EQ(Text(editor.TextField), "a 'quoted' 5%% text") << "an earlier commit stays";
-    EXPECT_EQ(Text("lblEditStatus"), "READ ONLY");
-    prompts.ExpectAsk(Question(FileName("A")), false).ExpectAsk(Question(FileName("A")), true);
-    Pick("mnuWriteToFile");
-    EXPECT_EQ(OnDisk(FileName("A")), Block("Apple") + Block("Cherry"));
-    Pick("mnuWriteToFile");
+    EXPECT_EQ(Text(textField), "a 'quoted' 5%% text") << "an earlier commit stays";
+    WriteWhenAsked(fileA, false);
+    EXPECT_EQ(OnDisk(fileA), Block("Apple") + Block("Cherry"));
+    WriteWhenAsked(fileA);
     EXPECT_EQ(Shown(), "Apple, 1 of 3, ");
-    EXPECT_EQ(OnDisk(FileName("A")),
-              Block("Apple", editor.LongTexts[0].Key, "a 'quoted' 5%% text") + Block("Cherry"));
-    prompts.TakeTranscript();
-    Pick("mnuWriteToFile");
-    EXPECT_THAT(prompts.Transcript, IsEmpty()) << "nothing to write, nothing asked";
+    EXPECT_EQ(OnDisk(fileA), About("Apple", "a 'quoted' 5%% text") + Block("Cherry"));
+    Pick("mnuWriteToFile"); // nothing to write, nothing asked
+    EditText("moved");
+    Choose(fileBox, fileB);
+    Pick("mnuCommitChanges");
+    Write();
+    EXPECT_EQ(OnDisk(fileA), Block("Cherry"));
+    EXPECT_EQ(OnDisk(fileB), About("Apple", "moved") + Block("Banana"));
 }
 
 TEST_P(Workflow, TellsWhatAWriteDropsAndAsksBeforeItReplacesOutsideChanges) {
@@ -130,17 +129,16 @@ TEST_P(Workflow, TellsWhatAWriteDropsAndAsksBeforeItReplacesOutsideChanges) {
     const std::string outside = "// from outside\r\n" + Block("Apple");
     Put("A", outside);
     const std::string question =
-        "These files are no longer what was read.  Another program has changed them:||" + FileName("A") +
+        "These files are no longer what was read.  Another program has changed them:||" + fileA +
         "||Writing replaces those changes.  Proceed?";
     for (const bool yes : {false, true}) {
-        prompts.ExpectAsk(Question(FileName("A")), true).ExpectAsk(question, yes);
+        prompts.ExpectAsk("", true).ExpectAsk(question, yes);
         Pick("mnuWriteToFile");
-        EXPECT_EQ(OnDisk(FileName("A")) == outside, !yes);
+        EXPECT_EQ(OnDisk(fileA) == outside, !yes);
     }
-    EXPECT_THAT(prompts.Questions[0].Details, HasSubstr("lost: 1 comment\r"));
-    EXPECT_THAT(prompts.Questions[0].Details, HasSubstr("- // from outside\r"));
+    EXPECT_THAT(prompts.Questions[0].Details,
+                AllOf(HasSubstr("lost: 1 comment\r"), HasSubstr("- // from outside\r")));
     EXPECT_TRUE(prompts.Questions[1].DefaultNo);
-    EXPECT_EQ(Files::ListFiles(Settings.BackupPath).size(), 1u) << "the dated copy";
 }
 
 TEST_P(Workflow, OffersToReadWhatAnotherProgramChanged) {
@@ -152,11 +150,11 @@ TEST_P(Workflow, OffersToReadWhatAnotherProgramChanged) {
     };
     comeBack();
     Put("A", Block("Apple"));
-    Pick(editor.EditItem);
+    Pick(editItem);
     comeBack();
     EXPECT_THAT(prompts.Transcript, IsEmpty()) << "while something is pending";
     Pick("mnuDiscardChanges");
-    prompts.ExpectAsk("Another program has changed these files:||" + FileName("A") +
+    prompts.ExpectAsk("Another program has changed these files:||" + fileA +
                           "||Do you wish to read all files again?",
                       false);
     comeBack();
@@ -165,114 +163,67 @@ TEST_P(Workflow, OffersToReadWhatAnotherProgramChanged) {
     Put("B", Block("Banana") + Block("Date"));
     prompts.ExpectAsk("", true);
     comeBack();
-    EXPECT_EQ(window->Records().Records.Count(), 3u);
     EXPECT_TRUE(window->Records().Find("Date"));
-    EXPECT_EQ(prompts.Transcript.size(), 2u);
-}
-
-TEST_P(Workflow, CopiesIntoTheOwnFile) {
-    Start();
-    AddAs("Copy", "mnuCopyAsNew");
-    EXPECT_EQ(Text(editor.TextField), "about Apple");
-    EXPECT_EQ(Text(fileBox), editor.OwnFile);
-    Pick("mnuCommitChanges");
-    prompts.ExpectAsk(Question(editor.OwnFile), true);
-    Pick("mnuWriteToFile");
-    EXPECT_EQ(OnDisk(editor.OwnFile), Block("Copy", editor.LongTexts[0].Key, "about Apple"));
 }
 
 TEST_P(Workflow, DeletesWhatIsMarkedAndAFileWithItsLastRecord) {
     Start();
     Click("cmdBack");
-    prompts.ExpectAsk(deleteQuestion, false);
-    Pick("mnuDelete");
-    EXPECT_EQ(Shown(), "Banana, 3 of 3, ");
-    prompts.ExpectAsk(deleteQuestion, true);
-    Pick("mnuDelete");
-    EXPECT_EQ(Shown(), "Banana, 3 of 3, MARKED FOR DELETION");
-    EXPECT_EQ(Get<QAction>("mnuDelete")->text(), QStringLiteral("&Un-Delete"));
-    Pick("mnuDelete");
-    EXPECT_EQ(Shown(), "Banana, 3 of 3, " + edited);
-    prompts.ExpectAsk(deleteQuestion, true).ExpectAsk(Question(FileName("B")), true);
-    Pick("mnuDelete");
-    Pick("mnuWriteToFile");
-    EXPECT_THAT(FilesOnDisk(), ElementsAre(FileName("A")));
-    EXPECT_EQ(Shown(), "Apple, 1 of 2, ");
-}
-
-TEST_P(Workflow, MovesACommittedRecordBetweenFiles) {
-    Start();
-    EditText("moved");
-    Choose(fileBox, FileName("B"));
-    Pick("mnuCommitChanges");
-    Write();
-    EXPECT_EQ(OnDisk(FileName("A")), Block("Cherry"));
-    EXPECT_EQ(OnDisk(FileName("B")), Block("Apple", editor.LongTexts[0].Key, "moved") + Block("Banana"));
-}
-
-TEST_P(Workflow, RenamesAFileWithAllItsRecords) {
-    Start();
-    const std::string prompt = "Rename the file " + FileName("A") + " to:||This change will affect every " +
-                               editor.Noun + " owned by " + FileName("A");
-    for (const auto& [refused, reason] : {std::pair{"a:b", "\":\""}, std::pair{"x/*y", "\"/\""}}) {
-        prompts.ExpectInput(prompt, refused);
-        Pick("mnuRenameThisFile");
-        EXPECT_EQ(prompts.Transcript.back(),
-                  std::string("Message[Information]: Your filename may not contain the character ") + reason);
+    const std::string question = "Are you sure you wish to mark this " + noun + " for deletion?";
+    prompts.ExpectAsk(question, false).ExpectAsk(question, true).ExpectAsk(question, true);
+    for (const std::string& status : {std::string(), std::string("MARKED FOR DELETION"), edited}) {
+        Pick("mnuDelete");
+        EXPECT_EQ(Shown(), "Banana, 3 of 3, " + status);
+        EXPECT_EQ(FromQt(Get<QAction>("mnuDelete")->text()),
+                  status.starts_with("MARKED") ? "&Un-Delete" : "&Delete");
     }
-    prompts.ExpectInput(prompt, FileName("Story"))
-        .ExpectAsk(Question(FileName("Story") + "|" + FileName("A")), true);
-    Pick("mnuRenameThisFile");
-    EXPECT_EQ(Shown(), "Apple, 1 of 3, " + edited);
-    EXPECT_EQ(Text(fileBox), FileName("Story"));
-    Pick("mnuWriteToFile");
-    EXPECT_THAT(FilesOnDisk(), ElementsAre(FileName("B"), FileName("Story")));
-    EXPECT_EQ(OnDisk(FileName("Story")), Block("Apple") + Block("Cherry"));
+    Pick("mnuDelete");
+    WriteWhenAsked(fileB);
+    EXPECT_THAT(FilesOnDisk(), ElementsAre(fileA));
 }
 
-TEST_P(Workflow, MovesOneRecordToANewFileAndKeepsItWhenTheWriteFails) {
-    const std::string wall = "Wall." + editor.Word;
-    Files::CreateFolder(temp / editor.Folder + wall);
+TEST_P(Workflow, RenamesAFileAndKeepsTheNewNameWhenTheWriteFails) {
+    const std::string wall = FileName("Wall");
     temp.Write(editor.Folder + wall + "/in the way", "");
     Start();
-    prompts.ExpectInput("Please enter the new filename to use.", "").ExpectInput("", "Wall");
-    Pick(moveItem);
-    Pick(moveItem);
-    EXPECT_EQ(Text(fileBox), wall);
-    Write();
+    const std::string prompt =
+        "Rename the file " + fileA + " to:||This change will affect every " + noun + " owned by " + fileA;
+    prompts.ExpectInput(prompt, "x/*y").ExpectInput(prompt, wall);
+    Pick("mnuRenameThisFile");
+    EXPECT_EQ(prompts.Transcript.back(),
+              "Message[Information]: Your filename may not contain the character \"/\"");
+    Pick("mnuRenameThisFile");
+    WriteWhenAsked(wall + "|" + fileA);
     ASSERT_EQ(prompts.Errors.size(), 1u);
     EXPECT_EQ(prompts.Errors[0].Parameters, "<" + wall + ">");
-    const auto routine = [this](const char* name) { return editor.Records->Routine(name); };
-    EXPECT_THAT(handler.LastCallStack(),
-                ElementsAre(routine("mnuWriteToFile_Click"), routine("WriteToFile"), routine("WriteItDown")));
-    EXPECT_EQ(OnDisk(FileName("A")), Block("Apple") + Block("Cherry"));
+    EXPECT_EQ(handler.LastCallStack(), Routines({"mnuWriteToFile_Click", "WriteToFile", "WriteItDown"}));
+    EXPECT_EQ(OnDisk(fileA), Block("Apple") + Block("Cherry"));
     EXPECT_EQ(Shown(), "Apple, 1 of 3, " + edited);
+    EXPECT_EQ(Text(fileBox), wall);
     std::filesystem::remove_all(temp.Host() / (editor.Folder + wall));
-    prompts.ExpectAsk(Question(wall + "|" + FileName("A")), true);
-    Pick("mnuWriteToFile");
-    EXPECT_EQ(OnDisk(wall), Block("Apple"));
-    EXPECT_EQ(OnDisk(FileName("A")), Block("Cherry"));
+    WriteWhenAsked(wall + "|" + fileA);
+    EXPECT_THAT(FilesOnDisk(), UnorderedElementsAre(fileB, wall));
+    EXPECT_EQ(OnDisk(wall), Block("Apple") + Block("Cherry"));
 }
 
-TEST_P(Workflow, RemembersLosingFilesAndRefreshesBackups) {
+TEST_P(Workflow, RemembersFilesThatLoseAMovedRecordAndRefreshesBackups) {
     Settings.AutoBackup = true;
     Start();
-    prompts.ExpectInput("", "New").ExpectAsk("", true);
+    prompts.ExpectInput("Please enter the new filename to use.", "").ExpectInput("", "New");
     Pick(moveItem);
+    Pick(moveItem);
+    EXPECT_EQ(Text(fileBox), "New." + word);
+    prompts.ExpectAsk("", true);
     window->close();
     Reopen();
     Click("cmdBack");
     Commit("changed");
-    prompts.ExpectAsk(Question(FileName("B") + "|" + FileName("A")), true);
-    Pick("mnuWriteToFile");
-    EXPECT_THAT(OnDisk(FileName("B")), HasSubstr("\"changed\""));
-    const std::string mark = editor.Word == "Event" ? "EVENT" : "UPIssue";
-    EXPECT_EQ(temp.Read("Home/BackupData/B.1st" + mark), Block("Banana"));
-    EXPECT_EQ(temp.Read("Home/BackupData/B.latest" + mark), OnDisk(FileName("B")));
-    prompts.ExpectAsk(Question(FileName("B")), false);
+    WriteWhenAsked(fileB + "|" + fileA);
+    const std::string mark = events ? "EVENT" : "UPIssue";
+    EXPECT_EQ(temp.Read("Home/BackupData/B.latest" + mark), About("Banana", "changed"));
     Click("cmdBack");
     Commit("changed again");
-    Pick("mnuWriteToFile");
+    WriteWhenAsked(fileB, false);
 }
 
 TEST_P(Workflow, ShowsAndWritesInTheSortedOrder) {
@@ -280,134 +231,71 @@ TEST_P(Workflow, ShowsAndWritesInTheSortedOrder) {
     Settings.SortBy = "1";
     Start();
     EXPECT_EQ(SortOnShow(), "mnuSortAlphabetically");
+    EXPECT_EQ(Shown(), "apple, 1 of 3, ");
     EXPECT_FALSE(Enabled(zoomFileItem));
-    EXPECT_EQ(Shown(), "apple, 1 of 3, ");
-    for (int again = 0; again < 2; ++again) {
-        Pick(editor.SortByFileItem);
-        EXPECT_EQ(SortOnShow(), editor.SortByFileItem);
-        EXPECT_EQ(Shown(), "Cherry, 1 of 3, ");
-    }
-    EXPECT_TRUE(Enabled(zoomFileItem));
-    Commit("about Cherry");
-    Write();
-    EXPECT_EQ(OnDisk(FileName("A")), Block("Cherry") + Block("apple"));
-    EXPECT_EQ(SortOnShow(), "mnuSortAlphabetically") << "the setting rules again after a write";
-    EXPECT_EQ(Shown(), "apple, 1 of 3, ");
+    Pick(sortByFileItem);
+    Pick(sortByFileItem);
+    EXPECT_EQ(SortOnShow(), sortByFileItem) << "also when it is picked again";
+    EXPECT_EQ(Shown(), "Cherry, 1 of 3, ");
+    Pick("mnuSortAlphabetically");
     Commit("about apple");
+    Settings.SortBy = "0";
     Write();
-    EXPECT_EQ(OnDisk(FileName("A")), Block("apple") + Block("Cherry"));
+    EXPECT_EQ(OnDisk(fileA), Block("apple") + Block("Cherry"));
+    EXPECT_EQ(SortOnShow(), sortByFileItem) << "the setting rules again after a write";
 }
 
-TEST_P(Workflow, AsksBeforeClosing) {
-    Start();
-    QWidget main;
-    QObject::connect(window.get(), &RecordWindow::Closed, &main, &QWidget::show);
-    EditText("x");
-    prompts.ExpectAsk("Do you wish to discard your changes and exit?", false);
-    EXPECT_FALSE(window->close());
-    Pick("mnuCommitChanges");
-    prompts.ExpectAsk("There are changed " + editor.Noun +
-                          "s that have not yet been committed to file, do you still wish to exit?",
-                      false);
-    EXPECT_FALSE(window->close());
-    EditText("y");
-    prompts.ExpectAsk("Do you wish to discard your changes and exit?", true);
-    EXPECT_TRUE(window->close());
-    EXPECT_TRUE(main.isVisible());
-    EXPECT_EQ(OnDisk(FileName("A")), Block("Apple") + Block("Cherry"));
-    Reopen();
-    EXPECT_EQ(Text(editor.TextField), "about Apple");
-    EXPECT_FALSE(Enabled(editor.TextField));
-}
-
-TEST_P(Workflow, LeavesTheRecordAloneWhenANumberFails) {
-    Start();
-    EditText("not taken");
-    Type(editor.NumberFields[0], QStringLiteral("99999999999"));
-    Enter(editor.TextField);
-    Pick("mnuCommitChanges");
-    ASSERT_EQ(prompts.Errors.size(), 1u);
-    EXPECT_EQ(prompts.Errors[0].Number, 6);
-    EXPECT_THAT(handler.LastCallStack(), ElementsAre(editor.Records->Routine("mnuCommitChanges_Click"),
-                                                     editor.Records->Routine("Save" + editor.Word)));
-    EXPECT_TRUE(Get<QWidget>(editor.NumberFields[0])->hasFocus());
-    Pick("mnuDiscardChanges");
-    EXPECT_EQ(Text(editor.TextField), "about Apple");
-    EXPECT_EQ(Shown(), "Apple, 1 of 3, ");
-}
-
-TEST_P(Workflow, HidesTheFormWithoutADataDirectory) {
-    Start();
-    window->close();
+TEST_P(Workflow, HidesTheFormWithoutADataDirectoryAndOffersOnlyAddNewWithoutRecords) {
     std::filesystem::remove_all(temp.Host() / "Game/Data");
-    Reopen();
-    EXPECT_THAT(prompts.Transcript,
-                ElementsAre("Message[Critical]: Unable to acces the Velmora Data" + editor.MissingFolder));
-    EXPECT_EQ(Shown(), ", , ");
-    EXPECT_FALSE(Enabled("cmdForward"));
-    EXPECT_FALSE(Get<QWidget>(nameBox)->isVisible());
-    EXPECT_FALSE(Get<QMenu>("mnuEdit")->menuAction()->isEnabled());
-    window->close();
-    Put("A", Block("Apple"));
-    Reopen();
-    EXPECT_TRUE(Get<QWidget>(nameBox)->isVisible());
-    EXPECT_TRUE(Get<QMenu>("mnuEdit")->menuAction()->isEnabled());
+    Start();
+    EXPECT_THAT(prompts.Transcript, ElementsAre("Message[Critical]: Unable to acces the Velmora Data" +
+                                                std::string(events ? "" : "\\UP_Issue") + " directory!"));
+    for (const bool shown : {false, true}) {
+        EXPECT_EQ(Get<QWidget>(nameBox)->isVisible(), shown);
+        EXPECT_EQ(Get<QMenu>("mnuEdit")->menuAction()->isEnabled(), shown);
+        EXPECT_EQ(Shown(), ", , ");
+        EXPECT_THAT(MenuItemsOn(), ElementsAre("mnuAddNew"));
+        EXPECT_FALSE(Enabled("cmdBack"));
+        window->close();
+        Put("A", "");
+        Reopen();
+    }
+    AddAs("First");
+    EXPECT_EQ(Shown(), "First, 1 of 1, " + adding);
 }
 
 TEST_P(Workflow, NeverWritesAHalfReadLibrary) {
-    Put("B", Broken());
-    Start();
-    ASSERT_EQ(prompts.Errors.size(), 1u);
-    EXPECT_THAT(prompts.Errors[0].Description,
-                HasSubstr("file " + FileName("B") + ", line 3, key Probability"));
-    EXPECT_THAT(MenuItemsOn(), ElementsAre("mnuAddNew", "mnuSortAlphabetically", "mnuZoomTo", zoomFileItem));
-    EXPECT_FALSE(Enabled(editor.TextField));
-    EXPECT_THAT(Text("lblEditStatus"), HasSubstr("Read Files Again"));
-    Put("B", Block("Banana"));
-    Pick("mnuReadAgain");
-    EXPECT_EQ(Text("lblEditStatus"), "READ ONLY");
-    EXPECT_EQ(Shown(), "Apple, 1 of 3, ");
-    EXPECT_TRUE(Enabled("mnuWriteToFile"));
-    Put("B", Broken());
-    Pick("mnuReadAgain");
-    EXPECT_EQ(Shown(), ", , ") << "nothing is shown after a failed reading";
-    EXPECT_THAT(MenuItemsOn(), ElementsAre("mnuAddNew", "mnuSortAlphabetically", "mnuZoomTo", zoomFileItem));
-}
-
-TEST_P(Workflow, EditsWhatWasReadOfAHalfReadLibrary) {
-    Put("B", Broken());
-    Start();
-    Click("cmdBack");
-    EXPECT_EQ(Shown(), "Cherry, 2 of 2, ");
-    EditText("kept");
-    Type(editor.NumberFields[0], QStringLiteral("99999999999"));
-    Pick("mnuCommitChanges");
-    EXPECT_EQ(prompts.Errors.size(), 2u);
-    EXPECT_TRUE(Enabled(editor.TextField));
-    EXPECT_EQ(Text(editor.TextField), "kept") << "a failing commit keeps the edit";
-    Type(editor.NumberFields[0], QStringLiteral("1"));
-    Pick("mnuCommitChanges");
-    EXPECT_EQ(Shown(), "Cherry, 2 of 2, " + edited);
-    EXPECT_THAT(MenuItemsOn(), ElementsAre(editor.EditItem, "mnuAddNew", "mnuCopyAsNew", "mnuDelete",
-                                           "mnuSortAlphabetically", "mnuZoomTo", zoomFileItem))
-        << "no file is written, renamed or left";
-}
-
-TEST_P(Workflow, ListsWhatWasFoundBeforeAFailure) {
-    Put("A", "Odd 1\r\nOdd 2\r\nOdd 3\r\nProbability 99999999999\r\n");
+    Put("B", "Odd 1\r\nOdd 2\r\nOdd 3\r\n" + Broken());
     prompts.ShowRestAsList = true;
     Start();
     ASSERT_EQ(prompts.Transcript.size(), 4u);
     EXPECT_THAT(prompts.Transcript[2], StartsWith("List: Unrecognized token! a(0) = Odd, sValue = 3"));
     EXPECT_THAT(prompts.Transcript[3], StartsWith("Error[6]: Overflow"));
-    Strings routines;
-    for (const std::string& name : {std::string("Form_Load"), std::string("InitForm"),
-                                    "LoadCurrent" + editor.Word + "s", "ParseOut" + editor.Word + "File"})
-        routines.push_back(editor.Records->Routine(name));
-    EXPECT_EQ(handler.LastCallStack(), routines);
+    EXPECT_THAT(prompts.Errors[0].Description, HasSubstr("file " + fileB + ", line 5, key Probability"));
+    EXPECT_EQ(handler.LastCallStack(),
+              Routines({"Form_Load", "InitForm", "LoadCurrent" + word + "s", "ParseOut" + word + "File"}));
+    const Strings onWithNothingShown{"mnuAddNew", "mnuSortAlphabetically", "mnuZoomTo", zoomFileItem};
+    EXPECT_EQ(MenuItemsOn(), onWithNothingShown);
+    EXPECT_FALSE(Enabled(textField));
+    EXPECT_THAT(Text("lblEditStatus"), HasSubstr("Read Files Again"));
+    Click("cmdBack");
+    Commit("kept");
+    EXPECT_EQ(Shown(), "Cherry, 2 of 2, " + edited);
+    EXPECT_THAT(MenuItemsOn(), ElementsAre(editItem, "mnuAddNew", "mnuCopyAsNew", "mnuDelete",
+                                           "mnuSortAlphabetically", "mnuZoomTo", zoomFileItem))
+        << "no file is written, renamed or left";
+    Put("B", Block("Banana"));
+    prompts.ExpectAsk("", true);
+    Pick("mnuReadAgain");
+    EXPECT_EQ(Text("lblEditStatus"), "READ ONLY");
+    EXPECT_TRUE(Enabled("mnuWriteToFile"));
+    Put("B", Broken());
+    Pick("mnuReadAgain");
+    EXPECT_EQ(Shown(), ", , ") << "nothing is shown after a failed reading";
+    EXPECT_EQ(MenuItemsOn(), onWithNothingShown);
 }
 
-INSTANTIATE_TEST_SUITE_P(Editors, Workflow, EveryEditor, NameOfEditor);
+INSTANTIATE_TEST_SUITE_P(Editors, Workflow, EveryEditor, ::testing::PrintToStringParamName());
 
 } // namespace
 } // namespace velmora
