@@ -3,12 +3,14 @@
 #include "ScriptedPrompts.h"
 #include "TempFolder.h"
 #include "platform/Files.h"
+#include "records/Journal.h"
 #include "records/Library.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
 
 #include <gmock/gmock.h>
 
+#include <map>
 #include <random>
 #include <string>
 #include <utility>
@@ -17,15 +19,11 @@
 namespace velmora {
 
 /// A library of one kind over a data directory of its own.
-class LibraryFixture : public ::testing::Test {
-  protected:
-    LibraryFixture(const RecordKind& kind, std::string own) : library(kind), ownFile(std::move(own)) {
+struct LibraryInFolder {
+    LibraryInFolder(const RecordKind& kind, std::string own) : library(kind), ownFile(std::move(own)) {
         Files::CreateFolder(data);
         Files::CreateFolder(backups);
-        handler.Unattended = true;
-        gErrHandler = &handler;
     }
-    ~LibraryFixture() override { gErrHandler = nullptr; }
 
     /// Loads anew. What it has to tell comes into `texts`, "|" for 13: "a.event:2: text [rule]".
     bool Load(bool autoBackup = false) {
@@ -43,6 +41,63 @@ class LibraryFixture : public ::testing::Test {
         };
         return library.Load(request);
     }
+    void Put(const std::string& name, const std::string& text) { Files::ReplaceSafely(data + name, text); }
+    [[nodiscard]] std::string Get(const std::string& name) const { return Files::ReadWhole(data + name); }
+
+    [[nodiscard]] std::string Block(const std::string& name, const std::string& lines = {}) const {
+        return std::string(library.Kind.Header) + " " + name + "\r\n" + lines +
+               std::string(library.Kind.End) + "\r\n";
+    }
+    /// Edits a record's first text.
+    Record& Titled(const std::string& name, const std::string& title) {
+        Record& record = *library.Find(name);
+        library.Kind.Fields[0].SetText(record, title);
+        record.IsDirty = true;
+        return record;
+    }
+    /// What a new run finds in a journal: names and first texts, then whether it complains.
+    std::vector<std::string> LeftIn(const std::string& journal, const std::string& folder) {
+        Journal::Leftover found;
+        Journal(library).Find(journal, folder, found);
+        std::vector<std::string> left;
+        for (const auto& [name, record] : found.Records)
+            left.push_back(name + " " + std::string(library.Kind.Fields[0].TextOf(*record)));
+        EXPECT_THAT(found.Complaint, ::testing::AnyOf("", ::testing::HasSubstr(journal)));
+        if (!found.Complaint.empty())
+            left.emplace_back("complaint");
+        return left;
+    }
+    /// Each record's name and file.
+    using Places = std::map<std::string, std::string>;
+    [[nodiscard]] Places PlacesInMemory() const {
+        Places places;
+        for (const auto& [name, record] : library.Records)
+            places[name] = record->ShortName;
+        return places;
+    }
+    /// What a new run would load.
+    [[nodiscard]] Places PlacesOnDisk() const {
+        LibraryInFolder next(library.Kind, ownFile);
+        next.data = data;
+        next.Load();
+        return next.PlacesInMemory();
+    }
+
+    TempFolder temp;
+    std::string data = temp.Path() + "Data/";
+    std::string backups = temp.Path() + "BackupData/";
+    Library library;
+    std::string ownFile;
+    std::vector<std::string> texts;
+};
+
+class LibraryFixture : public ::testing::Test, protected LibraryInFolder {
+  protected:
+    LibraryFixture(const RecordKind& kind, std::string own) : LibraryInFolder(kind, std::move(own)) {
+        handler.Unattended = true;
+        gErrHandler = &handler;
+    }
+    ~LibraryFixture() override { gErrHandler = nullptr; }
 
     /// Loads under an event routine; the failure's description and call stack.
     std::vector<std::string> LoadFailing(bool autoBackup = false) {
@@ -62,15 +117,16 @@ class LibraryFixture : public ::testing::Test {
         return Load(false);
     }
 
-    void Put(const std::string& name, const std::string& text) { Files::ReplaceSafely(data + name, text); }
-    std::string Get(const std::string& name) { return Files::ReadWhole(data + name); }
-    [[nodiscard]] std::string Block(const std::string& name, const std::string& lines = {}) const {
-        return std::string(library.Kind.Header) + " " + name + "\r\n" + lines +
-               std::string(library.Kind.End) + "\r\n";
-    }
     template <class RecordType>
     const RecordType& As(std::size_t at) const {
         return static_cast<const RecordType&>(library.At(at));
+    }
+    /// All records as they are written.
+    [[nodiscard]] std::string Blocks() const {
+        std::string blocks;
+        for (const auto& [name, record] : library.Records)
+            AppendBlock(library.Kind, *record, blocks);
+        return blocks;
     }
     /// Each record's name and number.
     [[nodiscard]] std::vector<std::string> Names() const {
@@ -108,28 +164,16 @@ class LibraryFixture : public ::testing::Test {
                 else
                     field.SetNumber(record, static_cast<std::int32_t>(random()));
         }
-        const auto blocks = [this] {
-            std::vector<std::string> found;
-            for (const auto& [name, record] : library.Records)
-                found.push_back(BlockOf(library.Kind, *record));
-            return found;
-        };
-        const std::vector<std::string> before = blocks();
+        const std::string written = Blocks();
         library.WriteFiles(data, {file});
-        EXPECT_EQ(Get(file), Join(before, ""));
+        EXPECT_EQ(Get(file), written);
         ASSERT_TRUE(Load());
         EXPECT_THAT(texts, ::testing::IsEmpty());
         EXPECT_EQ(library.Records.Count(), count);
-        EXPECT_EQ(blocks(), before);
+        EXPECT_EQ(Blocks(), written);
     }
 
-    TempFolder temp;
-    std::string data = temp.Path() + "Data/";
-    std::string backups = temp.Path() + "BackupData/";
     clsError handler;
-    Library library;
-    std::string ownFile;
-    std::vector<std::string> texts;
 };
 
 } // namespace velmora

@@ -80,10 +80,10 @@ void Library::RenameFile(const std::string& oldFile, const std::string& newFile)
 
 void Library::MoveRecord(Record& record, const std::string& folder, const std::string& oldFile,
                          const std::string& newFile) {
+    NoteNewFile(oldFile, newFile); // first: the old name may be the record's own
     record.ShortName = newFile;
     record.FileName = folder + newFile;
     record.IsDirty = true;
-    NoteNewFile(oldFile, newFile);
 }
 
 std::vector<std::string> Library::NamesInFile(std::string_view shortName) const {

@@ -2,6 +2,7 @@
 
 #include "events/clsEvent.h"
 #include "platform/Failure.h"
+#include "services/modWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -31,63 +32,33 @@ std::vector<std::string> Read(const WrittenBlocks& blocks) {
     return outcome;
 }
 
-class OddFiles {
-  public:
-    std::string Next() {
-        std::string text;
-        for (auto pieces = Below(5); pieces > 0; --pieces)
-            text += Piece();
-        return text;
+/// Events as the editor writes them, but for an odd piece here and there.
+std::string OddFile(std::mt19937& random) {
+    const auto below = [&](std::size_t end) { return random() % end; };
+    std::string text;
+    for (auto events = below(5); events > 0; --events) {
+        clsEvent event;
+        event.EventName = "Raid" + std::to_string(below(20));
+        for (const Field& field : EventKind.Fields)
+            if (field.Type == FieldType::Text)
+                field.SetText(event, std::to_string(below(100)));
+            else
+                field.SetNumber(event, static_cast<std::int32_t>(below(100)));
+        std::string block = event.GenerateEventString(false);
+        static constexpr const char* pieces[] = {"",   " ", "\"",     "\t",    "\n",     "0",         "-",
+                                                 ".9", "/", "\\\xE9", "EVENT", "Title ", "ENDEVENT\n"};
+        for (auto odd = below(2) * below(9); odd > 0; --odd)
+            block.replace(below(block.size()), below(2) * below(30), pieces[below(std::size(pieces))]);
+        text += below(2) ? block : ReplaceAll(block, "\r", "");
     }
-
-  private:
-    std::size_t Below(std::size_t end) { return random() % end; }
-    std::string Rest() {
-        static constexpr std::string_view alphabet = "  \"\"\t\r\n0017-.xE/\\\xE9";
-        std::string rest = Below(2) ? "  " : "";
-        for (auto length = Below(10); length > 0; --length)
-            rest += alphabet[Below(alphabet.size())];
-        return rest + (Below(2) ? "\r\n" : "\n");
-    }
-    std::string Piece() {
-        switch (Below(8)) {
-        case 0:
-            return "EVENT" + Rest();
-        case 1:
-            return "Title" + Rest();
-        case 2:
-            return std::string(SeparatorLine) + Rest();
-        case 3:
-            return "ENDEVENT" + Rest();
-        default:
-            return Block(Below(3) ? EventKind.Fields.size() : Below(5));
-        }
-    }
-    /// An event, one line of which is odd.
-    std::string Block(std::size_t odd) {
-        std::string text = "EVENT " + std::to_string(Below(20)) + "\r\n";
-        text.insert(6, Below(20) ? "Raid" : "");
-        for (std::size_t i = 0; i < EventKind.Fields.size(); ++i) {
-            const Field& field = EventKind.Fields[i];
-            if (i == odd && Below(3) == 0)
-                continue;
-            text.append("  ").append(field.Key);
-            const std::string value = std::to_string(Below(100));
-            text += i == odd                        ? Rest()
-                    : field.Type == FieldType::Text ? " \"" + value + "\"\n"
-                                                    : ' ' + value + "\r\n";
-        }
-        return text + "ENDEVENT\r\n";
-    }
-
-    std::mt19937 random{1};
-};
+    return text;
+}
 
 TEST(BlockReader, ReadsWrittenBlocksAsItReadsLines) {
-    OddFiles files;
+    std::mt19937 random{1};
     std::size_t written = 0;
     for (int round = 0; round < 20000; ++round) {
-        const std::string text = files.Next();
+        const std::string text = OddFile(random);
         WrittenBlocks blocks;
         blocks.Find(EventKind, text);
         written += blocks.Blocks.size();

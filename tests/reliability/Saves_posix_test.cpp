@@ -1,15 +1,15 @@
-// Whatever the host does to a save, every file is the old one or the new one and no record is lost.
+// Whatever the host does, every file is the old one or the new one, whole, and no record is lost.
 #include "reliability/FaultDriver.h"
 
 #include "FailureOf.h"
-#include "TempFolder.h"
+#include "Fault.h"
+#include "LibraryFixture.h"
+#include "ScratchRegistry.h"
 #include "events/clsEvent.h"
-#include "records/Journal.h"
-#include "services/Prompts.h"
+#include "platform/ProfileStrings.h"
+#include "services/clsMsgLog.h"
 
-#include <gmock/gmock.h>
-
-#include <map>
+#include <memory>
 #include <set>
 #include <sys/mount.h>
 
@@ -17,154 +17,95 @@ namespace velmora {
 namespace {
 
 using ::testing::AnyOf;
-using ::testing::IsSupersetOf;
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
 
-using Contents = std::map<std::string, std::string>;
+using Contents = std::set<std::pair<std::string, std::string>>;
 
 Contents ContentsOf(const std::string& folder) {
     Contents contents;
     for (const std::string& name : Files::ListFiles(folder))
-        contents[name] = Files::ReadWhole(folder + name);
+        contents.emplace(name, Files::ReadWhole(folder + name));
     return contents;
 }
 
-/// A data directory with every kind of change pending: an edit, a move, a rename, the deletion of a file's
-/// last record.
-class Game {
-  public:
-    explicit Game(std::string folder, bool backups = false) : data(std::move(folder)), autoBackup(backups) {
-        Files::CreateFolder(data);
-        Files::CreateFolder(Backups());
-        Put("a.event", {"Apple", "Cherry"});
-        Put("b.event", {"Banana"});
-        Put("c.event", {"Date"});
-        Put("e.event", {"Elder"});
-    }
+/// A data directory of some events.
+struct Game : LibraryInFolder {
+    Game() : LibraryInFolder(EventKind, "MyEvents.event") { Fill(); }
 
-    [[nodiscard]] std::string Backups() const { return data + "BackupData/"; }
-    void Load() {
+    void Fill() {
         library.Clear();
-        LoadRequest request;
-        request.Folder = data;
-        request.BackupFolder = Backups();
-        request.OwnFile = "MyEvents.event";
-        request.MakeBackups = true;
-        request.AutoBackup = autoBackup;
-        request.Findings = [](const Finding&) {};
-        library.Load(request);
+        for (const auto& [name, file] :
+             {std::pair{"Apple", "a"}, {"Cherry", "a"}, {"Banana", "b"}, {"Date", "c"}, {"Elder", "e"}}) {
+            library.AddNew(name, data, file + std::string(".event"));
+            Titled(name, "a title");
+        }
+        Save();
     }
+    /// Every kind of change: a move, an edit, a rename, the deletion of a file's last record.
     void Edit() {
         library.MoveRecord(*library.Find("Apple"), data, "a.event", "b.event");
         Titled("Cherry", std::string(700, 'x'));
         library.RenameFile("c.event", "d.event");
-        Record& elder = *library.Find("Elder");
-        elder.ToBeDeleted = elder.IsDirty = true;
-    }
-    Record& Titled(const std::string& name, const std::string& title) {
-        auto& event = static_cast<clsEvent&>(*library.Find(name));
-        event.Title = title;
-        event.IsDirty = true;
-        return event;
+        Titled("Elder", "").ToBeDeleted = true;
     }
     void Save() {
         library.WriteFiles(data, library.FilesToWrite());
         library.FilesLosingRecords.clear();
     }
-    [[nodiscard]] std::set<std::string> Names() const {
-        std::set<std::string> names;
-        for (const auto& [name, record] : library.Records)
-            names.insert(name);
-        return names;
-    }
-
-    const std::string data;
-    const bool autoBackup;
-    Library library{EventKind};
-
-  private:
-    void Put(const std::string& file, const std::vector<std::string>& names) const {
-        std::string text;
-        for (const std::string& name : names) {
-            clsEvent event;
-            event.EventName = name;
-            event.Title = "title of " + name;
-            text += event.GenerateEventString(false);
-        }
-        Files::ReplaceSafely(data + file, text);
+    void ExpectNothingLost() const {
+        const Places places = PlacesOnDisk();
+        for (const char* name : {"Apple", "Cherry", "Banana", "Date"})
+            EXPECT_TRUE(places.contains(name)) << name;
     }
 };
 
 /// The files before and after a save that nothing disturbed.
-struct Reference {
-    Reference() {
-        const TempFolder folder;
-        Game game(folder / "Data/");
-        Old = ContentsOf(game.data);
+const std::pair<Contents, Contents>& OldAndNew() {
+    static const auto both = [] {
+        Game game;
+        const Contents old = ContentsOf(game.data);
         game.Load();
         game.Edit();
         game.Save();
-        New = ContentsOf(game.data);
-    }
-    Contents Old;
-    Contents New;
-};
+        return std::pair{old, ContentsOf(game.data)};
+    }();
+    return both;
+}
 
 /// Every data file is the old one or the new one; nothing else is there, unless a temporary may be.
 void ExpectOldOrNew(const std::string& folder, bool clean) {
-    static const Reference reference;
-    const auto in = [](const Contents& contents, const std::string& name) {
-        const auto found = contents.find(name);
-        return found == contents.end() ? "no file" : found->second;
-    };
-    const Contents now = ContentsOf(folder);
-    for (const char* name : {"a.event", "b.event", "c.event", "d.event", "e.event"})
-        EXPECT_THAT(in(now, name), AnyOf(in(reference.Old, name), in(reference.New, name))) << name;
-    for (const auto& [name, bytes] : now)
-        if (name.ends_with(".event"))
-            EXPECT_TRUE(reference.Old.contains(name) || reference.New.contains(name)) << name;
-        else
-            EXPECT_FALSE(clean) << name;
+    const auto& [old, wanted] = OldAndNew();
+    for (const auto& file : ContentsOf(folder))
+        EXPECT_TRUE(old.contains(file) || wanted.contains(file) ||
+                    (!clean && !file.first.ends_with(".event")))
+            << file.first;
+    for (const char* lasting : {"a.event", "b.event"})
+        EXPECT_TRUE(Files::FileExists(folder + lasting));
 }
 
-const std::vector<std::string> Lasting{"Apple", "Cherry", "Banana", "Date"};
-
-class LibrarySave {
-  public:
-    void Begin() {
-        game.Load();
-        game.Edit();
+struct LibrarySave : Game {
+    LibrarySave() {
+        Load();
+        Edit();
     }
     bool Run() {
-        return FailureOf([this] { game.Save(); }).Number == 0;
+        return FailureOf([this] { Save(); }).Number == 0;
     }
-    void Check(bool clean) { ExpectOldOrNew(game.data, clean); }
+    void Check(bool clean) const { ExpectOldOrNew(data, clean); }
     void Survived(bool succeeded) {
-        EXPECT_EQ(game.library.FilesLosingRecords.empty(), succeeded);
-        EXPECT_THAT(game.Names(), IsSupersetOf(Lasting));
-        EXPECT_TRUE(game.library.Find("Elder")->ToBeDeleted);
+        EXPECT_EQ(library.FilesLosingRecords.empty(), succeeded);
+        EXPECT_EQ(library.Records.Count(), 5u);
+        EXPECT_TRUE(library.Find("Elder")->ToBeDeleted);
         ExpectNothingLost();
         // What is still in memory does the rest as soon as the host lets it.
-        game.Save();
-        static const Reference reference;
-        Contents events = ContentsOf(game.data);
+        Save();
+        Contents events = ContentsOf(data);
         std::erase_if(events, [](const auto& file) { return !file.first.ends_with(".event"); });
-        EXPECT_EQ(events, reference.New);
+        EXPECT_EQ(events, OldAndNew().second);
     }
-    void Restart() { ExpectNothingLost(); }
-
-  private:
-    void ExpectNothingLost() const {
-        Game next(folder / "Next/");
-        for (const auto& [name, bytes] : ContentsOf(next.data))
-            Files::DeleteFile(next.data + name);
-        for (const auto& [name, bytes] : ContentsOf(game.data))
-            Files::ReplaceSafely(next.data + name, bytes);
-        next.Load();
-        EXPECT_THAT(next.Names(), IsSupersetOf(Lasting));
-    }
-
-    TempFolder folder;
-    Game game{folder / "Data/"};
+    void Restart() const { ExpectNothingLost(); }
 };
 
 TEST(Saves, LoseNothingWhateverStrikes) {
@@ -172,72 +113,54 @@ TEST(Saves, LoseNothingWhateverStrikes) {
 }
 
 TEST(Saves, FlushTheNamesOfGainingFilesBeforeARecordLeavesItsOwn) {
-    static std::vector<std::string> operations;
-    operations.clear();
-    const TempFolder folder;
-    Game game(folder / "Data/");
-    game.Load();
-    game.Edit();
-    gFaultHook = [](const char* operation) {
-        operations.emplace_back(operation);
-        return 0;
-    };
-    game.Save();
-    gFaultHook = nullptr;
+    LibrarySave scene;
+    const Fault none;
+    scene.Save();
     // Two files gain, then a third one loses; the flush beyond that of its own bytes is the folder's.
-    std::vector<int> flushesBeforeRename{0};
-    for (const std::string& operation : operations)
-        if (operation == "fsync")
-            ++flushesBeforeRename.back();
-        else if (operation == "rename")
-            flushesBeforeRename.push_back(0);
-    EXPECT_THAT(flushesBeforeRename, ::testing::ElementsAre(1, 1, 2, 1));
+    std::vector<std::size_t> flushes;
+    for (const std::string& beforeRename : Split(none.Calls, "rename"))
+        flushes.push_back(Split(beforeRename, "fsync").size() - 1);
+    EXPECT_THAT(flushes, ElementsAre(1, 1, 2, 1));
 }
 
 /// Loading with backups, the second time over changed files.
-class BackedUpLoad {
-  public:
+struct BackedUpLoad : Game {
     BackedUpLoad() {
-        game.Load();
-        old = ContentsOf(game.Backups());
-        game.Edit();
-        game.Save();
-        data = ContentsOf(game.data);
+        Load(true);
+        old = ContentsOf(backups);
+        Edit();
+        Save();
+        wanted = ContentsOf(data);
     }
-    void Begin() { game.library.Clear(); }
     bool Run() {
-        return FailureOf([this] { game.Load(); }).Number == 0;
+        return FailureOf([this] { Load(true); }).Number == 0;
     }
-    void Check(bool clean) {
-        EXPECT_EQ(ContentsOf(game.data), data);
-        for (const auto& [name, bytes] : ContentsOf(game.Backups())) {
-            if (!name.ends_with("EVENT")) {
-                EXPECT_FALSE(clean) << name;
-                continue;
-            }
+    void Check(bool clean) const {
+        EXPECT_EQ(ContentsOf(data), wanted);
+        for (const auto& backup : ContentsOf(backups)) {
+            const auto& [name, bytes] = backup;
             const std::string source = name.substr(0, name.find('.')) + ".event";
-            EXPECT_TRUE((old.contains(name) && bytes == old[name]) || bytes == data[source]) << name;
+            EXPECT_TRUE(old.contains(backup) || wanted.contains({source, bytes}) ||
+                        (!clean && !name.ends_with("EVENT")))
+                << name;
         }
     }
-    void Survived(bool succeeded) {
+    void Survived(bool succeeded) const {
         if (succeeded) {
-            EXPECT_EQ(Files::ReadWhole(game.Backups() + "b.latestEVENT"), data["b.event"]);
-            EXPECT_EQ(Files::ReadWhole(game.Backups() + "d.1stEVENT"), data["d.event"]);
+            EXPECT_EQ(Files::ReadWhole(backups + "b.latestEVENT"), Get("b.event"));
+            EXPECT_EQ(Files::ReadWhole(backups + "d.1stEVENT"), Get("d.event"));
         } else {
-            EXPECT_LT(game.library.Records.Count(), 4u) << "a load whose backup failed went on";
+            EXPECT_LT(library.Records.Count(), 4u) << "a load whose backup failed went on";
         }
     }
     void Restart() {
-        game.Load();
-        EXPECT_THAT(game.Names(), IsSupersetOf(Lasting));
+        EXPECT_TRUE(Run());
+        EXPECT_EQ(library.Records.Count(), 4u);
         Survived(true);
     }
 
-  private:
-    TempFolder folder;
-    Game game{folder / "Data/", true};
     Contents old;
-    Contents data;
+    Contents wanted;
 };
 
 TEST(Saves, BackUpOrDoNotLoad) {
@@ -245,100 +168,158 @@ TEST(Saves, BackUpOrDoNotLoad) {
 }
 
 /// Committing into the journal.
-class JournaledCommit {
-  public:
+struct JournaledCommit : Game {
     JournaledCommit() {
-        game.Load();
-        first.Find(path, game.data, found);
-        first.Begin();
-        first.Note({&game.Titled("Apple", "first")});
+        Load();
+        Journal::Leftover none;
+        journal.Find(path, data, none);
+        journal.Begin();
+        Commit("Apple", "first");
     }
-    void Begin() {}
-    bool Run() { return first.Note({&game.Titled("Cherry", "second")}).empty(); }
-    void Check(bool) {}
-    void Survived(bool succeeded) {
-        EXPECT_EQ(first.Note({&game.Titled("Date", "third")}), "");
-        EXPECT_EQ(Left().size(), 3u) << succeeded;
+    std::string Commit(const std::string& name, const std::string& title) {
+        return journal.Note({&Titled(name, title)});
+    }
+    bool Run() { return Commit("Cherry", "second").empty(); }
+    void Check(bool) const {}
+    void Survived(bool) {
+        EXPECT_EQ(Commit("Date", "third"), "");
+        EXPECT_THAT(LeftIn(path, data), ElementsAre("Apple first", "Cherry second", "Date third"));
     }
     void Restart() {
-        Contents left = Left();
-        EXPECT_EQ(left["Apple"], "first");
-        EXPECT_TRUE(!left.contains("Cherry") || left["Cherry"] == "second");
+        const std::vector<std::string> left = LeftIn(path, data);
+        EXPECT_THAT(left, Contains("Apple first"));
+        EXPECT_THAT(left, Each(AnyOf("Apple first", "Cherry second", "Date third", "complaint")));
     }
 
-  private:
-    Contents Left() {
-        Journal::Leftover leftover;
-        Journal(game.library).Find(path, game.data, leftover);
-        Contents titles;
-        for (const auto& [name, record] : leftover.Records)
-            titles[name] = static_cast<clsEvent&>(*record).Title;
-        return titles;
-    }
-
-    TempFolder folder;
-    Game game{folder / "Data/"};
-    const std::string path = folder / "events.journal";
-    Journal first{game.library};
-    Journal::Leftover found;
+    const std::string path = temp / "events.journal";
+    Journal journal{library};
 };
 
 TEST(Saves, KeepEarlierCommitsInTheJournal) {
     PlayEveryBlow<JournaledCommit>();
 }
 
-/// A small disk of its own, gone with the test.
-class SmallDisk {
-  public:
-    explicit SmallDisk(const TempFolder& folder) : where((folder.Host() / "disk").string()) {
-        std::filesystem::create_directory(where);
-        if (::mount("velmora", where.c_str(), "tmpfs", 0, "size=128k") != 0)
-            refusal = errno;
-    }
-    ~SmallDisk() {
-        if (refusal == 0)
-            ::umount2(where.c_str(), MNT_DETACH);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-    [[nodiscard]] int Refusal() const { return refusal; }
-    /// Fills it up but for some pages.
-    void FillBut(std::size_t pages) const {
-        const auto free = std::filesystem::space(where).free / 4096;
-        ASSERT_GE(free, pages);
-        const std::string filler((free - pages) * 4096, '.');
-        Files::ReplaceSafely(where + "/filler", filler);
-    }
-    void Free() const { Files::DeleteFile(where + "/filler"); }
-
-  private:
-    std::string where;
-    int refusal = 0;
-};
-
 TEST(Saves, LoseNothingOnAFullDisk) {
     std::size_t pages = 0;
     for (bool succeeded = false; !succeeded; ++pages) {
         SCOPED_TRACE(pages);
-        const TempFolder folder;
-        const SmallDisk disk(folder);
-        if (disk.Refusal() == EPERM)
+        Game game;
+        const std::string disk = game.temp.Host().string();
+        const int refusal = ::mount("velmora", disk.c_str(), "tmpfs", 0, "size=128k") == 0 ? 0 : errno;
+        if (refusal == EPERM)
             GTEST_SKIP() << "mounting needs permission";
-        ASSERT_EQ(disk.Refusal(), 0);
-        Game game(folder / "disk/Data/");
+        ASSERT_EQ(refusal, 0);
+        const std::shared_ptr<void> unmount(nullptr, [&](void*) { ::umount2(disk.c_str(), MNT_DETACH); });
+        Files::CreateFolder(game.data);
+        game.Fill();
         game.Load();
         game.Edit();
-        disk.FillBut(pages);
+        const auto free = std::filesystem::space(disk).free / 4096;
+        ASSERT_GE(free, pages);
+        game.temp.Write("filler", std::string((free - pages) * 4096, '.'));
         const std::int32_t number = FailureOf([&] { game.Save(); }).Number;
         succeeded = number == 0;
         EXPECT_TRUE(succeeded || number == FailureDiskFull) << number;
         ExpectOldOrNew(game.data, true);
-        disk.Free();
+        Files::DeleteFile(game.temp / "filler");
         game.Save();
-        game.Load();
-        EXPECT_THAT(game.Names(), ::testing::UnorderedElementsAreArray(Lasting));
+        game.ExpectNothingLost();
+        EXPECT_EQ(game.PlacesOnDisk().size(), 4u);
     }
     EXPECT_GE(pages, 2u) << "the disk was never full";
+}
+
+/// One write of "new" over "old" in a small file, which is the old one or the new one after it.
+template <class Store>
+struct OldOrNew : Store {
+    OldOrNew() {
+        this->Write("new");
+        wanted = Bytes();
+        this->Write("old");
+        old = Bytes();
+        entries = this->Folder.EntryCount();
+        EXPECT_NE(old, wanted);
+    }
+    std::string Bytes() const { return this->Folder.Read(Store::File); }
+    bool Run() { return this->Write("new"); }
+    void Check(bool clean) const {
+        EXPECT_THAT(Bytes(), AnyOf(old, wanted));
+        EXPECT_TRUE(!clean || this->Folder.EntryCount() == entries);
+    }
+    void Survived(bool succeeded) const { EXPECT_TRUE(!succeeded || Bytes() == wanted); }
+    void Restart() {
+        EXPECT_THAT(this->Read(), AnyOf("old", "new"));
+        EXPECT_TRUE(Run());
+        Survived(true);
+    }
+
+    std::string old;
+    std::string wanted;
+    int entries = 0;
+};
+
+struct SettingsStore {
+    bool Write(const std::string& value) const {
+        return ProfileStrings::Write("Setup", "Key", value, Folder / File);
+    }
+    std::string Read() const { return ProfileStrings::Read("Setup", "Key", "", 9, Folder / File); }
+    static constexpr const char* File = "VelWriter.ini";
+    TempFolder Folder;
+};
+
+TEST(SmallFiles, SettingsAreOldOrNew) {
+    PlayEveryBlow<OldOrNew<SettingsStore>>();
+}
+
+struct RegistryStore : ScratchRegistry {
+    RegistryStore() { Host->CreateKey(Root, "K"); }
+    bool Write(const std::string& value) const {
+        return Host->Write(Root, "K", "x", {RegistryType::Sz, value + '\0'});
+    }
+    std::string Read() const {
+        return Host->Read(Root, "K", "x").value_or(RegistryValue{}).Bytes.substr(0, 3);
+    }
+    static constexpr const char* File = "registry.reg";
+};
+
+TEST(SmallFiles, TheRegistryIsOldOrNew) {
+    PlayEveryBlow<OldOrNew<RegistryStore>>();
+}
+
+/// A failure is reported and logged, then the log is put away for its size.
+struct Logging {
+    Logging() { folder.Write("x.log", Old); }
+    bool Run() const {
+        clsError handler;
+        handler.LogFile = folder / "x.log";
+        handler.SetMsgOutputDIR(folder.Path());
+        handler.HandleError("frm_Click", 0, FailureDiskFull, "full", "", {}, true);
+        EXPECT_EQ(handler.LastCallStack(), std::vector<std::string>{"frm_Click"});
+        clsMsgLog log;
+        log.LogFile = folder / "x.log";
+        std::string backupDir = folder.Path();
+        std::string line = "line";
+        const auto writeAndPutAway = [&] {
+            log.WriteToLogFile(line, false);
+            log.MaintainLogFile(1, &backupDir);
+        };
+        return FailureOf(writeAndPutAway).Number == 0;
+    }
+    void Check(bool) const {
+        EXPECT_THAT(folder.Read(folder.Has("x.log") ? "x.log" : "OLDx.log"), ::testing::StartsWith(Old));
+    }
+    void Survived(bool succeeded) const {
+        const bool putAway = !folder.Has("x.log") && folder.Read("OLDx.log").ends_with("line\r\n");
+        EXPECT_TRUE(putAway || !succeeded);
+    }
+    void Restart() const { Survived(!folder.Has("x.log") || Run()); }
+
+    const std::string Old = "what was logged before\r\n";
+    TempFolder folder;
+};
+
+TEST(SmallFiles, LogsKeepWhatTheyHold) {
+    PlayEveryBlow<Logging>();
 }
 
 } // namespace
