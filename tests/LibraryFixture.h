@@ -111,12 +111,6 @@ class LibraryFixture : public ::testing::Test, protected LibraryInFolder {
         return seen;
     }
 
-    /// Loads a folder of the sample game; nothing is written there.
-    bool LoadSample(const std::string& folder) {
-        data = Files::PathText(std::filesystem::path(VELMORA_SAMPLE) / folder) + Files::Separator;
-        return Load(false);
-    }
-
     template <class RecordType>
     const RecordType& As(std::size_t at) const {
         return static_cast<const RecordType&>(library.At(at));

@@ -94,9 +94,7 @@ TEST(ExportCommand, ListsTheOwnFiles) {
             .Parsed();
     EXPECT_EQ(json["eventFiles"], Json::parse("[{\"name\":\"Caf\xC3\xA9.event\",\"item\":0}]"));
     EXPECT_EQ(json["upissueFiles"][0]["name"], "Mine.UPIssue");
-    const Json plain = CliRun("export", game.Typed()).Parsed();
-    EXPECT_EQ(plain["eventFiles"][0]["name"], "MyEvents.event");
-    EXPECT_EQ(plain["upissueFiles"][0]["name"], "MyUPIssues.upissue");
+    EXPECT_EQ(CliRun("export", game.Typed()).Parsed()["upissueFiles"][0]["name"], "MyUPIssues.upissue");
 }
 
 TEST(ExportCommand, KeepsWhatWasReadBeforeAFailure) {

@@ -72,16 +72,6 @@ TEST(FormatCommand, WritesAnUntidyFileOnceAndThenLeavesItAlone) {
     }
 }
 
-TEST(FormatCommand, ReportsWhatTheEditorWouldReport) {
-    GameFolder game;
-    game.Write("A.event", "EVENT A\r\nColour red\r\nENDEVENT\r\n");
-    const CliRun run("format", "--write", game.Typed("A.event"));
-    EXPECT_EQ(run.Status, 0);
-    EXPECT_THAT(run.Err,
-                HasSubstr("A.event:2: warning: Unrecognized token! a(0) = Colour, sValue = red, File = "
-                          "A.event [unrecognized-token]"));
-}
-
 TEST(FormatCommand, NeverReplacesAFileThatWouldLoseRecords) {
     using Case = std::pair<std::string, const char*>;
     for (const auto& [bytes, message] :

@@ -2,7 +2,6 @@
 #include "sbmodules/clsSBModule.h"
 
 #include "LibraryFixture.h"
-#include "services/Catalogues.h"
 
 namespace velmora {
 namespace {
@@ -168,29 +167,6 @@ TEST_F(SBModuleLibraryTest, ReadsEveryByteOfAQuotedText) {
         (std::vector<std::string>{At(0).DisplayName, At(0).Model, At(0).Description, At(0).LocalAbility,
                                   At(0).TechRequirements().at(0), At(0).ModuleRequirements().at(0)}),
         ::testing::Each(AllBytes()));
-}
-
-TEST_F(SBModuleLibraryTest, ReadsTheSampleWithoutAWord) {
-    ASSERT_TRUE(LoadSample("Data"));
-    EXPECT_THAT(texts, IsEmpty());
-    EXPECT_THAT(FileNames(), ElementsAre("CoreModules.SBModule 0", "FrontierModules.SBModule 1",
-                                         "MySBModules.SBModule 2"));
-    EXPECT_EQ(library.Records.Count(), 31u);
-    const auto& ring = static_cast<const clsSBModule&>(*library.Find("battlering_iii"));
-    EXPECT_THAT(ring.TechRequirements(), ElementsAre("Targeting Choirs", "Grand Strategy"));
-    EXPECT_THAT(ring.ModuleRequirements(), ElementsAre("BattleRing", "BattleRing_II"));
-    BuildCatalogues();
-    for (std::size_t i = 0; i < library.Records.Count(); ++i) {
-        const clsSBModule& module = At(i);
-        EXPECT_EQ(StarbaseModels.ItemAt(PositionByCode(StarbaseModels, module.Model)), module.Model);
-        EXPECT_EQ(SBModuleAbilities.ItemAt(PositionByCode(SBModuleAbilities, module.LocalAbility)),
-                  module.LocalAbility);
-        EXPECT_EQ(SBModuleTypes.ItemAt(PositionByNumber(SBModuleTypes, module.ModuleType)),
-                  module.ModuleType);
-        for (const std::string& required : module.ModuleRequirements())
-            EXPECT_TRUE(required.empty() || library.Find(required)) << required;
-    }
-    ReleaseCatalogues();
 }
 
 } // namespace
