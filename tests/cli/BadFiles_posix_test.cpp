@@ -3,15 +3,14 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <sys/stat.h>
 
 namespace velmora {
 namespace {
 
-using ::testing::HasSubstr;
-
 namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 TEST(BadFiles, EndTheirKindAndAreNamed) {
     using Obstacle = void (*)(const fs::path& path);
@@ -20,16 +19,15 @@ TEST(BadFiles, EndTheirKindAndAreNamed) {
           Obstacle([](const fs::path& path) { fs::create_symlink(path.filename(), path); }),
           Obstacle([](const fs::path& path) { ::mkfifo(path.c_str(), 0600); })}) {
         GameFolder game;
-        game.Write("Data/A.event", "Colour red\r\n");
+        for (const char* name : {"Data/A.event", "Data/C.event", "Data/UP_Issues/A.UPIssue"})
+            game.Write(name, "Colour red\r\n");
         put(game.Host() / "Data" / "B.event");
-        game.Write("Data/C.event", "Colour blue\r\n");
-        game.Write("Data/UP_Issues/A.UPIssue", "Colour green\r\n");
         const CliRun run("check", game.Typed(), "--format", "json");
         EXPECT_EQ(run.Status, 2);
         EXPECT_THAT(run.Err, HasSubstr("Data/B.event: Cannot read"));
         const Json json = run.Parsed();
-        EXPECT_EQ(Values(json["messages"], "file"), (std::vector<Json>{"A.event", "A.UPIssue"}));
-        EXPECT_EQ(Values(json["errors"], "file"), (std::vector<Json>{"B.event"}));
+        EXPECT_THAT(Values(json["messages"], "file"), ElementsAre("A.event", "A.UPIssue"));
+        EXPECT_THAT(Values(json["errors"], "file"), ElementsAre("B.event"));
         EXPECT_EQ(json["errors"][0]["routines"].size(), 4u);
         EXPECT_EQ(CliRun("format", game.Typed("Data/B.event")).Status, 2);
     }
@@ -40,8 +38,8 @@ TEST(BadFiles, OddNamesArePrintedAsTheyAreOnOneLine) {
     game.Write("Data/\xE6\x98\x9F \xC3\xA9.event", "Colour red\r\n");
     game.Write("Data/a\nb\x1B.event", "Colour red\r\n");
     EXPECT_THAT(CliRun("check", game.Typed()).Lines(),
-                ::testing::ElementsAre(HasSubstr("Data/a; b\\x1B.event:1: warning:"),
-                                       HasSubstr("Data/\xE6\x98\x9F \xC3\xA9.event:1: warning:")));
+                ElementsAre(HasSubstr("Data/a; b\\x1B.event:1: warning:"),
+                            HasSubstr("Data/\xE6\x98\x9F \xC3\xA9.event:1: warning:")));
     EXPECT_EQ(CliRun("export", game.Typed()).Parsed()["messages"][1]["file"], "\xE6\x98\x9F \xC3\xA9.event");
 }
 

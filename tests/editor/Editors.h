@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SoundRecords.h"
 #include "editor/EditorFixture.h"
 #include "events/frmEvents.h"
 #include "upissues/frmUPIssues.h"
@@ -51,27 +52,6 @@ inline void PrintTo(const Editor* editor, std::ostream* out) {
     *out << editor->Records->Window;
 }
 inline const auto EveryEditor = ::testing::Values(&EventEditor, &IssueEditor);
-
-/// Records that pass every check.
-inline clsEvent SoundEvent(const std::string& name) {
-    clsEvent event;
-    event.EventName = name;
-    event.Title = "Title";
-    event.Description = "about " + name;
-    event.Image = R"(Gfx\\P.pcx)";
-    event.GoodOption = event.NeutralOption = event.EvilOption = "Option";
-    event.MoralityWeight = 1;
-    return event;
-}
-inline clsUPIssue SoundIssue(const std::string& name) {
-    clsUPIssue issue;
-    issue.UPIssueName = name;
-    issue.Question = "about " + name;
-    issue.Option01 = "Yes";
-    issue.OptionVal01 = 1;
-    issue.UPIssueAttribute = 2;
-    return issue;
-}
 
 /// The window of one editor over records of its own.
 template <class Window, class RecordType>
