@@ -1,5 +1,7 @@
 #include "events/clsEvent.h"
 
+#include "events/EventRules.h"
+
 #include <array>
 
 namespace velmora {
@@ -59,6 +61,7 @@ RecordKind MakeEventKind() {
     kind.BlurbOf = TextField<&E::Description>("Description").TextOf;
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
     kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<E>(); };
+    kind.Normalize = [](Record& record) { NormalizeEvent(static_cast<E&>(record)); };
     return kind;
 }
 

@@ -107,6 +107,8 @@ struct RecordKind {
     const std::string& (*BlurbOf)(const Record&) = nullptr; ///< what a record is about, in its own words
     std::int32_t& (*Number)(Record&) = nullptr;             ///< 1-based position in the editor's order
     std::unique_ptr<Record> (*Make)() = nullptr;
+    /// Makes of a record what showing it makes: legal percent signs and numbers. Not set for a kind without.
+    void (*Normalize)(Record&) = nullptr;
 
     [[nodiscard]] std::string Routine(std::string_view procedure) const {
         return std::string(Window) + "_" + std::string(procedure);

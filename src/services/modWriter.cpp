@@ -97,6 +97,8 @@ void FilterKeyPress(std::int16_t& keyCode) {
 }
 
 void NormalizeWildCards(std::string& text) {
+    if (text.find('%') == std::string::npos)
+        return;
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {

@@ -1,5 +1,7 @@
 #include "upissues/clsUPIssue.h"
 
+#include "upissues/UPIssueRules.h"
+
 #include <array>
 
 namespace velmora {
@@ -65,6 +67,7 @@ RecordKind MakeUPIssueKind() {
     kind.BlurbOf = TextField<&U::Question>("Question").TextOf;
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<U&>(record).UPIssueNumber; };
     kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<U>(); };
+    kind.Normalize = [](Record& record) { NormalizeUPIssue(static_cast<U&>(record)); };
     return kind;
 }
 

@@ -48,7 +48,7 @@ TEST(EventRules, NormalizeWhatShowingNormalizes) {
     clsEvent event;
     event.Description = event.GoodOption = event.NeutralOption = event.EvilOption = "100% of %S, 5%%";
     event.MoralityWeight = 9;
-    NormalizeEvent(event);
+    EventKind.Normalize(event);
     EXPECT_THAT((std::vector{event.Description, event.GoodOption, event.NeutralOption, event.EvilOption}),
                 ::testing::Each("100%% of %s, 5%%"));
     EXPECT_EQ(event.MoralityWeight, 5);
