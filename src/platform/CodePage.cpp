@@ -21,9 +21,8 @@ HostCodePage::Table Windows1252() {
         0x2039, 0x0152,    Undefined, 0x017D, Undefined, Undefined, 0x2018, 0x2019,    0x201C, 0x201D, 0x2022,
         0x2013, 0x2014,    0x02DC,    0x2122, 0x0161,    0x203A,    0x0153, Undefined, 0x017E, 0x0178};
     HostCodePage::Table table{};
-    for (char32_t byte = 0; byte < 256; ++byte) {
+    for (char32_t byte = 0; byte < 256; ++byte)
         table[byte] = byte >= 0x80 && byte < 0xA0 ? upperControls[byte - 0x80] : byte;
-    }
     return table;
 }
 
@@ -40,9 +39,8 @@ struct Tables {
 
 Tables::Tables() : Unicode(HostCodePage::SystemTable().value_or(Windows1252())) {
     FillGaps(Unicode);
-    for (unsigned byte = 0x80; byte < 256; ++byte) {
+    for (unsigned byte = 0x80; byte < 256; ++byte)
         Bytes.emplace_back(Unicode[byte], static_cast<unsigned char>(byte));
-    }
     std::sort(Bytes.begin(), Bytes.end());
     for (unsigned byte = 0; byte < 256; ++byte) {
         const auto same = static_cast<unsigned char>(byte);
@@ -52,14 +50,12 @@ Tables::Tables() : Unicode(HostCodePage::SystemTable().value_or(Windows1252())) 
 }
 
 std::optional<unsigned char> Tables::ByteOf(char32_t character) const {
-    if (character < 0x80) {
+    if (character < 0x80)
         return static_cast<unsigned char>(character);
-    }
     const auto found =
         std::lower_bound(Bytes.begin(), Bytes.end(), std::pair{character, static_cast<unsigned char>(0)});
-    if (found == Bytes.end() || found->first != character) {
+    if (found == Bytes.end() || found->first != character)
         return std::nullopt;
-    }
     return found->second;
 }
 
@@ -75,19 +71,16 @@ unsigned char Byte(char character) {
 /// Both texts are known to be at least `length` long.
 std::string Mapped(std::string_view text, const std::array<unsigned char, 256>& table) {
     std::string result(text);
-    for (char& character : result) {
+    for (char& character : result)
         character = static_cast<char>(table[Byte(character)]);
-    }
     return result;
 }
 
 bool SameFolded(const char* left, const char* right, std::size_t length) {
     const auto& folded = TheTables().Folded;
-    for (std::size_t i = 0; i < length; ++i) {
-        if (folded[Byte(left[i])] != folded[Byte(right[i])]) {
+    for (std::size_t i = 0; i < length; ++i)
+        if (folded[Byte(left[i])] != folded[Byte(right[i])])
             return false;
-        }
-    }
     return true;
 }
 
@@ -115,9 +108,8 @@ std::string ToUtf8(std::string_view text) {
     const auto& unicode = TheTables().Unicode;
     std::string utf8;
     utf8.reserve(text.size() + text.size() / 8);
-    for (const char character : text) {
+    for (const char character : text)
         Utf8::Append(utf8, unicode[Byte(character)]);
-    }
     return utf8;
 }
 
@@ -128,9 +120,8 @@ std::optional<std::string> FromUtf8(std::string_view utf8) {
     while (!utf8.empty()) {
         const auto character = Utf8::TakeCharacter(utf8);
         const auto byte = character ? tables.ByteOf(*character) : std::nullopt;
-        if (!byte) {
+        if (!byte)
             return std::nullopt;
-        }
         text += static_cast<char>(*byte);
     }
     return text;
@@ -142,9 +133,8 @@ std::string FromUtf8Lossy(std::string_view utf8, char replacement) {
     text.reserve(utf8.size());
     while (!utf8.empty()) {
         const auto character = Utf8::TakeCharacter(utf8);
-        if (!character) {
+        if (!character)
             utf8.remove_prefix(1);
-        }
         const auto byte = character ? tables.ByteOf(*character) : std::nullopt;
         text += byte ? static_cast<char>(*byte) : replacement;
     }
@@ -175,35 +165,29 @@ bool EqualNoCase(std::string_view left, std::string_view right) {
 int CompareNoCase(std::string_view left, std::string_view right) {
     const auto& folded = TheTables().Folded;
     const std::size_t shared = std::min(left.size(), right.size());
-    for (std::size_t i = 0; i < shared; ++i) {
-        if (const int difference = folded[Byte(left[i])] - folded[Byte(right[i])]; difference != 0) {
+    for (std::size_t i = 0; i < shared; ++i)
+        if (const int difference = folded[Byte(left[i])] - folded[Byte(right[i])]; difference != 0)
             return difference;
-        }
-    }
     return left.size() < right.size() ? -1 : left.size() > right.size() ? 1 : 0;
 }
 
 std::size_t HashNoCase(std::string_view text) {
     const auto& folded = TheTables().Folded;
     std::uint64_t hash = 0xCBF29CE484222325u;
-    for (const char character : text) {
+    for (const char character : text)
         hash = (hash ^ folded[Byte(character)]) * 0x100000001B3u;
-    }
     return static_cast<std::size_t>(hash);
 }
 
 std::size_t FindNoCase(std::string_view text, std::string_view what, std::size_t from) {
-    if (what.empty() || text.size() < what.size()) {
+    if (what.empty() || text.size() < what.size())
         return std::string_view::npos;
-    }
     const auto& folded = TheTables().Folded;
     const unsigned char first = folded[Byte(what[0])];
     const std::size_t last = text.size() - what.size();
-    for (std::size_t at = from; at <= last; ++at) {
-        if (folded[Byte(text[at])] == first && SameFolded(text.data() + at, what.data(), what.size())) {
+    for (std::size_t at = from; at <= last; ++at)
+        if (folded[Byte(text[at])] == first && SameFolded(text.data() + at, what.data(), what.size()))
             return at;
-        }
-    }
     return std::string_view::npos;
 }
 

@@ -16,9 +16,8 @@ inline std::size_t (*gShortWriteHook)(std::size_t wanted) = nullptr;
 
 inline void CheckFault(const char* operation) {
     const int code = gFaultHook != nullptr ? gFaultHook(operation) : 0;
-    if (code != 0) {
+    if (code != 0)
         throw std::system_error(code, std::generic_category(), operation);
-    }
 }
 
 inline std::size_t WritablePiece(std::size_t wanted) {

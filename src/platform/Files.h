@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,14 +64,6 @@ void RemoveOldTemporaries(std::string_view folder);
 
 /// Copies one file, replacing an existing target (as a whole, as ReplaceSafely does).
 void CopyFile(std::string_view from, std::string_view to);
-
-/// Copies a folder with everything in it. `copying` is told each file before it is copied; when anything
-/// fails, what was copied is removed again before the failure is thrown.
-void CopyTree(std::string_view from, std::string_view to,
-              const std::function<void(const std::string& file)>& copying = {});
-
-/// Sum of the sizes of all files in a folder and below.
-std::uint64_t TreeSize(std::string_view folder);
 
 void DeleteFile(std::string_view path);
 /// Creates a folder, with its parents; an existing one is left alone.

@@ -22,9 +22,8 @@ std::optional<char32_t> Decode(iconv_t converter, unsigned char byte) {
     std::size_t room = sizeof out;
     iconv(converter, nullptr, nullptr, nullptr, nullptr);
     const bool refused = iconv(converter, &from, &left, &to, &room) == static_cast<std::size_t>(-1);
-    if (refused) {
+    if (refused)
         return errno == EILSEQ ? std::optional(Undefined) : std::nullopt;
-    }
     // Some sets hold a character back until they know what follows it.
     iconv(converter, nullptr, nullptr, &to, &room);
     return sizeof out - room == sizeof out[0] ? std::optional(out[0]) : std::nullopt;
@@ -33,9 +32,8 @@ std::optional<char32_t> Decode(iconv_t converter, unsigned char byte) {
 bool ExtendsAscii(const Table& table) {
     bool extends = false;
     for (char32_t byte = 0; byte < 256; ++byte) {
-        if (byte < 0x80 && table[byte] != byte) {
+        if (byte < 0x80 && table[byte] != byte)
             return false;
-        }
         extends = extends || (byte >= 0x80 && table[byte] != Undefined);
     }
     return extends;
@@ -52,9 +50,8 @@ locale_t UnicodeLocale() {
 std::optional<Table> TableOf(const char* characterSet) {
     const char* const utf32 = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? "UTF-32LE" : "UTF-32BE";
     const iconv_t converter = iconv_open(utf32, characterSet);
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
+    if (converter == reinterpret_cast<iconv_t>(-1))
         return std::nullopt;
-    }
     Table table{};
     bool singleByte = true;
     for (unsigned byte = 0; byte < 256 && singleByte; ++byte) {
@@ -68,9 +65,8 @@ std::optional<Table> TableOf(const char* characterSet) {
 
 std::optional<Table> SystemTable() {
     const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
-    if (locale == nullptr) {
+    if (locale == nullptr)
         return std::nullopt;
-    }
     const std::string characterSet = nl_langinfo_l(CODESET, locale);
     freelocale(locale);
     return TableOf(characterSet.c_str());

@@ -6,9 +6,8 @@ namespace velmora::HostCodePage {
 namespace {
 
 char32_t Mapped(char32_t character, DWORD how) {
-    if (character > 0xFFFF) {
+    if (character > 0xFFFF)
         return character;
-    }
     const auto from = static_cast<wchar_t>(character);
     wchar_t to = from;
     const int length = ::LCMapStringEx(LOCALE_NAME_INVARIANT, how, &from, 1, &to, 1, nullptr, nullptr, 0);
@@ -20,9 +19,8 @@ char32_t Mapped(char32_t character, DWORD how) {
 std::optional<Table> SystemTable() {
     const UINT codePage = ::GetACP();
     CPINFO facts{};
-    if (!::GetCPInfo(codePage, &facts) || facts.MaxCharSize != 1) {
+    if (!::GetCPInfo(codePage, &facts) || facts.MaxCharSize != 1)
         return std::nullopt;
-    }
     Table table{};
     for (unsigned byte = 0; byte < 256; ++byte) {
         const char from = static_cast<char>(byte);

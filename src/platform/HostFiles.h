@@ -7,7 +7,7 @@
 #include <system_error>
 
 /// The one narrow place through which the program touches the host's files. Everything here throws
-/// std::system_error with the host's reason; Files.cpp turns that into the failures users know.
+/// std::system_error with the host's reason; Attempts.h turns that into the failures users know.
 namespace velmora::HostFiles {
 
 using Path = std::filesystem::path;

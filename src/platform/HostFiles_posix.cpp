@@ -1,16 +1,9 @@
 #include "platform/HostFiles.h"
 
-#include "platform/CodePage.h"
 #include "platform/FaultHook.h"
-#include "platform/Files.h"
-#include "platform/PathTexts.h"
 
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
-#include <optional>
-#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -29,20 +22,17 @@ int Descriptor(std::intptr_t handle) {
 
 struct ::stat FactsOf(int descriptor) {
     struct ::stat facts {};
-    if (::fstat(descriptor, &facts) != 0) {
+    if (::fstat(descriptor, &facts) != 0)
         Refuse(errno, "fstat");
-    }
     return facts;
 }
 
 /// Throws for folders, pipes and devices.
 void CheckRegular(const struct ::stat& facts) {
-    if (S_ISDIR(facts.st_mode)) {
+    if (S_ISDIR(facts.st_mode))
         Refuse(EISDIR, "open");
-    }
-    if (!S_ISREG(facts.st_mode)) {
+    if (!S_ISREG(facts.st_mode))
         Refuse(EOPNOTSUPP, "open");
-    }
 }
 
 int OpenForWriting(const Path& path, OutFile::Opening opening) {
@@ -50,24 +40,21 @@ int OpenForWriting(const Path& path, OutFile::Opening opening) {
     // Without blocking: a pipe that nobody reads must not hang the program.
     const int how = opening == OutFile::Opening::Append ? O_APPEND | O_NONBLOCK : O_EXCL;
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | how, 0666);
-    if (descriptor < 0) {
+    if (descriptor < 0)
         Refuse(errno, "open");
-    }
     return descriptor;
 }
 
 void Rename(const Path& from, const Path& to) {
     CheckFault("rename");
-    if (::rename(from.c_str(), to.c_str()) != 0) {
+    if (::rename(from.c_str(), to.c_str()) != 0)
         Refuse(errno, "rename");
-    }
 }
 
 void FlushDescriptor(int descriptor) {
     CheckFault("fsync");
-    if (::fsync(descriptor) != 0) {
+    if (::fsync(descriptor) != 0)
         Refuse(errno, "fsync");
-    }
 }
 
 /// The folder of a file, held open so that what happens to its names can be flushed.
@@ -77,29 +64,25 @@ class Folder {
         : Handle(::open(file.has_parent_path() ? file.parent_path().c_str() : ".",
                         O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
         // A folder that may be written but not listed cannot be flushed, which is no reason not to save.
-        if (Handle < 0 && errno != EACCES) {
+        if (Handle < 0 && errno != EACCES)
             Refuse(errno, "open");
-        }
     }
     ~Folder() {
-        if (Handle >= 0) {
+        if (Handle >= 0)
             ::close(Handle);
-        }
     }
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
     void Flush() const {
-        if (Handle < 0) {
+        if (Handle < 0)
             return;
-        }
         try {
             FlushDescriptor(Handle);
         } catch (const std::system_error& refusal) {
             // Some network file systems know no flushing of folders.
-            if (refusal.code().value() != EINVAL && refusal.code().value() != EOPNOTSUPP) {
+            if (refusal.code().value() != EINVAL && refusal.code().value() != EOPNOTSUPP)
                 throw;
-            }
         }
     }
 
@@ -112,9 +95,8 @@ class Folder {
 InFile::InFile(const Path& path) {
     CheckFault("open");
     Handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (Handle < 0) {
+    if (Handle < 0)
         Refuse(errno, "open");
-    }
     try {
         const auto facts = FactsOf(Descriptor(Handle));
         CheckRegular(facts);
@@ -133,51 +115,43 @@ std::size_t InFile::Read(char* buffer, std::size_t size) {
     CheckFault("read");
     while (true) {
         const ssize_t got = ::read(Descriptor(Handle), buffer, size);
-        if (got >= 0) {
+        if (got >= 0)
             return static_cast<std::size_t>(got);
-        }
-        if (errno != EINTR) {
+        if (errno != EINTR)
             Refuse(errno, "read");
-        }
     }
 }
 
 OutFile::OutFile(const Path& path, Opening opening) : Handle(OpenForWriting(path, opening)) {}
 
 OutFile::~OutFile() {
-    if (Handle >= 0) {
+    if (Handle >= 0)
         ::close(Descriptor(Handle));
-    }
 }
 
 void OutFile::TakeModeOf(const Path& other) {
     struct ::stat wanted {};
-    if (::stat(other.c_str(), &wanted) != 0) {
+    if (::stat(other.c_str(), &wanted) != 0)
         Refuse(errno, "stat");
-    }
     const auto mine = FactsOf(Descriptor(Handle));
     if (mine.st_uid != wanted.st_uid || mine.st_gid != wanted.st_gid) {
         // Only the administrator may give files away; a group may be one of the user's own.
         if (::fchown(Descriptor(Handle), wanted.st_uid, wanted.st_gid) != 0 &&
-            ::fchown(Descriptor(Handle), static_cast<uid_t>(-1), wanted.st_gid) != 0 && errno != EPERM) {
+            ::fchown(Descriptor(Handle), static_cast<uid_t>(-1), wanted.st_gid) != 0 && errno != EPERM)
             Refuse(errno, "fchown");
-        }
     }
-    if (::fchmod(Descriptor(Handle), wanted.st_mode & 07777) != 0) {
+    if (::fchmod(Descriptor(Handle), wanted.st_mode & 07777) != 0)
         Refuse(errno, "fchmod");
-    }
 }
 
 void OutFile::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         CheckFault("write");
         const ssize_t written = ::write(Descriptor(Handle), bytes.data(), WritablePiece(bytes.size()));
-        if (written < 0 && errno == EINTR) {
+        if (written < 0 && errno == EINTR)
             continue;
-        }
-        if (written <= 0) {
+        if (written <= 0)
             Refuse(written < 0 ? errno : EIO, "write");
-        }
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
 }
@@ -197,9 +171,8 @@ void OutFile::Close() {
     const int result = ::close(Descriptor(std::exchange(Handle, -1)));
     const int code = errno;
     CheckFault("close");
-    if (result != 0) {
+    if (result != 0)
         Refuse(code, "close");
-    }
 }
 
 Path FollowLinks(const Path& path) {
@@ -208,9 +181,8 @@ Path FollowLinks(const Path& path) {
     for (int followed = 0; followed < mostLinks; ++followed) {
         std::error_code none;
         const Path next = std::filesystem::read_symlink(target, none);
-        if (none) {
+        if (none)
             return target;
-        }
         target = target.parent_path() / next;
     }
     Refuse(ELOOP, "readlink");
@@ -219,15 +191,13 @@ Path FollowLinks(const Path& path) {
 void CheckReplaceable(const Path& target) {
     struct ::stat facts {};
     if (::stat(target.c_str(), &facts) != 0) {
-        if (errno == ENOENT) {
+        if (errno == ENOENT)
             return;
-        }
         Refuse(errno, "stat");
     }
     CheckRegular(facts);
-    if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
+    if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
         Refuse(errno, "access");
-    }
 }
 
 Replaced Replace(const Path& finished, const Path& target) {
@@ -250,18 +220,16 @@ void FlushFolderOf(const Replaced& replaced) {
 }
 
 void Settle(const Replaced& replaced) {
-    if (!replaced.Kept.empty()) {
+    if (!replaced.Kept.empty())
         Unlink(replaced.Kept);
-    }
 }
 
 void TakeBack(const Replaced& replaced) {
     try {
-        if (!replaced.Kept.empty()) {
+        if (!replaced.Kept.empty())
             Rename(replaced.Kept, replaced.Target);
-        } else if (replaced.WasAbsent) {
+        else if (replaced.WasAbsent)
             Unlink(replaced.Target);
-        }
     } catch (const std::system_error&) {
         // The first failure is the one to report.
     }
@@ -269,23 +237,20 @@ void TakeBack(const Replaced& replaced) {
 
 void Unlink(const Path& file) {
     CheckFault("unlink");
-    if (::unlink(file.c_str()) != 0) {
+    if (::unlink(file.c_str()) != 0)
         Refuse(errno, "unlink");
-    }
 }
 
 void MakeFolder(const Path& folder) {
     CheckFault("mkdir");
-    if (::mkdir(folder.c_str(), 0777) != 0) {
+    if (::mkdir(folder.c_str(), 0777) != 0)
         Refuse(errno, "mkdir");
-    }
 }
 
 void RemoveFolder(const Path& folder) {
     CheckFault("rmdir");
-    if (::rmdir(folder.c_str()) != 0) {
+    if (::rmdir(folder.c_str()) != 0)
         Refuse(errno, "rmdir");
-    }
 }
 
 bool MayCreateIn(const Path& folder) {
@@ -297,58 +262,3 @@ bool IsDiskFull(const std::error_code& code) {
 }
 
 } // namespace velmora::HostFiles
-
-namespace velmora::Files {
-
-const char Separator = '/';
-
-namespace {
-
-using HostFiles::Path;
-
-bool Exists(const Path& path) {
-    struct ::stat facts {};
-    return ::lstat(path.c_str(), &facts) == 0;
-}
-
-/// The entry of a folder that a path component means: the one whose text it is, else the first in
-/// alphabetical order that differs in letter case only.
-std::optional<std::string> FindEntry(const Path& folder, std::string_view component) {
-    const auto closeFolder = [](DIR* open) { ::closedir(open); };
-    const std::unique_ptr<DIR, decltype(closeFolder)> open(::opendir(folder.empty() ? "." : folder.c_str()),
-                                                           closeFolder);
-    std::optional<std::string> best;
-    while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
-        const std::string text = PathTexts::FromHostText(entry->d_name);
-        if (text == component) {
-            return entry->d_name;
-        }
-        if (CodePage::EqualNoCase(text, component) && (!best || entry->d_name < *best)) {
-            best = entry->d_name;
-        }
-    }
-    return best;
-}
-
-} // namespace
-
-Path HostPath(std::string_view path) {
-    const auto components = PathTexts::Components(path);
-    const Path root = path.find_first_of("/\\") == 0 ? "/" : "";
-    Path asWritten = root;
-    for (const auto component : components) {
-        asWritten /= PathTexts::HostName(component);
-    }
-    if (Exists(asWritten)) {
-        return asWritten;
-    }
-    Path found = root;
-    for (const auto component : components) {
-        const Path name = PathTexts::HostName(component);
-        const auto entry = Exists(found / name) ? std::nullopt : FindEntry(found, component);
-        found /= entry ? Path(*entry) : name;
-    }
-    return found;
-}
-
-} // namespace velmora::Files

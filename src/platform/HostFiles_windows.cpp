@@ -1,11 +1,11 @@
 #include "platform/HostFiles.h"
 
 #include "platform/FaultHook.h"
-#include "platform/Files.h"
 #include "platform/HostWindows.h"
 
 #include <algorithm>
 #include <limits>
+#include <string>
 #include <utility>
 
 namespace velmora::HostFiles {
@@ -27,25 +27,22 @@ bool IsFolder(DWORD attributes) {
 /// Refuses a path with the system's last reason; a folder in the place of a file is named as what it is.
 [[noreturn]] void RefusePath(const Path& path, const char* operation) {
     const DWORD code = ::GetLastError();
-    if (code == ERROR_ACCESS_DENIED && IsFolder(::GetFileAttributesW(path.c_str()))) {
+    if (code == ERROR_ACCESS_DENIED && IsFolder(::GetFileAttributesW(path.c_str())))
         throw std::system_error(std::make_error_code(std::errc::is_a_directory), operation);
-    }
     Refuse(code, operation);
 }
 
 std::intptr_t Open(const Path& path, DWORD access, DWORD sharing, DWORD creation, DWORD flags) {
     const HANDLE handle = ::CreateFileW(path.c_str(), access, sharing, nullptr, creation, flags, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
+    if (handle == INVALID_HANDLE_VALUE)
         RefusePath(path, "open");
-    }
     return reinterpret_cast<std::intptr_t>(handle);
 }
 
 std::intptr_t OpenForWriting(const Path& path, OutFile::Opening opening) {
     CheckFault("open");
-    if (opening == OutFile::Opening::Append) {
+    if (opening == OutFile::Opening::Append)
         return Open(path, FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL);
-    }
     return Open(path, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
 }
 
@@ -53,9 +50,8 @@ std::intptr_t OpenForWriting(const Path& path, OutFile::Opening opening) {
 Path AsOnDisk(const Path& path) {
     WIN32_FIND_DATAW found{};
     const HANDLE search = ::FindFirstFileW(path.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) {
+    if (search == INVALID_HANDLE_VALUE)
         return path;
-    }
     ::FindClose(search);
     return path.parent_path() / found.cFileName;
 }
@@ -84,18 +80,16 @@ InFile::~InFile() {
 
 std::size_t InFile::Read(char* buffer, std::size_t size) {
     DWORD got = 0;
-    if (!::ReadFile(Native(Handle), buffer, Piece(size), &got, nullptr)) {
+    if (!::ReadFile(Native(Handle), buffer, Piece(size), &got, nullptr))
         Refuse(::GetLastError(), "read");
-    }
     return got;
 }
 
 OutFile::OutFile(const Path& path, Opening opening) : Handle(OpenForWriting(path, opening)) {}
 
 OutFile::~OutFile() {
-    if (Handle != 0) {
+    if (Handle != 0)
         ::CloseHandle(Native(Handle));
-    }
 }
 
 void OutFile::TakeModeOf(const Path& /*other*/) {
@@ -106,13 +100,10 @@ void OutFile::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         CheckFault("write");
         DWORD written = 0;
-        if (!::WriteFile(Native(Handle), bytes.data(), Piece(WritablePiece(bytes.size())), &written,
-                         nullptr)) {
+        if (!::WriteFile(Native(Handle), bytes.data(), Piece(WritablePiece(bytes.size())), &written, nullptr))
             Refuse(::GetLastError(), "write");
-        }
-        if (written == 0) {
+        if (written == 0)
             throw std::system_error(std::make_error_code(std::errc::io_error), "write");
-        }
         bytes.remove_prefix(written);
     }
 }
@@ -123,25 +114,22 @@ void OutFile::StartFlush() {
 
 void OutFile::Flush() {
     CheckFault("fsync");
-    if (!::FlushFileBuffers(Native(Handle))) {
+    if (!::FlushFileBuffers(Native(Handle)))
         Refuse(::GetLastError(), "fsync");
-    }
 }
 
 void OutFile::Close() {
     const bool closed = ::CloseHandle(Native(std::exchange(Handle, 0)));
     const DWORD code = ::GetLastError();
     CheckFault("close");
-    if (!closed) {
+    if (!closed)
         Refuse(code, "close");
-    }
 }
 
 Path FollowLinks(const Path& path) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
         return path;
-    }
     const HANDLE handle = Native(Open(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
     std::wstring target(32768, L'\0');
@@ -149,9 +137,8 @@ Path FollowLinks(const Path& path) {
                                                      FILE_NAME_NORMALIZED);
     const DWORD code = ::GetLastError();
     ::CloseHandle(handle);
-    if (length == 0 || length >= target.size()) {
+    if (length == 0 || length >= target.size())
         Refuse(code, "readlink");
-    }
     target.resize(length);
     return target;
 }
@@ -160,17 +147,14 @@ void CheckReplaceable(const Path& target) {
     const DWORD attributes = ::GetFileAttributesW(target.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         const DWORD code = ::GetLastError();
-        if (code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND) {
+        if (code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND)
             return;
-        }
         Refuse(code, "stat");
     }
-    if (IsFolder(attributes)) {
+    if (IsFolder(attributes))
         throw std::system_error(std::make_error_code(std::errc::is_a_directory), "stat");
-    }
-    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0)
         Refuse(ERROR_ACCESS_DENIED, "access");
-    }
 }
 
 Replaced Replace(const Path& finished, const Path& wanted) {
@@ -184,14 +168,11 @@ Replaced Replace(const Path& finished, const Path& wanted) {
         ::DeleteFileW(kept.c_str());
         return {target, {}};
     }
-    if (::GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    if (::GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES)
         ::MoveFileExW(kept.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH);
-    }
     // New files come this way too, and volumes that know no replacing.
-    if (!::MoveFileExW(finished.c_str(), target.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    if (!::MoveFileExW(finished.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         Refuse(::GetLastError(), "rename");
-    }
     return {target, {}};
 }
 
@@ -202,23 +183,20 @@ void TakeBack(const Replaced& /*replaced*/) {}
 
 void Unlink(const Path& file) {
     CheckFault("unlink");
-    if (!::DeleteFileW(file.c_str())) {
+    if (!::DeleteFileW(file.c_str()))
         RefusePath(file, "unlink");
-    }
 }
 
 void MakeFolder(const Path& folder) {
     CheckFault("mkdir");
-    if (!::CreateDirectoryW(folder.c_str(), nullptr)) {
+    if (!::CreateDirectoryW(folder.c_str(), nullptr))
         Refuse(::GetLastError(), "mkdir");
-    }
 }
 
 void RemoveFolder(const Path& folder) {
     CheckFault("rmdir");
-    if (!::RemoveDirectoryW(folder.c_str())) {
+    if (!::RemoveDirectoryW(folder.c_str()))
         Refuse(::GetLastError(), "rmdir");
-    }
 }
 
 bool MayCreateIn(const Path& folder) {
@@ -226,9 +204,8 @@ bool MayCreateIn(const Path& folder) {
     const Path probe = folder / (".velmora-" + std::to_string(::GetCurrentProcessId()) + ".tmp");
     const HANDLE handle = ::CreateFileW(probe.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
                                         FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
+    if (handle == INVALID_HANDLE_VALUE)
         return false;
-    }
     ::CloseHandle(handle);
     return true;
 }
@@ -242,25 +219,3 @@ bool IsDiskFull(const std::error_code& code) {
 }
 
 } // namespace velmora::HostFiles
-
-namespace velmora::Files {
-
-const char Separator = '\\';
-
-std::filesystem::path HostPath(std::string_view path) {
-    const auto components = PathTexts::Components(path);
-    const std::size_t leading = std::min(path.find_first_not_of("/\\"), path.size());
-    std::wstring host(std::min(leading, std::size_t{2}), L'\\');
-    for (const auto component : components) {
-        host += PathTexts::HostName(component).native();
-        host += L'\\';
-    }
-    // A drive letter alone means a current folder of its own; its root needs the separator.
-    const bool driveRoot = components.size() == 1 && components[0].ends_with(':') && path.back() != ':';
-    if (!components.empty() && !driveRoot) {
-        host.pop_back();
-    }
-    return host;
-}
-
-} // namespace velmora::Files

@@ -9,9 +9,8 @@
 namespace velmora::PathTexts {
 
 std::string FromHostText(std::string_view text) {
-    if (Utf8::IsAscii(text)) {
+    if (Utf8::IsAscii(text))
         return std::string(text);
-    }
     // A code-page text that reads as UTF-8 would be taken for raw bytes on the way back.
     auto converted = CodePage::FromUtf8(text);
     const bool usable = converted && !Utf8::IsBeyondAscii(*converted);
@@ -53,9 +52,8 @@ std::string PathText(const std::filesystem::path& path) {
     std::string text;
     for (const auto& component : preferred) {
         // A second separator beside a root's would start a network path.
-        if (!text.empty() && text.back() != Separator && !component.has_root_directory()) {
+        if (!text.empty() && text.back() != Separator && !component.has_root_directory())
             text += Separator;
-        }
         text += PathTexts::NameText(component);
     }
     return text;
@@ -71,9 +69,8 @@ std::string FolderOf(std::string_view path) {
 
 std::string Join(std::string_view folder, std::string_view name) {
     std::string path(folder);
-    if (!path.empty() && path.back() != '/' && path.back() != '\\') {
+    if (!path.empty() && path.back() != '/' && path.back() != '\\')
         path += Separator;
-    }
     return path.append(name);
 }
 

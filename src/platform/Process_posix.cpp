@@ -29,15 +29,12 @@ namespace fs = std::filesystem;
 class Arguments {
   public:
     explicit Arguments(const std::vector<std::string>& commandLine) {
-        for (const std::string& word : commandLine) {
+        for (const std::string& word : commandLine)
             Words.push_back(PathTexts::ToHostText(word));
-        }
-        if (commandLine.front().find_first_of("/\\") != std::string::npos) {
+        if (commandLine.front().find_first_of("/\\") != std::string::npos)
             Words.front() = Files::HostPath(commandLine.front()).native();
-        }
-        for (std::string& word : Words) {
+        for (std::string& word : Words)
             Pointers.push_back(word.data());
-        }
         Pointers.push_back(nullptr);
     }
     char* const* Get() { return Pointers.data(); }
@@ -58,9 +55,8 @@ class Pipe {
     Pipe() : Created(::pipe2(Ends.data(), O_CLOEXEC) == 0) {}
     ~Pipe() {
         CloseWriting();
-        if (Created) {
+        if (Created)
             ::close(Ends[0]);
-        }
     }
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
@@ -104,9 +100,8 @@ void WaitFor(pid_t child) {
         ::setsid();
         ::execvp(arguments[0], arguments);
     }
-    if (grandchild <= 0) {
+    if (grandchild <= 0)
         failure.Tell(errno);
-    }
     ::_exit(0);
 }
 
@@ -117,9 +112,8 @@ bool HasEnded(pid_t child) {
 
 /// The user's home as the host tells it.
 fs::path Home() {
-    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') {
+    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0')
         return home;
-    }
     const passwd* user = ::getpwuid(::getuid());
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
 }
@@ -134,24 +128,20 @@ std::string UserFolder(const char* variable, const char* belowHome) {
 } // namespace
 
 void Start(const std::vector<std::string>& commandLine) {
-    if (commandLine.empty() || commandLine.front().empty()) {
+    if (commandLine.empty() || commandLine.front().empty())
         throw Failure(FailureFileNotFound, "Cannot start a program without a name");
-    }
     Arguments arguments(commandLine);
     Pipe failure;
     // The program becomes a grandchild: the system takes care of it, it never lingers when it has ended.
     const pid_t child = failure.IsOpen() ? ::fork() : -1;
-    if (child == 0) {
+    if (child == 0)
         BecomeProgram(arguments.Get(), failure);
-    }
-    if (child < 0) {
+    if (child < 0)
         FailToStart(commandLine.front(), errno);
-    }
     failure.CloseWriting();
     WaitFor(child);
-    if (const int code = failure.Hear(); code != 0) {
+    if (const int code = failure.Hear(); code != 0)
         FailToStart(commandLine.front(), code);
-    }
 }
 
 void RunAndWait(std::string_view commandLine, std::optional<int> /*windowStyle*/,
@@ -161,9 +151,8 @@ void RunAndWait(std::string_view commandLine, std::optional<int> /*windowStyle*/
     std::string option = "-c";
     char* const arguments[] = {shell.data(), option.data(), command.data(), nullptr};
     pid_t child = 0;
-    if (::posix_spawn(&child, "/bin/sh", nullptr, nullptr, arguments, environ) != 0) {
+    if (::posix_spawn(&child, "/bin/sh", nullptr, nullptr, arguments, environ) != 0)
         return;
-    }
     if (!waiting) {
         WaitFor(child);
         return;
@@ -181,9 +170,8 @@ std::string ExecutablePath() {
 
 std::optional<std::uint64_t> FreeBytes(std::string_view path) {
     struct statvfs volume {};
-    if (::statvfs(Files::HostPath(path).c_str(), &volume) != 0) {
+    if (::statvfs(Files::HostPath(path).c_str(), &volume) != 0)
         return std::nullopt;
-    }
     return std::uint64_t{volume.f_bavail} * volume.f_frsize;
 }
 

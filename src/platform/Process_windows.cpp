@@ -17,9 +17,8 @@ std::wstring Quoted(const std::wstring& word) {
     std::wstring quoted = L"\"";
     std::size_t backslashes = 0;
     for (const wchar_t character : word) {
-        if (character == L'"') {
+        if (character == L'"')
             quoted.append(backslashes + 1, L'\\');
-        }
         backslashes = character == L'\\' ? backslashes + 1 : 0;
         quoted += character;
     }
@@ -30,9 +29,8 @@ std::wstring Joined(const std::vector<std::string>& commandLine) {
     const std::string& program = commandLine.front();
     const bool isPath = program.find_first_of("/\\") != std::string::npos;
     std::wstring joined = Quoted(isPath ? Files::HostPath(program).native() : ToWide(program));
-    for (std::size_t i = 1; i < commandLine.size(); ++i) {
+    for (std::size_t i = 1; i < commandLine.size(); ++i)
         joined += L' ' + Quoted(ToWide(commandLine[i]));
-    }
     return joined;
 }
 
@@ -46,9 +44,8 @@ HANDLE Launch(std::wstring commandLine, bool inheriting, std::optional<int> wind
     }
     PROCESS_INFORMATION started{};
     if (!::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, inheriting, NORMAL_PRIORITY_CLASS,
-                          nullptr, nullptr, &startup, &started)) {
+                          nullptr, nullptr, &startup, &started))
         return nullptr;
-    }
     ::CloseHandle(started.hThread);
     return started.hProcess;
 }
@@ -64,9 +61,8 @@ std::string UserFolder(const KNOWNFOLDERID& base) {
 } // namespace
 
 void Start(const std::vector<std::string>& commandLine) {
-    if (commandLine.empty() || commandLine.front().empty()) {
+    if (commandLine.empty() || commandLine.front().empty())
         throw Failure(FailureFileNotFound, "Cannot start a program without a name");
-    }
     const HANDLE process = Launch(Joined(commandLine), false, std::nullopt);
     if (process == nullptr) {
         const std::error_code reason(static_cast<int>(::GetLastError()), std::system_category());
@@ -79,12 +75,10 @@ void Start(const std::vector<std::string>& commandLine) {
 void RunAndWait(std::string_view commandLine, std::optional<int> windowStyle,
                 const std::function<void()>& waiting) {
     const HANDLE process = Launch(ToWide(commandLine), true, windowStyle);
-    if (process == nullptr) {
+    if (process == nullptr)
         return;
-    }
-    while (::WaitForSingleObject(process, waiting ? 50 : INFINITE) == WAIT_TIMEOUT) {
+    while (::WaitForSingleObject(process, waiting ? 50 : INFINITE) == WAIT_TIMEOUT)
         waiting();
-    }
     ::CloseHandle(process);
 }
 
@@ -96,9 +90,8 @@ std::string ExecutablePath() {
 
 std::optional<std::uint64_t> FreeBytes(std::string_view path) {
     ULARGE_INTEGER free{};
-    if (!::GetDiskFreeSpaceExW(Files::HostPath(path).c_str(), &free, nullptr, nullptr)) {
+    if (!::GetDiskFreeSpaceExW(Files::HostPath(path).c_str(), &free, nullptr, nullptr))
         return std::nullopt;
-    }
     return free.QuadPart;
 }
 

@@ -9,9 +9,8 @@ namespace velmora::Utf8 {
 
 /// Takes the first character off `rest`. Nothing, and `rest` untouched, when it does not start with one.
 inline std::optional<char32_t> TakeCharacter(std::string_view& rest) {
-    if (rest.empty()) {
+    if (rest.empty())
         return std::nullopt;
-    }
     const auto lead = static_cast<unsigned char>(rest[0]);
     const std::size_t length = lead < 0x80   ? 1
                                : lead < 0xC2 ? 0
@@ -19,21 +18,18 @@ inline std::optional<char32_t> TakeCharacter(std::string_view& rest) {
                                : lead < 0xF0 ? 3
                                : lead < 0xF5 ? 4
                                              : 0;
-    if (length == 0 || rest.size() < length) {
+    if (length == 0 || rest.size() < length)
         return std::nullopt;
-    }
     char32_t character = length == 1 ? lead : lead & (0x7Fu >> length);
     for (std::size_t i = 1; i < length; ++i) {
         const auto next = static_cast<unsigned char>(rest[i]);
-        if ((next & 0xC0) != 0x80) {
+        if ((next & 0xC0) != 0x80)
             return std::nullopt;
-        }
         character = (character << 6) | (next & 0x3Fu);
     }
     const bool overlong = (length == 3 && character < 0x800) || (length == 4 && character < 0x10000);
-    if (overlong || character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF)) {
+    if (overlong || character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF))
         return std::nullopt;
-    }
     rest.remove_prefix(length);
     return character;
 }
@@ -58,11 +54,9 @@ inline void Append(std::string& text, char32_t character) {
 }
 
 inline bool IsAscii(std::string_view text) {
-    for (const char byte : text) {
-        if (static_cast<unsigned char>(byte) >= 0x80) {
+    for (const char byte : text)
+        if (static_cast<unsigned char>(byte) >= 0x80)
             return false;
-        }
-    }
     return true;
 }
 
@@ -71,9 +65,8 @@ inline bool IsBeyondAscii(std::string_view text) {
     bool beyond = false;
     while (!text.empty()) {
         const auto character = TakeCharacter(text);
-        if (!character) {
+        if (!character)
             return false;
-        }
         beyond = beyond || *character >= 0x80;
     }
     return beyond;

@@ -2,6 +2,7 @@
 
 #include "editor/QtText.h"
 #include "events/frmEvents.h"
+#include "platform/FileTrees.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
 #include "platform/TimeText.h"

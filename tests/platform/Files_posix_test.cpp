@@ -1,6 +1,7 @@
 #include "FailureOf.h"
 #include "Fault.h"
 #include "TempFolder.h"
+#include "platform/FileTrees.h"
 #include "platform/Files.h"
 
 #include <gmock/gmock.h>

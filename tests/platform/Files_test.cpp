@@ -1,5 +1,6 @@
 #include "FailureOf.h"
 #include "TempFolder.h"
+#include "platform/FileTrees.h"
 #include "platform/Files.h"
 
 #include <gmock/gmock.h>
