@@ -4,7 +4,7 @@
 #include "services/Trap.h"
 
 #include <QApplication>
-#include <QMenu>
+#include <QEvent>
 #include <QMenuBar>
 #include <QScopedValueRollback>
 
@@ -19,20 +19,38 @@ void FieldChecks::OnLeave(QWidget* field, const std::function<bool()>& check) {
 }
 
 void FieldChecks::FocusChanged(QWidget* old, QWidget* now) {
-    if (checking || !old || !now || now->window() != window || !old->isEnabled())
+    if (checking)
         return;
-    if (qobject_cast<QMenu*>(now) || qobject_cast<QMenuBar*>(now))
+    if (checks.contains(old))
+        visiting = old;
+    if (!now || now->window() != window || qobject_cast<QMenuBar*>(now))
         return;
-    const auto check = checks.constFind(old);
-    if (check == checks.constEnd())
+    QWidget* field = visiting;
+    visiting = nullptr;
+    if (!field || field == now || !field->isEnabled() || MayLeave(field))
         return;
+    DropTheClick();
+    field->setFocus(Qt::OtherFocusReason);
+}
+
+bool FieldChecks::MayLeave(QWidget* field) {
     const QScopedValueRollback<bool> guard(checking, true);
     bool mayLeave = true;
-    const QString routine = QStringLiteral("%1_%2_LostFocus")
-                                .arg(window->objectName(), old->objectName().section(QLatin1Char('_'), 0, 0));
-    TrapEvent(FromQt(routine), NoInputParms, [&] { mayLeave = check.value()(); });
-    if (!mayLeave)
-        old->setFocus(Qt::OtherFocusReason);
+    const QString routine =
+        QStringLiteral("%1_%2_LostFocus")
+            .arg(window->objectName(), field->objectName().section(QLatin1Char('_'), 0, 0));
+    TrapEvent(FromQt(routine), NoInputParms, [&] { mayLeave = checks.value(field)(); });
+    return mayLeave;
+}
+
+void FieldChecks::DropTheClick() {
+    qApp->installEventFilter(this);
+    QMetaObject::invokeMethod(
+        this, [this] { qApp->removeEventFilter(this); }, Qt::QueuedConnection);
+}
+
+bool FieldChecks::eventFilter(QObject* watched, QEvent* event) {
+    return event->type() == QEvent::MouseButtonPress || QObject::eventFilter(watched, event);
 }
 
 } // namespace velmora
