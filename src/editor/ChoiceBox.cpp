@@ -28,6 +28,19 @@ class EntryList : public QAbstractListModel {
     }
     [[nodiscard]] const std::vector<std::string>& Entries() const { return entries; }
 
+    /// The only entry that holds a text in any letter case; null when there is none, or more than one.
+    [[nodiscard]] QString OnlyOneWith(const QString& part) const {
+        QString found;
+        for (std::size_t at = 0; at < entries.size(); ++at) {
+            if (!TextAt(at).contains(part, Qt::CaseInsensitive))
+                continue;
+            if (!found.isNull())
+                return {};
+            found = TextAt(at);
+        }
+        return found;
+    }
+
     /// Position of a text, -1 when no entry reads so.
     [[nodiscard]] int IndexOf(const QString& text) const {
         for (std::size_t at = 0; at < entries.size(); ++at)
@@ -100,8 +113,19 @@ void ChoiceBox::wheelEvent(QWheelEvent* event) {
 
 void ChoiceBox::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
-    if (isEditable() && event->reason() == Qt::MouseFocusReason)
+    if (!isEditable() || currentText() != itemText(currentIndex()))
+        return;
+    // What is typed first replaces the present name. A click puts the caret somewhere after this.
+    if (event->reason() == Qt::MouseFocusReason)
         QMetaObject::invokeMethod(lineEdit(), &QLineEdit::selectAll, Qt::QueuedConnection);
+    else if (event->reason() != Qt::PopupFocusReason)
+        lineEdit()->selectAll();
+}
+
+void ChoiceBox::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+        EndSearch();
 }
 
 void ChoiceBox::MakeSearchable(bool searchable) {
@@ -120,7 +144,7 @@ void ChoiceBox::MakeSearchable(bool searchable) {
             [this](const QString& text) { ChooseText(text, true); });
     connect(this, &QComboBox::editTextChanged, lineEdit(),
             [this](const QString& text) { ChooseText(text, false); });
-    connect(lineEdit(), &QLineEdit::editingFinished, this, &ChoiceBox::LeaveSearch);
+    connect(lineEdit(), &QLineEdit::returnPressed, this, &ChoiceBox::ReturnPressed);
 }
 
 bool ChoiceBox::ChooseText(const QString& text, bool byHand) {
@@ -135,12 +159,22 @@ bool ChoiceBox::ChooseText(const QString& text, bool byHand) {
     return true;
 }
 
-void ChoiceBox::LeaveSearch() {
-    const QString typed = currentText();
-    if (completer()->popup()->isVisible() || ChooseText(typed, true))
-        return; // a visible list picks the entry itself
-    if (const int found = findText(typed, Qt::MatchFixedString); found >= 0)
-        ChooseText(itemText(found), true);
+QString ChoiceBox::MatchOf(const QString& typed) const {
+    const int same = findText(typed, Qt::MatchFixedString);
+    return same >= 0 ? itemText(same) : list->OnlyOneWith(typed);
+}
+
+void ChoiceBox::ReturnPressed() {
+    // Among several offered entries the search goes on.
+    if (!completer()->popup()->isVisible() || !MatchOf(currentText()).isNull())
+        EndSearch();
+}
+
+void ChoiceBox::EndSearch() {
+    if (!isEditable() || ChooseText(currentText(), true))
+        return;
+    if (const QString match = MatchOf(currentText()); !match.isNull())
+        ChooseText(match, true);
     setEditText(itemText(currentIndex()));
 }
 

@@ -55,6 +55,7 @@ void frmZoomTo::ShowBlurb() {
 }
 
 void frmZoomTo::Go() {
+    ui->cboZoomTo->EndSearch();
     const std::string chosen = ui->cboZoomTo->Chosen();
     const std::size_t found = ByFile() ? library.FirstInFile(chosen) : library.Records.IndexOf(chosen);
     if (found != decltype(library.Records)::None)

@@ -3,6 +3,9 @@
 #include "editor/ModalAnswers.h"
 #include "editor/frmZoomTo.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
+
 namespace velmora {
 namespace {
 
@@ -90,6 +93,30 @@ TEST_P(EditorFields, HoldTheFocusUntilTheyAreNumbers) {
     EXPECT_THAT(prompts.Transcript, IsEmpty());
 }
 
+TEST_P(EditorFields, AreCheckedAfterAVisitToTheMenusAndDropTheClickThatLeaves) {
+    Start();
+    Pick(editItem);
+    const std::string number = editor.NumberFields[0];
+    const std::string subs = events ? "cboDescStr_0" : "cboUPIssueSubs_0";
+    TypeOver(number, "x");
+    QTest::keyClick(Get<QWidget>(number), Qt::Key_F, Qt::AltModifier);
+    auto* menu = Get<QMenu>("mnuFile");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_FALSE(Get<QWidget>(number)->hasFocus());
+    EXPECT_THAT(prompts.Transcript, IsEmpty()) << "not yet left";
+    auto* list = Get<ChoiceBox>(subs);
+    QTest::mouseClick(list, Qt::LeftButton);
+    EXPECT_EQ(prompts.Transcript.size(), 1u);
+    EXPECT_TRUE(Get<QWidget>(number)->hasFocus());
+    EXPECT_FALSE(list->view()->isVisible());
+    TypeOver(number, "1");
+    QCoreApplication::processEvents();
+    QTest::mouseClick(list, Qt::LeftButton);
+    EXPECT_TRUE(list->view()->isVisible());
+    list->hidePopup();
+}
+
 TEST_P(EditorFields, AreShownByTheZoomDialogsChoice) {
     Put("C", "");
     Start();
@@ -143,6 +170,25 @@ TEST_P(EditorFields, FailUnderTheNamesOfTheirRoutines) {
     Reopen();
     ExpectFailureRoads({{"mnuSortAlphabetically", {"SortBy", "PopulateForm"}},
                         {sortByFileItem, {"SortBy", "PopulateForm"}}});
+}
+
+TEST_P(EditorFields, AreFoundByAPartOfANameTypedIntoZoom) {
+    std::string many;
+    for (int i = 0; i < 200; ++i)
+        many += Block("Event" + std::to_string(i));
+    Put("C", many);
+    Start();
+    ModalAnswers answers;
+    answers.Expect<frmZoomTo>([](frmZoomTo& dialog) {
+        auto* box = dialog.findChild<ChoiceBox*>(QStringLiteral("cboZoomTo"));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        QTest::keyClicks(dialog.focusWidget(), QStringLiteral("t177"));
+        ASSERT_TRUE(box->completer()->popup()->isVisible());
+        QTest::keyClick(box->completer()->popup(), Qt::Key_Return);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    });
+    Pick("mnuZoomTo");
+    EXPECT_EQ(Shown(), "Event177, 181 of 203, ");
 }
 
 INSTANTIATE_TEST_SUITE_P(Editors, EditorFields, EveryEditor, ::testing::PrintToStringParamName());
