@@ -44,8 +44,16 @@ LoadRequest EditorWindow::Request() const {
 }
 
 void EditorWindow::EndLoad() {
-    if (unwritten.Offer(ProgramFile(std::string(library.Kind.Word) + "s.journal"), DataFolder()))
+    if (unwritten.Offer(ProgramFile(std::string(library.Kind.Word) + "s.journal"), DataFolder())) {
         PopulateForm(0);
+        SetReadOnly();
+    }
+}
+
+std::string EditorWindow::BrowsingText() const {
+    return halfRead ? "READ ONLY.  Not all files were read: nothing can be written until File, Read Files "
+                      "Again succeeds."
+                    : RecordWindow::BrowsingText();
 }
 
 void EditorWindow::AdoptCommands() {

@@ -66,6 +66,7 @@ class EditorWindow : public RecordWindow {
     [[nodiscard]] std::string UnwrittenQuestion() const override { return words.UnwrittenQuestion; }
     [[nodiscard]] LoadRequest Request() const override;
     void EndLoad() override;
+    [[nodiscard]] std::string BrowsingText() const override;
     void ReleaseRecords() override { unwritten.Drop(); }
 
     void SetForEditing(const std::string& statusText);

@@ -176,12 +176,6 @@ void RecordWindow::Display(Record* record) {
     anyShown = record != nullptr;
 }
 
-std::string RecordWindow::BrowsingText() const {
-    return halfRead ? "READ ONLY.  Not all files were read: nothing can be written until File, Read Files "
-                      "Again succeeds."
-                    : "READ ONLY";
-}
-
 void RecordWindow::ShowHint(const std::string& text) {
     ShowHint(ToQt(text));
 }
@@ -231,7 +225,9 @@ void RecordWindow::Navigate(int step) {
     const std::size_t count = library.Records.Count();
     if (count == 0)
         return;
-    PopulateForm((currentIndex + count + static_cast<std::size_t>(step)) % count);
+    // With nothing on show the walk begins at the first or the last record.
+    const std::size_t from = anyShown ? currentIndex : step > 0 ? count - 1 : 0;
+    PopulateForm((from + count + static_cast<std::size_t>(step)) % count);
 }
 
 bool RecordWindow::MayClose() {

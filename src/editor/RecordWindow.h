@@ -61,6 +61,9 @@ class RecordWindow : public QMainWindow {
     /// The menu item's name; one editor spells it its own way.
     [[nodiscard]] virtual const char* SortByFileItem() const { return "mnuSortByFileName"; }
 
+    /// What the edit-status line reads while browsing.
+    [[nodiscard]] virtual std::string BrowsingText() const { return "READ ONLY"; }
+
     void InitForm();
     void PopulateForm(std::size_t position);
     void SetReadOnly();
@@ -117,8 +120,6 @@ class RecordWindow : public QMainWindow {
     void ShowNothing();
     void Display(Record* record);
     void ShowDetails(bool shown);
-    /// What the edit-status line reads while browsing.
-    [[nodiscard]] std::string BrowsingText() const;
     void Navigate(int step);
     /// Lets a button's key work without delay: a button's own shortcut shows it pressed for a while first.
     void ClickAtOnce(QPushButton* button);

@@ -75,6 +75,17 @@ TEST_P(UnwrittenWorkTest, IsNotOfferedAfterACleanClose) {
     EXPECT_FALSE(temp.Has(journal));
 }
 
+TEST_P(UnwrittenWorkTest, IsTakenUpIntoAnEmptyLibrary) {
+    Commit("changed");
+    for (const char* file : {"A", "B"})
+        Put(file, "");
+    prompts.ExpectAsk(Offer(1), true);
+    Crash();
+    EXPECT_EQ(Shown(), "Apple, changed, " + edited);
+    Click("cmdForward");
+    EXPECT_TRUE(Enabled("cmdForward"));
+}
+
 TEST_P(UnwrittenWorkTest, IsKeptAsideWhenDeclined) {
     Commit("declined");
     prompts.ExpectAsk(Offer(1), false);

@@ -293,6 +293,8 @@ TEST_P(Workflow, NeverWritesAHalfReadLibrary) {
     Pick("mnuReadAgain");
     EXPECT_EQ(Shown(), ", , ") << "nothing is shown after a failed reading";
     EXPECT_EQ(MenuItemsOn(), onWithNothingShown);
+    Click("cmdForward");
+    EXPECT_EQ(Shown(), "Apple, 1 of 2, ");
 }
 
 INSTANTIATE_TEST_SUITE_P(Editors, Workflow, EveryEditor, ::testing::PrintToStringParamName());

@@ -107,6 +107,13 @@ TEST_F(SBModuleViewer, EmptiesTheForm) {
     EXPECT_FALSE(Enabled("cmdForward"));
 }
 
+TEST_F(SBModuleViewer, IsReadOnlyAfterAFailedLoadToo) {
+    Put("A.SBModule", Block("0 Dock") + Block("99999999999 Ring"));
+    Open<frmSBModules>();
+    EXPECT_EQ(prompts.Errors.size(), 1u);
+    EXPECT_EQ(Text("lblEditStatus"), "READ ONLY");
+}
+
 TEST_F(SBModuleViewer, ChangesNothingWhateverIsPicked) {
     Put("A.SBModule", Block("0 Dock") + Block("1 Ring"));
     Open<frmSBModules>();
