@@ -48,8 +48,6 @@ const std::array<KindEntry, 3> Entries{{
      .OwnFileOption = "--sbmodule-file",
      .OwnFile = "MySBModules.SBModule",
      .MakeAdmission = AdmitModules,
-     .HeaderProperty = "SBModuleID",
-     .HeaderNumber = [](const Record& record) { return static_cast<const clsSBModule&>(record).SBModuleID; },
      .Written = false},
 }};
 

@@ -41,9 +41,7 @@ struct KindEntry {
     /// nullptr for a kind without checks.
     std::vector<Reason> (*Check)(Record&, CheckContext&) = nullptr;
     Library::Admission (*MakeAdmission)() = nullptr; ///< made anew for each load
-    std::string_view HeaderProperty = {}; ///< the number in a record's header, for a kind that has one
-    std::int32_t (*HeaderNumber)(const Record&) = nullptr;
-    bool Written = true; ///< the editor writes files of this kind
+    bool Written = true;                             ///< the editor writes files of this kind
 };
 
 /// All kinds, in the order in which they are loaded.

@@ -46,10 +46,7 @@ Json RecordToJson(const KindEntry& kind, Record& record) {
         properties.emplace_back(std::string(name), std::move(value));
     };
     add(recordKind.Name.Property, FieldToJson(recordKind.Name, record));
-    if (kind.HeaderNumber)
-        add(kind.HeaderProperty, kind.HeaderNumber(record));
-    for (const Field& field : recordKind.Fields)
-        add(field.Property, FieldToJson(field, record));
+    recordKind.ForEachField([&](const Field& field) { add(field.Property, FieldToJson(field, record)); });
     add("ShortName", JsonName(record.ShortName));
     add(kind.NumberProperty, recordKind.Number(record));
     add("OrigNumber", record.OrigNumber);

@@ -60,7 +60,7 @@ RecordKind MakeEventKind() {
     kind.Name = TextField<&E::EventName>("EVENT", 1, false, "EventName");
     kind.BlurbOf = TextField<&E::Description>("Description").TextOf;
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
-    kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<E>(); };
+    kind.Makes<E>();
     kind.Normalize = [](Record& record) { NormalizeEvent(static_cast<E&>(record)); };
     return kind;
 }

@@ -169,7 +169,7 @@ void BlockReader::BeginBlock(std::string_view value) {
     LeaveUnfinished();
     inBlock = true;
     headerLine = lineNumber;
-    if (kind.SetHeaderNumber) {
+    if (kind.HeaderNumber) {
         // The pieces stand after an empty one: the value starts with a blank.
         const auto pieces = Split(value, " ");
         headerNumber = pieces.size() > 1 ? ToNumber(LeadingNumber(pieces[1]), kind.Header) : 0;
@@ -204,8 +204,8 @@ void BlockReader::EndBlock() {
 
 void BlockReader::Fill(Record& record) {
     kind.Name.SetText(record, name);
-    if (kind.SetHeaderNumber)
-        kind.SetHeaderNumber(record, headerNumber);
+    if (kind.HeaderNumber)
+        kind.HeaderNumber->SetNumber(record, headerNumber);
     for (std::size_t i = 0; i < held.size(); ++i) {
         const Field& field = kind.Fields[i];
         const Held& holding = held[i];

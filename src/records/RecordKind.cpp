@@ -3,6 +3,7 @@
 #include "services/modWriter.h"
 
 #include <charconv>
+#include <type_traits>
 
 namespace velmora {
 
@@ -25,22 +26,68 @@ void AppendQuoted(const std::string& value, std::string& text) {
     text += '"';
 }
 
+void AppendLine(const Field& field, const auto& value, std::string& text) {
+    text.append("  ").append(field.Key).append(static_cast<std::size_t>(field.Blanks), ' ');
+    if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>)
+        AppendQuoted(value, text);
+    else
+        AppendNumber(value, text);
+    text += field.EmptyLineAfter ? "\r\n\r\n" : "\r\n";
+}
+
+void AppendField(const Field& field, const Record& record, std::string& text) {
+    if (field.Type == FieldType::Text)
+        AppendLine(field, field.TextOf(record), text);
+    else if (field.Type == FieldType::List)
+        for (const std::string& entry : field.ListOf(record))
+            AppendLine(field, entry, text);
+    else
+        AppendLine(field, field.NumberOf(record), text);
+}
+
 } // namespace
+
+FieldValue Field::Get(const Record& record) const {
+    switch (Type) {
+    case FieldType::Text:
+        return TextOf(record);
+    case FieldType::List:
+        return ListOf(record);
+    default:
+        return NumberOf(record);
+    }
+}
+
+void Field::Set(Record& record, const FieldValue& value) const {
+    switch (Type) {
+    case FieldType::Text:
+        SetText(record, std::get<std::string>(value));
+        break;
+    case FieldType::List: {
+        const auto& entries = std::get<std::vector<std::string>>(value);
+        ClearList(record);
+        for (const std::string& entry : entries)
+            SetText(record, entry);
+        break;
+    }
+    default:
+        SetNumber(record, std::get<std::int32_t>(value));
+    }
+}
 
 void AppendBlock(const RecordKind& kind, const Record& record, std::string& text) {
     text += SeparatorLine;
-    text.append(kind.Header).append(" ").append(kind.NameOf(record)).append("\r\n");
+    text.append(kind.Header).append(" ");
+    if (kind.HeaderNumber) {
+        AppendNumber(kind.HeaderNumber->NumberOf(record), text);
+        text += ' ';
+    }
+    text.append(kind.NameOf(record)).append("\r\n");
     text += SeparatorLine;
     if (kind.EmptyLineAfterHeader)
         text += "\r\n";
-    for (const Field& field : kind.Fields) {
-        text.append("  ").append(field.Key).append(static_cast<std::size_t>(field.Blanks), ' ');
-        if (field.Type == FieldType::Text)
-            AppendQuoted(field.TextOf(record), text);
-        else
-            AppendNumber(field.NumberOf(record), text);
-        text += field.EmptyLineAfter ? "\r\n\r\n" : "\r\n";
-    }
+    for (const Field& field : kind.Fields)
+        AppendField(field, record, text);
     text.append(kind.End).append("\r\n\r\n\r\n");
 }
 
@@ -51,15 +98,12 @@ std::string BlockOf(const RecordKind& kind, const Record& record) {
 }
 
 void CopyContent(const RecordKind& kind, const Record& from, Record& to) {
-    for (const Field& field : kind.Fields) {
-        if (field.Type == FieldType::Text)
-            field.SetText(to, field.TextOf(from));
-        else if (field.Type == FieldType::List)
-            for (const std::string& entry : field.ListOf(from))
-                field.SetText(to, entry);
-        else
-            field.SetNumber(to, field.NumberOf(from));
-    }
+    if (&from != &to)
+        kind.ForEachField([&](const Field& field) { field.Set(to, field.Get(from)); });
+}
+
+std::unique_ptr<Record> Clone(const RecordKind& kind, const Record& record) {
+    return kind.Copy(record);
 }
 
 } // namespace velmora

@@ -5,9 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace velmora {
@@ -20,6 +22,9 @@ enum class FieldType {
     List,       ///< each line of a block adds an entry; a block without one adds an empty entry
 };
 
+/// A field's value: a text, a number or a list, as the field's type says.
+using FieldValue = std::variant<std::string, std::int32_t, std::vector<std::string>>;
+
 /// One line of a record's block: its key in the file and the member that holds it.
 struct Field {
     std::string_view Key;
@@ -30,8 +35,15 @@ struct Field {
     const std::vector<std::string>& (*ListOf)(const Record&) = nullptr;
     void (*SetText)(Record&, std::string_view) = nullptr; ///< for a list: adds an entry
     void (*SetNumber)(Record&, std::int32_t) = nullptr;
+    void (*ClearList)(Record&) = nullptr;
     int Blanks = 1;              ///< blanks between key and value when written
     bool EmptyLineAfter = false; ///< an empty line follows when written
+
+    // Whatever the type; reading a file goes straight to the members.
+    [[nodiscard]] FieldValue Get(const Record& record) const;
+    /// Replaces the value. Throws std::bad_variant_access for a value of another type. A list drops entries
+    /// that it holds already.
+    void Set(Record& record, const FieldValue& value) const;
 };
 
 template <class Member>
@@ -69,8 +81,8 @@ constexpr Field NumberField(std::string_view key, int blanks = 1, bool emptyLine
     return field;
 }
 
-/// The field of a list: `List` is the member function that shows it, `Add` the one that adds an entry.
-template <auto List, auto Add>
+/// The field of a list: `List` is the member function that shows it, `Add` adds an entry, `Clear` drops all.
+template <auto List, auto Add, auto Clear>
 constexpr Field ListField(std::string_view key, std::string_view property) {
     using Owner = OwnerOf<List>;
     Field field{key, property, FieldType::List};
@@ -78,6 +90,7 @@ constexpr Field ListField(std::string_view key, std::string_view property) {
         return (static_cast<const Owner&>(r).*List)();
     };
     field.SetText = [](Record& r, std::string_view text) { (static_cast<Owner&>(r).*Add)(text); };
+    field.ClearList = [](Record& r) { (static_cast<Owner&>(r).*Clear)(); };
     return field;
 }
 
@@ -98,15 +111,15 @@ struct RecordKind {
     std::string_view DuplicateText; ///< up to the name: "Duplicate event found!  EventName = "
     std::string_view DuplicateRule;
     bool EmptyLineAfterHeader = false;
-    bool ValuesKeepBlanks = false; ///< each piece of an unquoted value keeps one blank before it
-    /// Set where the header holds a number before the name; takes that number.
-    void (*SetHeaderNumber)(Record&, std::int32_t) = nullptr;
+    bool ValuesKeepBlanks = false;     ///< each piece of an unquoted value keeps one blank before it
+    std::optional<Field> HeaderNumber; ///< where the header holds a number before the name
 
-    std::span<const Field> Fields;                          ///< in file order, the name left out
+    std::span<const Field> Fields;                          ///< in file order, those of the header left out
     Field Name;                                             ///< the member that the header names
     const std::string& (*BlurbOf)(const Record&) = nullptr; ///< what a record is about, in its own words
     std::int32_t& (*Number)(Record&) = nullptr;             ///< 1-based position in the editor's order
     std::unique_ptr<Record> (*Make)() = nullptr;
+    std::unique_ptr<Record> (*Copy)(const Record&) = nullptr; ///< all of it, flags and numbers included
     /// Makes of a record what showing it makes: legal percent signs and numbers. Not set for a kind without.
     void (*Normalize)(Record&) = nullptr;
 
@@ -114,6 +127,23 @@ struct RecordKind {
         return std::string(Window) + "_" + std::string(procedure);
     }
     [[nodiscard]] const std::string& NameOf(const Record& record) const { return Name.TextOf(record); }
+
+    /// Calls `visit` with each content field but the name, in file order.
+    template <class Visit>
+    void ForEachField(const Visit& visit) const {
+        if (HeaderNumber)
+            visit(*HeaderNumber);
+        for (const Field& field : Fields)
+            visit(field);
+    }
+    /// Sets what makes records of a type.
+    template <class Type>
+    void Makes() {
+        Make = []() -> std::unique_ptr<Record> { return std::make_unique<Type>(); };
+        Copy = [](const Record& record) -> std::unique_ptr<Record> {
+            return std::make_unique<Type>(static_cast<const Type&>(record));
+        };
+    }
 };
 
 /// Stands above and below the header of each block.
@@ -124,7 +154,9 @@ constexpr std::string_view SeparatorLine =
 void AppendBlock(const RecordKind& kind, const Record& record, std::string& text);
 std::string BlockOf(const RecordKind& kind, const Record& record);
 
-/// Copies every content field but the name.
+/// Gives a record the content of another, all but the name.
 void CopyContent(const RecordKind& kind, const Record& from, Record& to);
+/// A second record like the first, with its name, flags, status and file.
+std::unique_ptr<Record> Clone(const RecordKind& kind, const Record& record);
 
 } // namespace velmora

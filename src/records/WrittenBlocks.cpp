@@ -102,7 +102,7 @@ void WrittenBlocks::SkipEmptyLines(std::string_view& bytes) {
 
 bool WrittenBlocks::TakeBlock(const RecordKind& kind, std::string_view& bytes) {
     // The values of these kinds take more than taking a line apart.
-    if (kind.ValuesKeepBlanks || kind.SetHeaderNumber || !bytes.starts_with(kind.Header))
+    if (kind.ValuesKeepBlanks || kind.HeaderNumber || !bytes.starts_with(kind.Header))
         return false;
     const std::size_t lines = lineCount;
     const std::size_t texts = Texts.size();

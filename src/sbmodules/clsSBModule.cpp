@@ -14,8 +14,10 @@ using M = clsSBModule;
 constexpr std::array<Field, 9> SBModuleFields{
     TextField<&M::DisplayName>("Name", 1, false, "DisplayName"),
     TextField<&M::Model>("Model"),
-    ListField<&M::TechRequirements, &M::TechRequirement>("Tech_Requirement", "TechRequirements"),
-    ListField<&M::ModuleRequirements, &M::ModuleRequirement>("Module_Requirement", "ModuleRequirements"),
+    ListField<&M::TechRequirements, &M::TechRequirement, &M::ClearTechRequirements>("Tech_Requirement",
+                                                                                    "TechRequirements"),
+    ListField<&M::ModuleRequirements, &M::ModuleRequirement, &M::ClearModuleRequirements>(
+        "Module_Requirement", "ModuleRequirements"),
     TextField<&M::Description>("Description"),
     NumberField<&M::ModuleSize>("ModuleSize"),
     TextField<&M::LocalAbility>("LocalAbility"),
@@ -39,11 +41,11 @@ RecordKind MakeSBModuleKind() {
     kind.DuplicateText = "Duplicate SBModule found!  SBModuleName = ";
     kind.DuplicateRule = "duplicate-sbmodule";
     kind.ValuesKeepBlanks = true;
-    kind.SetHeaderNumber = [](Record& record, std::int32_t id) { static_cast<M&>(record).SBModuleID = id; };
+    kind.HeaderNumber = NumberField<&M::SBModuleID>("SBMOD", 1, false, "SBModuleID");
     kind.Fields = SBModuleFields;
     kind.Name = TextField<&M::SBModuleName>("SBMOD", 1, false, "SBModuleName");
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<M&>(record).SBModuleNumber; };
-    kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<M>(); };
+    kind.Makes<M>();
     return kind;
 }
 

@@ -28,6 +28,8 @@ class clsSBModule : public Record {
     void TechRequirement(std::string_view text);
     /// The same for another module that must stand before this one.
     void ModuleRequirement(std::string_view text);
+    void ClearTechRequirements() { techRequirements.clear(); }
+    void ClearModuleRequirements() { moduleRequirements.clear(); }
     [[nodiscard]] const std::vector<std::string>& TechRequirements() const { return techRequirements; }
     [[nodiscard]] const std::vector<std::string>& ModuleRequirements() const { return moduleRequirements; }
     /// Fills the list with the requirements in the order they came; with one empty text when there are none.

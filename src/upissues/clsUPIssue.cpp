@@ -66,7 +66,7 @@ RecordKind MakeUPIssueKind() {
     kind.Name = TextField<&U::UPIssueName>("UPISSUE", 1, false, "UPIssueName");
     kind.BlurbOf = TextField<&U::Question>("Question").TextOf;
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<U&>(record).UPIssueNumber; };
-    kind.Make = []() -> std::unique_ptr<Record> { return std::make_unique<U>(); };
+    kind.Makes<U>();
     kind.Normalize = [](Record& record) { NormalizeUPIssue(static_cast<U&>(record)); };
     return kind;
 }
