@@ -1,12 +1,9 @@
 #include "editor/EditorWindow.h"
 
 #include "editor/ChoiceBox.h"
-#include "editor/FieldChecks.h"
-#include "editor/FormRoutines.h"
 #include "editor/LineBox.h"
 #include "editor/QtText.h"
 #include "editor/TextBox.h"
-#include "services/Numbers.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
@@ -14,18 +11,19 @@
 #include <QAction>
 #include <QFrame>
 #include <QGroupBox>
-#include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 
 namespace velmora {
 
 EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent)
-    : RecordWindow(recordKind, parent), words(editorWords), unwritten(library) {}
+    : RecordWindow(recordKind, parent), form(recordKind, this), words(editorWords), unwritten(library) {}
 
-void EditorWindow::AdoptEditor() {
+void EditorWindow::AdoptEditor(const EditorBoxes& editorBoxes) {
+    boxes = editorBoxes;
     AdoptForm(words.DetailsFrame, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});
-    checks = new FieldChecks(this);
+    form.BindName(boxes.Name);
+    form.BindFile(boxes.File, [this](std::string_view file) { return FilesOffered(file); });
     AdoptCommands();
     for (auto* box : findChildren<LineBox*>())
         connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
@@ -57,7 +55,7 @@ std::string EditorWindow::BrowsingText() const {
 }
 
 void EditorWindow::AdoptCommands() {
-    OnClick(words.EditItem, [this] { SetForEditing("READY FOR EDITS"); });
+    OnClick(words.EditItem, [this] { SetForEditing(EditMode::Editing); });
     OnClick("mnuDiscardChanges", [this] { Discard(); });
     OnClick("mnuCommitChanges", [this] { Commit(); });
     OnClick("mnuRenameThisFile", [this] { RenameThisFile(); });
@@ -76,7 +74,7 @@ void EditorWindow::AdoptCommands() {
 }
 
 std::string EditorWindow::ShownName() const {
-    return Find<LineBox>(QString::fromLatin1(words.NameBox))->Bytes();
+    return boxes.Name->Bytes();
 }
 
 Record& EditorWindow::ShownRecord() const {
@@ -86,16 +84,40 @@ Record& EditorWindow::ShownRecord() const {
     return *record;
 }
 
-ChoiceBox* EditorWindow::FileBox() const {
-    return Find<ChoiceBox>(QString::fromLatin1(words.FileBox));
+std::vector<std::string> EditorWindow::FilesOffered(std::string_view shortName) const {
+    if (IsReservedFile(std::string(shortName)))
+        return {std::string(shortName)};
+    std::vector<std::string> names;
+    for (const auto& [name, position] : library.Files)
+        if (!IsReservedFile(name))
+            names.push_back(name);
+    return names;
 }
 
-void EditorWindow::SetForEditing(const std::string& statusText) {
+void EditorWindow::ShowRecord(const Record* record) {
+    std::unique_ptr<Record> none;
+    if (!record) {
+        none = library.Kind.Make();
+        library.Kind.Normalize(*none);
+    }
+    const Record& shown = record ? *record : *none;
+    form.Show(shown);
+    boxes.Edited->SetBytes(shown.IsDirty ? "YES" : "NO");
+    FollowRecord(shown);
+}
+
+void EditorWindow::TellOfRecord() {
+    for (const std::string& notice : form.Overlong())
+        gPrompts->Message(notice);
+}
+
+void EditorWindow::SetForEditing(EditMode mode) {
+    const std::string statusText = mode == EditMode::Editing ? "READY FOR EDITS" : "";
     Trap(Routine("SetForEditing"), {statusText}, [&] {
-        LeaveBrowsing(statusText);
-        FileBox()->setEnabled(!IsReservedFile(FileBox()->Chosen()));
-        Find<LineBox>(QString::fromLatin1(words.NameBox))->setEnabled(false);
-        Find<QWidget>(QString::fromLatin1(words.FirstField))->setFocus(Qt::OtherFocusReason);
+        LeaveBrowsing(mode, statusText);
+        boxes.File->setEnabled(!IsReservedFile(boxes.File->Chosen()));
+        boxes.Name->setEnabled(false);
+        boxes.First->setFocus(Qt::OtherFocusReason);
     });
 }
 
@@ -151,13 +173,14 @@ void EditorWindow::AddNew(const Record* source, const std::string& takenText) {
     else
         InitNewRecord(record);
     PopulateForm(library.Records.Count() - 1);
-    SetForEditing("");
+    SetForEditing(EditMode::Adding);
 }
 
 void EditorWindow::Commit() {
-    const bool editing =
-        Find<QLabel>(QStringLiteral("lblEditStatus"))->text() == QLatin1String("READY FOR EDITS");
+    // A hint in its place makes the parameter "False", though the mode is the same.
+    const bool editing = EditStatus() == "READY FOR EDITS";
     Trap(Routine(words.SaveRoutine), {ParameterText(editing)}, [this] {
+        form.EndSearches();
         if (!Trap(Routine("ValidateData"), NoInputParms, [this] { return ValidateData(); }))
             return;
         Record& record = ShownRecord();
@@ -172,8 +195,7 @@ void EditorWindow::Commit() {
 
 void EditorWindow::Discard() {
     std::size_t position = CurrentIndex();
-    if (CodePage::EqualNoCase(FromQt(Find<QLabel>(QStringLiteral("lblStatus"))->text()),
-                              library.Kind.Make()->AddingStatus())) {
+    if (Mode() == EditMode::Adding) {
         library.Remove(ShownName());
         position = 0;
         library.Reorder();
@@ -192,42 +214,22 @@ void EditorWindow::ToggleDeletion() {
     PopulateForm(CurrentIndex());
 }
 
-void EditorWindow::TakeChosenFile(Record& record) {
-    const std::string chosen = FileBox()->Chosen();
-    if (CodePage::EqualNoCase(chosen, record.ShortName))
+void EditorWindow::FormToRecord(Record& record) {
+    const std::unique_ptr<Record> taken = library.Kind.Make();
+    CopyContent(library.Kind, record, *taken);
+    form.Read(*taken);
+    CopyContent(library.Kind, *taken, record);
+    if (CodePage::EqualNoCase(taken->ShortName, record.ShortName))
         return;
     library.FilesLosingRecords.push_back(record.ShortName);
-    record.ShortName = chosen;
-    record.FileName = DataFolder() + chosen;
+    record.ShortName = taken->ShortName;
+    record.FileName = DataFolder() + taken->ShortName;
 }
 
-std::int32_t EditorWindow::FieldNumber(const QString& name) {
-    auto* box = Find<LineBox>(name);
-    try {
-        return FieldToInt32(box->Bytes());
-    } catch (const Failure& failure) {
-        box->setFocus(Qt::OtherFocusReason);
-        throw Failure(failure.Number, failure.Description() + " (" + FromQt(box->accessibleName()) + ")");
-    }
-}
-
-void EditorWindow::CheckNumberOnLeave(const QString& name) {
-    auto* box = Find<LineBox>(name);
-    checks->OnLeave(box, [box] { return !CheckNumericField(box); });
-}
-
-void EditorWindow::WarnOfLength(const std::string& text, std::string_view label, std::size_t maximum) {
-    if (text.size() > maximum)
-        gPrompts->Message(std::string(label) + " text length (" + std::to_string(text.size()) +
-                              ") higher than maximum recommended length (" + std::to_string(maximum) + ")!",
-                          Icon::Exclamation);
-}
-
-void EditorWindow::OnPick(const QString& name, const char* procedure,
+void EditorWindow::OnPick(ChoiceBox* box, const char* procedure,
                           const std::function<void(const std::string& name)>& picked) {
-    auto* box = Find<ChoiceBox>(name);
     const auto run = [this, box, procedure, picked](int index) {
-        if (index >= 0 && !populating)
+        if (index >= 0)
             RunCommand(procedure, [&] { picked(box->Chosen()); });
     };
     connect(box, &QComboBox::currentIndexChanged, this, run);
@@ -239,9 +241,14 @@ bool EditorWindow::AcceptReasons(const std::vector<Reason>& reasons) {
     return reasons.empty() || gPrompts->Ask({FailedValidationText(reasons), true});
 }
 
-void EditorWindow::DisplayReview(const std::string& text, const std::vector<std::string>& names,
+void EditorWindow::DisplayReview(const std::string& text, std::span<ChoiceBox* const> substitutions,
                                  const std::vector<std::string>& parameters) {
-    Trap(Routine("DisplayReview"), parameters, [&] { gPrompts->Message(ReviewText(text, names)); });
+    Trap(Routine("DisplayReview"), parameters, [&] {
+        std::vector<std::string> names;
+        for (const ChoiceBox* box : substitutions)
+            names.push_back(box->Chosen());
+        gPrompts->Message(ReviewText(text, names));
+    });
 }
 
 } // namespace velmora

@@ -1,21 +1,18 @@
 #pragma once
 
+#include "editor/Form.h"
 #include "editor/RecordWindow.h"
 #include "editor/UnwrittenWork.h"
 #include "services/modWriter.h"
 
+#include <span>
 #include <string>
 
 namespace velmora {
 
-class ChoiceBox;
-
 /// What one editor's controls and texts are called where the workflow of all editors needs them.
 struct EditorWords {
     const char* DetailsFrame;
-    const char* NameBox;
-    const char* FileBox;
-    const char* FirstField; ///< gets the focus when editing begins
     const char* EditItem;
     const char* MoveItem;
     const char* ZoomFileItem;
@@ -36,22 +33,33 @@ struct EditorWords {
     std::string InstructionsFile;
 };
 
+/// The boxes that every editor has.
+struct EditorBoxes {
+    LineBox* Name;
+    ChoiceBox* File;
+    LineBox* Edited;
+    QWidget* First; ///< gets the focus when editing begins
+};
+
 /// An editor of one kind of record: the three modes (browsing, editing, adding) and all commands that work
 /// alike for every kind. A kind's window holds its form, its checks and its texts.
 class EditorWindow : public RecordWindow {
     Q_OBJECT
 
+  public:
+    /// The controls that show the record's fields.
+    [[nodiscard]] const Form& Fields() const { return form; }
+
   protected:
     EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent = nullptr);
 
     /// To be called once the form is set up.
-    void AdoptEditor();
+    void AdoptEditor(const EditorBoxes& editorBoxes);
 
     /// Checks what the form holds; true when it may be committed.
     virtual bool ValidateData() = 0;
-    /// Copies the form into the record on show. Numbers are converted first, so that a failure leaves the
-    /// record untouched.
-    virtual void FormToRecord(Record& record) = 0;
+    /// Lets what is no field follow the record that the form shows.
+    virtual void FollowRecord(const Record& record) = 0;
     /// Values of a new record beyond its name and file.
     virtual void InitNewRecord(Record&) {}
     /// True for a file of the game's own that must not be renamed and whose records must stay.
@@ -69,42 +77,33 @@ class EditorWindow : public RecordWindow {
     [[nodiscard]] std::string BrowsingText() const override;
     void ReleaseRecords() override { unwritten.Drop(); }
 
-    void SetForEditing(const std::string& statusText);
+    void ShowRecord(const Record* record) override;
+    void TellOfRecord() override;
+    void SetForEditing(EditMode mode);
     void EnableFrames(bool enabled) override;
     void changeEvent(QEvent* event) override;
     void UpdateMenus() override;
 
-    /// Name of the record on show, as the form has it.
-    [[nodiscard]] std::string ShownName() const;
-    [[nodiscard]] Record& ShownRecord() const;
-    [[nodiscard]] ChoiceBox* FileBox() const;
-    /// Moves the record to the file chosen in the form, where that differs from its own.
-    void TakeChosenFile(Record& record);
-    /// A number field's 32-bit value. A failing conversion puts the focus into the field and passes on.
-    std::int32_t FieldNumber(const QString& box);
-    /// Runs the leave check of a number field.
-    void CheckNumberOnLeave(const QString& box);
-    /// Doubles lone percent signs in a text box.
-    template <class Box>
-    static void NormalizeBox(Box* box) {
-        std::string text = box->Bytes();
-        NormalizeWildCards(text);
-        if (text != box->Bytes())
-            box->SetBytes(text);
-    }
-    static void WarnOfLength(const std::string& text, std::string_view label, std::size_t maximum);
     /// Runs when an entry of a combo box is picked.
-    void OnPick(const QString& box, const char* procedure,
+    void OnPick(ChoiceBox* box, const char* procedure,
                 const std::function<void(const std::string& name)>& picked);
     /// Asks whether to proceed in spite of the reasons; true without any.
     static bool AcceptReasons(const std::vector<Reason>& reasons);
-    void DisplayReview(const std::string& text, const std::vector<std::string>& names,
+    /// Shows a text with the names in its substitution boxes put in.
+    void DisplayReview(const std::string& text, std::span<ChoiceBox* const> substitutions,
                        const std::vector<std::string>& parameters = {"NO INPUT PARMS"});
 
-    class FieldChecks* checks = nullptr;
+    Form form; ///< binds the record's fields
 
   private:
     void AdoptCommands();
+    /// Name of the record on show, as the form has it.
+    [[nodiscard]] std::string ShownName() const;
+    [[nodiscard]] Record& ShownRecord() const;
+    /// The files that a record of this file may belong to.
+    [[nodiscard]] std::vector<std::string> FilesOffered(std::string_view shortName) const;
+    /// Puts what the form holds into the record on show; a failure leaves it untouched.
+    void FormToRecord(Record& record);
     void AddNew(const Record* source, const std::string& takenText);
     void Commit();
     void Discard();
@@ -125,6 +124,7 @@ class EditorWindow : public RecordWindow {
     void UpdateEditMenu();
 
     EditorWords words;
+    EditorBoxes boxes{};
     std::string offered; ///< changed files that the user was last asked about
     UnwrittenWork unwritten;
 };

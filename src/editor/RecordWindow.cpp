@@ -15,7 +15,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScopedValueRollback>
 #include <QScreen>
 #include <QShortcut>
 #include <exception>
@@ -157,23 +156,23 @@ void RecordWindow::ShowDetails(bool shown) {
 void RecordWindow::PopulateForm(std::size_t position) {
     Trap(Routine("PopulateForm"), {std::to_string(position)}, [&] {
         const bool empty = library.Records.Empty();
-        Display(empty ? nullptr : &library.At(position));
         currentIndex = empty ? 0 : position;
+        Display(empty ? nullptr : &library.At(position));
     });
 }
 
 void RecordWindow::Display(Record* record) {
+    if (record && library.Kind.Normalize)
+        library.Kind.Normalize(*record);
     const QString where =
         record ? QStringLiteral("%1 of %2").arg(library.Kind.Number(*record)).arg(library.Records.Count())
                : QString();
     Find<QLabel>(QStringLiteral("lblWhereWeAt"))->setText(where);
-    {
-        const QScopedValueRollback<bool> guard(populating, true);
-        ShowRecord(record);
-    }
+    anyShown = record != nullptr;
+    ShowRecord(record);
     Find<QLabel>(QStringLiteral("lblStatus"))->setText(record ? ToQt(record->Status()) : QString());
     ShowHint(BrowsingText());
-    anyShown = record != nullptr;
+    TellOfRecord();
 }
 
 void RecordWindow::ShowHint(const std::string& text) {
@@ -184,9 +183,13 @@ void RecordWindow::ShowHint(const QString& text) {
     editStatus->setText(text);
 }
 
+std::string RecordWindow::EditStatus() const {
+    return FromQt(editStatus->text());
+}
+
 void RecordWindow::SetReadOnly() {
     Trap(Routine("SetReadOnly"), NoInputParms, [this] {
-        browsing = true;
+        editMode = EditMode::Browsing;
         EnableFields(false);
         EnableFrames(false);
         for (const char* label : {"lblStatusCaption", "lblStatus", "lblWhereWeAt", "lblEditStatus"})
@@ -196,8 +199,8 @@ void RecordWindow::SetReadOnly() {
     });
 }
 
-void RecordWindow::LeaveBrowsing(const std::string& statusText) {
-    browsing = false;
+void RecordWindow::LeaveBrowsing(EditMode newMode, const std::string& statusText) {
+    editMode = newMode;
     ShowHint(statusText);
     EnableFields(true);
     EnableFrames(true);
@@ -231,7 +234,7 @@ void RecordWindow::Navigate(int step) {
 }
 
 bool RecordWindow::MayClose() {
-    if (!browsing)
+    if (!Browsing())
         return gPrompts->Ask({"Do you wish to discard your changes and exit?"});
     return !library.AnyDirty() || gPrompts->Ask({UnwrittenQuestion()});
 }
@@ -273,7 +276,7 @@ void RecordWindow::closeEvent(QCloseEvent* event) {
     } catch (const std::exception&) {
         // Closing never keeps the user from getting back to the main window.
     }
-    browsing = true;
+    editMode = EditMode::Browsing;
     event->accept();
     emit Closed();
 }

@@ -20,6 +20,9 @@ inline QString Indexed(const char* name, std::size_t index) {
     return QString::fromLatin1(name) + QLatin1Char('_') + QString::number(index);
 }
 
+/// What the user is doing with the record on show.
+enum class EditMode { Browsing, Editing, Adding };
+
 /// A window that loads all records of one kind and shows them one at a time, read only. It is never deleted
 /// while the program runs: closing hides it, opening loads everything afresh.
 class RecordWindow : public QMainWindow {
@@ -52,7 +55,9 @@ class RecordWindow : public QMainWindow {
     /// Called when the library was read to its end and is on show.
     virtual void EndLoad() {}
     /// Puts a record into the form; nullptr empties it.
-    virtual void ShowRecord(Record* record) = 0;
+    virtual void ShowRecord(const Record* record) = 0;
+    /// Tells what is to be said of a record that has come on show.
+    virtual void TellOfRecord() {}
     /// Called when the window has closed, after the records are gone.
     virtual void ReleaseRecords() {}
     /// Question before closing with committed, unwritten records.
@@ -70,9 +75,12 @@ class RecordWindow : public QMainWindow {
     void SortBy(std::int32_t mode);
     void ShowHint(const std::string& text);
     void ShowHint(const QString& text);
-    [[nodiscard]] bool Browsing() const { return browsing; }
+    [[nodiscard]] EditMode Mode() const { return editMode; }
+    [[nodiscard]] bool Browsing() const { return editMode == EditMode::Browsing; }
     /// Enters editing or adding mode.
-    void LeaveBrowsing(const std::string& statusText);
+    void LeaveBrowsing(EditMode newMode, const std::string& statusText);
+    /// What the edit-status line reads.
+    [[nodiscard]] std::string EditStatus() const;
     /// Text boxes, option buttons, combo boxes and labels.
     void EnableFields(bool enabled);
     virtual void EnableFrames(bool) {}
@@ -108,9 +116,6 @@ class RecordWindow : public QMainWindow {
     /// True when a record is on show.
     bool anyShown = false;
 
-    /// True while a record is put into the form: what the boxes then tell is not the user's doing.
-    bool populating = false;
-
   private:
     bool MayClose();
     void Load();
@@ -128,7 +133,7 @@ class RecordWindow : public QMainWindow {
     static bool IsField(const QWidget* widget);
 
     std::size_t currentIndex = 0;
-    bool browsing = true;
+    EditMode editMode = EditMode::Browsing;
     std::vector<QWidget*> fields;
     std::vector<QMenu*> recordMenus;
     QWidget* details = nullptr;

@@ -90,14 +90,16 @@ std::vector<Reason> CheckEvent(const clsEvent& event, const std::string& picture
 }
 
 std::string ImageForRecord(std::string_view path, std::string_view gamePath) {
-    std::string image(path);
-    std::replace(image.begin(), image.end(), '/', '\\');
-    std::string game(gamePath);
-    std::replace(game.begin(), game.end(), '/', '\\');
-    image = CodePage::ReplaceNoCase(image, game, "");
+    std::string image = CodePage::ReplaceNoCase(path, gamePath, "");
     if (image.find("\\\\") == std::string::npos)
         image = ReplaceAll(image, "\\", "\\\\");
     return image;
+}
+
+std::string ChosenImage(std::string path, std::string gamePath) {
+    std::ranges::replace(path, '/', '\\');
+    std::ranges::replace(gamePath, '/', '\\');
+    return ImageForRecord(path, gamePath);
 }
 
 } // namespace velmora

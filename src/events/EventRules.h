@@ -50,5 +50,7 @@ std::vector<Reason> CheckEvent(const clsEvent& event, const std::string& picture
 /// A picture's path as an event holds it: relative to the game directory, backslashes doubled once. A path
 /// that already holds "Gfx" with doubled backslashes, or any doubled one, is left alone.
 std::string ImageForRecord(std::string_view path, std::string_view gamePath);
+/// The same for a path that a person chose, whose slashes are backslashes to the game.
+std::string ChosenImage(std::string path, std::string gamePath);
 
 } // namespace velmora

@@ -1,7 +1,6 @@
 #include "events/frmEvents.h"
 
 #include "editor/ChoiceBox.h"
-#include "editor/FieldChecks.h"
 #include "editor/FormRoutines.h"
 #include "editor/LineBox.h"
 #include "editor/PictureViewer.h"
@@ -11,7 +10,7 @@
 #include "services/Trap.h"
 #include "ui_frmEvents.h"
 
-#include <QRadioButton>
+#include <span>
 
 namespace velmora {
 
@@ -20,9 +19,6 @@ namespace {
 EditorWords EventWords() {
     EditorWords words{};
     words.DetailsFrame = "fraEventDetails";
-    words.NameBox = "txtEventName";
-    words.FileBox = "cboEventFile";
-    words.FirstField = "txtTitle";
     words.EditItem = "mnuEditThisEvent";
     words.MoveItem = "mnuMoveThisEventToANewFile";
     words.ZoomFileItem = "mnuZoomToEventFile";
@@ -47,23 +43,6 @@ EditorWords EventWords() {
     words.InstructionsFile = "EventsInstructions.txt";
     return words;
 }
-
-/// A number field and the member behind it, in the order in which they are read.
-struct NumberBox {
-    const char* Box;
-    std::int32_t clsEvent::*Member;
-};
-constexpr std::array<NumberBox, 7> NumberBoxes{{
-    {"txtGoodValue", &clsEvent::GoodValue},
-    {"txtNeutralValue", &clsEvent::NeutralValue},
-    {"txtEvilValue", &clsEvent::EvilValue},
-    {"txtGoodPopChange", &clsEvent::GoodPopChange},
-    {"txtNeutralPopChange", &clsEvent::NeutralPopChange},
-    {"txtEvilPopChange", &clsEvent::EvilPopChange},
-    {"txtProbability", &clsEvent::Probability},
-}};
-constexpr std::array<std::int32_t clsEvent::*, 3> Attributes{
-    &clsEvent::GoodAttribute, &clsEvent::NeutralAttribute, &clsEvent::EvilAttribute};
 
 const Catalogue& AttributesOf(std::int32_t type) {
     return type != 0 ? RandomEventAttributes : ColonialEventAttributes;
@@ -92,38 +71,92 @@ frmEvents::frmEvents(QWidget* parent)
     : EditorWindow(EventKind, EventWords(), parent), ui(std::make_unique<Ui::frmEvents>()) {
     ui->setupUi(this);
     textBoxes = {ui->txtDescription, ui->txtGoodOption, ui->txtNeutralOption, ui->txtEvilOption};
-    AdoptEditor();
-    ConnectFields();
-    ConnectReviews();
+    substitutionBoxes = {ui->cboDescStr_0, ui->cboDescStr_1, ui->cboDescStr_2, ui->cboDescStr_3,
+                         ui->cboDescStr_4, ui->cboDescStr_5, ui->cboDescStr_6, ui->cboDescStr_7,
+                         ui->cboDescStr_8, ui->cboDescStr_9};
+    columns = {{{ui->cboAttributeDropDown_0, ui->lblUnit_0, ui->lblEffects_0},
+                {ui->cboAttributeDropDown_1, ui->lblUnit_1, ui->lblEffects_1},
+                {ui->cboAttributeDropDown_2, ui->lblUnit_2, ui->lblEffects_2}}};
+    AdoptEditor({ui->txtEventName, ui->cboEventFile, ui->txtEdited, ui->txtTitle});
+    BindFields();
+    ConnectCommands();
 }
 
 frmEvents::~frmEvents() = default;
 
-void frmEvents::ConnectFields() {
-    for (std::size_t i = 0; i < EventTexts.size(); ++i) {
-        checks->OnLeave(textBoxes[i], [this, i] {
-            NormalizeBox(textBoxes[i]);
-            WarnOfLength(textBoxes[i]->Bytes(), EventTexts[i].Label, EventTexts[i].MaximumLength);
-            return true;
-        });
+void frmEvents::BindFields() {
+    form.BindNumber("GoodValue", ui->txtGoodValue);
+    form.BindNumber("NeutralValue", ui->txtNeutralValue);
+    form.BindNumber("EvilValue", ui->txtEvilValue);
+    form.BindNumber("GoodPopChange", ui->txtGoodPopChange);
+    form.BindNumber("NeutralPopChange", ui->txtNeutralPopChange);
+    form.BindNumber("EvilPopChange", ui->txtEvilPopChange);
+    form.BindNumber("Probability", ui->txtProbability);
+    BindTexts();
+    BindPicture();
+    form.BindOptions("EventType", {{ui->optRandom, 1}, {ui->optColonial, 0}});
+    form.BindOptions("MoralityWeight", {{ui->optMorality_0, 1},
+                                        {ui->optMorality_1, 2},
+                                        {ui->optMorality_2, 3},
+                                        {ui->optMorality_3, 4},
+                                        {ui->optMorality_4, 5}});
+    BindAttributes();
+}
+
+void frmEvents::BindTexts() {
+    form.BindText("Title", ui->txtTitle);
+    const char* texts[] = {"Description", "GoodOption", "NeutralOption", "EvilOption"};
+    for (std::size_t i = 0; i < textBoxes.size(); ++i) {
+        const std::string label(EventTexts[i].Label);
+        form.BindText(texts[i], textBoxes[i],
+                      {EventTexts[i].MaximumLength, label, label + " text length for this event", true});
     }
-    for (const NumberBox& number : NumberBoxes)
-        CheckNumberOnLeave(QString::fromLatin1(number.Box));
-    for (std::size_t i = 0; i < Attributes.size(); ++i)
-        OnPick(Indexed("cboAttributeDropDown", i), "cboAttributeDropDown_Click",
+    const char* substitutions[] = {"DescStr01",    "DescStr02",    "DescStr03",       "DescStr04",
+                                   "GoodOptStr01", "GoodOptStr02", "NeutralOptStr01", "NeutralOptStr02",
+                                   "EvilOptStr01", "EvilOptStr02"};
+    for (std::size_t i = 0; i < substitutionBoxes.size(); ++i)
+        form.BindChoice(substitutions[i], substitutionBoxes[i], EventWildCardSubs);
+}
+
+void frmEvents::BindPicture() {
+    Binding& picture = form.BindText("Image", ui->txtImagePath);
+    picture.Show = [this](const Record& record) {
+        shownPicture = Settings.GamePath + static_cast<const clsEvent&>(record).Image;
+        ShowPicture(shownPicture);
+    };
+    picture.SetText = [this](const std::string& path) { ShowPicture(path); };
+    picture.Read = [this](Record& record) {
+        const std::string path = ui->txtImagePath->Bytes();
+        static_cast<clsEvent&>(record).Image = path == shownPicture ? ImageForRecord(path, Settings.GamePath)
+                                                                    : ChosenImage(path, Settings.GamePath);
+    };
+}
+
+void frmEvents::BindAttributes() {
+    const char* attributes[] = {"GoodAttribute", "NeutralAttribute", "EvilAttribute"};
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        Binding& bound = form.BindChoice(
+            attributes[i], columns[i].Attribute, [](const Record& record) -> const Catalogue& {
+                return AttributesOf(static_cast<const clsEvent&>(record).EventType);
+            });
+        bound.ShownApart = true;
+        columns[i].Bound = &bound;
+    }
+}
+
+void frmEvents::ConnectCommands() {
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        OnPick(columns[i].Attribute, "cboAttributeDropDown_Click",
                [this, i](const std::string&) { AttributeChosen(i); });
-    for (std::size_t i = 0; i < EventSubstitutions.size(); ++i)
-        OnPick(Indexed("cboDescStr", i), "cboDescStr_Click",
+    for (ChoiceBox* box : substitutionBoxes)
+        OnPick(box, "cboDescStr_Click",
                [this](const std::string& name) { ShowHint(std::string(EventSubstitutionHint(name))); });
     OnClick("optColonial", [this] { SwitchType(0); });
     OnClick("optRandom", [this] { SwitchType(1); });
     OnClick("cmdBrowseForPicture", [this] { BrowseForPicture(); });
-}
-
-void frmEvents::ConnectReviews() {
-    const char* items[] = {"mnuReviewDescription", "mnuReviewGood", "mnuReviewNeutral", "mnuReviewEvil"};
-    for (std::size_t i = 0; i < std::size(items); ++i)
-        OnClick(items[i], [this, i] { Review(i); });
+    const char* reviews[] = {"mnuReviewDescription", "mnuReviewGood", "mnuReviewNeutral", "mnuReviewEvil"};
+    for (std::size_t i = 0; i < std::size(reviews); ++i)
+        OnClick(reviews[i], [this, i] { Review(i); });
 }
 
 std::string frmEvents::OwnFile() const {
@@ -154,50 +187,15 @@ void frmEvents::BeginLoad() {
     BuildWildCardSubs(EventWildCardSubs);
 }
 
-void frmEvents::ShowRecord(Record* record) {
-    clsEvent none;
-    none.MoralityWeight = 1;
-    auto& event = record ? static_cast<clsEvent&>(*record) : none;
-    for (std::size_t i = 0; i < EventTexts.size(); ++i)
-        textBoxes[i]->SetLimit(static_cast<int>(EventTexts[i].MaximumLength));
-    ui->txtEventName->SetBytes(event.EventName);
-    ui->txtTitle->SetBytes(event.Title);
-    ShowPicture(Settings.GamePath + event.Image);
+void frmEvents::FollowRecord(const Record& record) {
+    const auto& event = static_cast<const clsEvent&>(record);
     ShownEventType = event.EventType;
-    const bool random = event.EventType == 1;
-    (random ? ui->optRandom : ui->optColonial)->setChecked(true);
-    if (record)
-        for (std::size_t i = 0; i < Attributes.size(); ++i)
-            Find<QLabel>(Indexed("lblEffects", i))
-                ->setText(random ? QStringLiteral("Affects player's entire civilization")
-                                 : QStringLiteral("Affects only this colony"));
-    ShowTexts(event);
-    PopulateAttributes({event.GoodAttribute, event.NeutralAttribute, event.EvilAttribute}, event.EventType);
-    event.MoralityWeight = LegalMoralityWeight(event.MoralityWeight);
-    ShowMorality(event.MoralityWeight);
-    for (const NumberBox& number : NumberBoxes)
-        Find<LineBox>(QString::fromLatin1(number.Box))->SetBytes(std::to_string(event.*number.Member));
-    ShowFile(event.ShortName);
-    ui->txtEdited->SetBytes(event.IsDirty ? "YES" : "NO");
-    for (std::size_t i = 0; i < EventSubstitutions.size(); ++i)
-        LoadComboByNumber(Find<ChoiceBox>(Indexed("cboDescStr", i)), EventWildCardSubs,
-                          event.*EventSubstitutions[i]);
-}
-
-void frmEvents::ShowTexts(clsEvent& event) {
-    for (std::size_t i = 0; i < EventTexts.size(); ++i) {
-        const EventText& text = EventTexts[i];
-        std::string& value = event.*text.Text;
-        NormalizeWildCards(value);
-        if (value.size() > text.MaximumLength) {
-            gPrompts->Message(
-                "The original " + std::string(text.Label) +
-                " text length for this event is too long and will display poorly in-game.  It has NOT "
-                "been shortened, but you really ought to rewrite it.");
-            textBoxes[i]->SetLimit(0);
-        }
-        textBoxes[i]->SetBytes(value);
-    }
+    if (anyShown)
+        for (const Column& column : columns)
+            column.Effects->setText(event.EventType == 1
+                                        ? QStringLiteral("Affects player's entire civilization")
+                                        : QStringLiteral("Affects only this colony"));
+    PopulateAttributes(event);
 }
 
 void frmEvents::ShowPicture(const std::string& path) {
@@ -205,44 +203,24 @@ void frmEvents::ShowPicture(const std::string& path) {
     ShowImageFile(ui->Gvbox1, path);
 }
 
-void frmEvents::ShowMorality(std::int32_t weight) {
-    Find<QRadioButton>(Indexed("optMorality", static_cast<std::size_t>(weight - 1)))->setChecked(true);
-}
-
-void frmEvents::ShowFile(const std::string& shortName) {
-    std::vector<std::string> names;
-    int selected = 0;
-    if (IsReservedEventFile(shortName))
-        names.push_back(shortName);
-    else
-        for (const auto& [name, position] : library.Files) {
-            if (IsReservedEventFile(name))
-                continue;
-            if (CodePage::EqualNoCase(name, shortName))
-                selected = static_cast<int>(names.size());
-            names.push_back(name);
-        }
-    ui->cboEventFile->SetEntries(std::move(names), selected);
-}
-
-void frmEvents::PopulateAttributes(const std::array<std::int32_t, 3>& numbers, std::int32_t type) {
+void frmEvents::PopulateAttributes(const clsEvent& event) {
+    const std::array numbers{event.GoodAttribute, event.NeutralAttribute, event.EvilAttribute};
     Trap(Routine("PopulateAttributes"),
          {std::to_string(numbers[0]), std::to_string(numbers[1]), std::to_string(numbers[2]),
-          std::to_string(type)},
+          std::to_string(event.EventType)},
          [&] {
              for (std::size_t i = 0; i < numbers.size(); ++i) {
-                 LoadComboByNumber(Find<ChoiceBox>(Indexed("cboAttributeDropDown", i)), AttributesOf(type),
-                                   numbers[i]);
+                 columns[i].Bound->Show(event);
                  AttributeChosen(i);
-                 Find<QLabel>(Indexed("lblUnit", i))->setText(UnitOf(numbers[i]));
+                 columns[i].Unit->setText(UnitOf(numbers[i]));
              }
          });
 }
 
 void frmEvents::AttributeChosen(std::size_t column) {
-    const std::string name = Find<ChoiceBox>(Indexed("cboAttributeDropDown", column))->Chosen();
+    const std::string name = columns[column].Attribute->Chosen();
     const std::int32_t* number = RandomEventAttributes.Find(name);
-    Find<QLabel>(Indexed("lblUnit", column))->setText(UnitOf(number ? *number : 0));
+    columns[column].Unit->setText(UnitOf(number ? *number : 0));
     ShowHint(std::string(AttributeHint(name)));
 }
 
@@ -261,7 +239,9 @@ void frmEvents::SwitchType(std::int32_t type) {
             return;
         }
     }
-    PopulateAttributes({0, 0, 0}, type);
+    clsEvent none;
+    none.EventType = type;
+    PopulateAttributes(none);
     ShownEventType = type;
 }
 
@@ -273,50 +253,15 @@ void frmEvents::BrowseForPicture() {
 }
 
 void frmEvents::Review(std::size_t text) {
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < EventTexts[text].Boxes; ++i)
-        names.push_back(Find<ChoiceBox>(Indexed("cboDescStr", EventTexts[text].FirstBox + i))->Chosen());
-    DisplayReview(textBoxes[text]->Bytes(), names, {std::to_string(text)});
-}
-
-void frmEvents::ReadTexts(clsEvent& event) const {
-    event.Title = ui->txtTitle->Bytes();
-    for (std::size_t i = 0; i < EventTexts.size(); ++i)
-        event.*EventTexts[i].Text = textBoxes[i]->Bytes();
-    for (std::size_t i = 0; i < EventSubstitutions.size(); ++i) {
-        const auto* box = Find<ChoiceBox>(Indexed("cboDescStr", i));
-        event.*EventSubstitutions[i] =
-            EventWildCardSubs.ItemAt(PositionByName(EventWildCardSubs, box->Chosen()));
-    }
+    DisplayReview(textBoxes[text]->Bytes(),
+                  std::span(substitutionBoxes).subspan(EventTexts[text].FirstBox, EventTexts[text].Boxes),
+                  {std::to_string(text)});
 }
 
 bool frmEvents::ValidateData() {
-    clsEvent form;
-    ReadTexts(form);
-    return AcceptReasons(CheckEvent(form, ui->txtImagePath->Bytes(), EventWildCardSubs));
-}
-
-void frmEvents::FormToRecord(Record& record) {
-    std::array<std::int32_t, NumberBoxes.size()> numbers{};
-    for (std::size_t i = 0; i < NumberBoxes.size(); ++i)
-        numbers[i] = FieldNumber(QString::fromLatin1(NumberBoxes[i].Box));
-
-    auto& event = static_cast<clsEvent&>(record);
-    event.EventName = ui->txtEventName->Bytes();
-    ReadTexts(event);
-    event.Image = ImageForRecord(ui->txtImagePath->Bytes(), Settings.GamePath);
-    event.EventType = ui->optColonial->isChecked() ? 0 : 1;
-    TakeChosenFile(event);
-    const Catalogue& catalogue = AttributesOf(event.EventType);
-    for (std::size_t i = 0; i < Attributes.size(); ++i) {
-        const auto* box = Find<ChoiceBox>(Indexed("cboAttributeDropDown", i));
-        event.*Attributes[i] = catalogue.ItemAt(PositionByName(catalogue, box->Chosen()));
-    }
-    for (std::size_t i = 0; i < NumberBoxes.size(); ++i)
-        event.*NumberBoxes[i].Member = numbers[i];
-    for (std::int32_t weight = 5; weight >= 1; --weight)
-        if (Find<QRadioButton>(Indexed("optMorality", static_cast<std::size_t>(weight - 1)))->isChecked())
-            event.MoralityWeight = weight;
+    clsEvent event;
+    form.ReadAllButNumbers(event);
+    return AcceptReasons(CheckEvent(event, ui->txtImagePath->Bytes(), EventWildCardSubs));
 }
 
 } // namespace velmora

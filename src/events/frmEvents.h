@@ -28,9 +28,8 @@ class frmEvents : public EditorWindow {
         EditorWindow::ReleaseRecords();
         EventWildCardSubs.RemoveAll();
     }
-    void ShowRecord(Record* record) override;
+    void FollowRecord(const Record& record) override;
     bool ValidateData() override;
-    void FormToRecord(Record& record) override;
     void InitNewRecord(Record& record) override;
     [[nodiscard]] bool IsReservedFile(const std::string& file) const override {
         return IsReservedEventFile(file);
@@ -41,22 +40,31 @@ class frmEvents : public EditorWindow {
     [[nodiscard]] std::string DataFolder() const override;
 
   private:
-    void ConnectFields();
-    void ConnectReviews();
-    void ShowTexts(clsEvent& event);
-    void ShowFile(const std::string& shortName);
+    void BindFields();
+    void BindTexts();
+    void BindPicture();
+    void BindAttributes();
+    void ConnectCommands();
     void ShowPicture(const std::string& path);
-    void ShowMorality(std::int32_t weight);
-    void PopulateAttributes(const std::array<std::int32_t, 3>& numbers, std::int32_t type);
+    void PopulateAttributes(const clsEvent& event);
     void AttributeChosen(std::size_t column);
     void SwitchType(std::int32_t type);
     void BrowseForPicture();
     void Review(std::size_t text);
-    void ReadTexts(clsEvent& event) const;
 
     std::unique_ptr<Ui::frmEvents> ui;
-    std::array<TextBox*, 4> textBoxes; ///< in the order of EventTexts
+    std::array<TextBox*, 4> textBoxes;            ///< in the order of EventTexts
+    std::array<ChoiceBox*, 10> substitutionBoxes; ///< in the order of EventSubstitutions
+    /// What shows one answer's attribute.
+    struct Column {
+        ChoiceBox* Attribute;
+        QLabel* Unit;
+        QLabel* Effects;
+        const Binding* Bound = nullptr;
+    };
+    std::array<Column, 3> columns; ///< good, neutral, evil
     Catalogue EventWildCardSubs;
+    std::string shownPicture; ///< path of the picture as the record has it
     std::int32_t ShownEventType = 0;
     bool TypeSwitchWarned = false; ///< for as long as the program runs
 };

@@ -43,7 +43,7 @@ std::string frmSBModules::UnwrittenQuestion() const {
            "exit?";
 }
 
-void frmSBModules::ShowRecord(Record* record) {
+void frmSBModules::ShowRecord(const Record* record) {
     ui->txtDescription->SetLimit(500);
     if (!record) {
         ShowNothing();

@@ -24,7 +24,7 @@ class frmSBModules : public RecordWindow {
     [[nodiscard]] LoadRequest Request() const override;
     void BeginLoad() override { ids.Fill(); }
     void ReleaseRecords() override { ids.Fill(); }
-    void ShowRecord(Record* record) override;
+    void ShowRecord(const Record* record) override;
     [[nodiscard]] std::string UnwrittenQuestion() const override;
 
   private:

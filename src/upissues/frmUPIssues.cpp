@@ -1,13 +1,11 @@
 #include "upissues/frmUPIssues.h"
 
 #include "editor/ChoiceBox.h"
-#include "editor/FieldChecks.h"
 #include "editor/FormRoutines.h"
 #include "editor/LineBox.h"
 #include "editor/PictureViewer.h"
 #include "editor/QtText.h"
 #include "editor/TextBox.h"
-#include "services/Numbers.h"
 #include "services/Settings.h"
 #include "ui_frmUPIssues.h"
 
@@ -20,9 +18,6 @@ namespace {
 EditorWords UPIssueWords() {
     EditorWords words{};
     words.DetailsFrame = "fraUPIssueDetails";
-    words.NameBox = "txtUPIssueName";
-    words.FileBox = "cboUPIssueFile";
-    words.FirstField = "txtQuestion";
     words.EditItem = "mnuEditThisIssue";
     words.MoveItem = "mnuMoveThisUPIssueToANewFile";
     words.ZoomFileItem = "mnuZoomToUPIssueFile";
@@ -51,57 +46,76 @@ EditorWords UPIssueWords() {
     return words;
 }
 
-/// The single number fields, in the order in which they are read.
-struct NumberBox {
-    const char* Box;
-    std::int32_t clsUPIssue::*Member;
-};
-constexpr std::array<NumberBox, 4> NumberBoxes{{
-    {"txtYearsInEffect", &clsUPIssue::YearsInEffect},
-    {"txtAppliesTo", &clsUPIssue::AppliesTo},
-    {"txtPrerequisite", &clsUPIssue::Prereq},
-    {"txtProbability", &clsUPIssue::Probability},
-}};
+/// The property of the i-th of several fields, from 0.
+std::string Numbered(const char* property, std::size_t i) {
+    return property + std::to_string(i + 1);
+}
+
+void TellLineBreaks(const std::string& option) {
+    if (CodePage::FindNoCase(option, "\\n") != std::string::npos)
+        gPrompts->Message("The \\n character grouping is not applicable for Option texts.",
+                          Icon::Information);
+}
 
 } // namespace
 
 frmUPIssues::frmUPIssues(QWidget* parent)
     : EditorWindow(UPIssueKind, UPIssueWords(), parent), ui(std::make_unique<Ui::frmUPIssues>()) {
     ui->setupUi(this);
-    AdoptEditor();
-    ConnectFields();
-    OnClick("mnuIssueText", [this] { DisplayReview(ui->txtQuestion->Bytes(), SubstitutionNames()); });
+    substitutionBoxes = {ui->cboUPIssueSubs_0, ui->cboUPIssueSubs_1, ui->cboUPIssueSubs_2,
+                         ui->cboUPIssueSubs_3};
+    optionValueBoxes = {ui->txtOptVal_0, ui->txtOptVal_1, ui->txtOptVal_2,
+                        ui->txtOptVal_3, ui->txtOptVal_4, ui->txtOptVal_5};
+    AdoptEditor({ui->txtUPIssueName, ui->cboUPIssueFile, ui->txtEdited, ui->txtQuestion});
+    BindFields();
+    ConnectCommands();
 }
 
 frmUPIssues::~frmUPIssues() = default;
 
-void frmUPIssues::ConnectFields() {
-    checks->OnLeave(ui->txtQuestion, [this] {
-        LeaveQuestion();
-        return true;
-    });
-    checks->OnLeave(ui->txtSubQuestion, [this] {
-        NormalizeBox(ui->txtSubQuestion);
-        return true;
-    });
-    for (std::size_t i = 0; i < UPIssueOptions.size(); ++i) {
-        auto* box = Find<LineBox>(Indexed("txtOption", i));
-        checks->OnLeave(box, [this, box] {
-            LeaveOption(box);
-            return true;
-        });
-        CheckNumberOnLeave(Indexed("txtOptVal", i));
+void frmUPIssues::BindFields() {
+    form.BindNumber("YearsInEffect", ui->txtYearsInEffect);
+    form.BindNumber("AppliesTo", ui->txtAppliesTo);
+    form.BindNumber("Prereq", ui->txtPrerequisite);
+    form.BindNumber("Probability", ui->txtProbability);
+    form.BindChoice("HowAIWouldVote", ui->cboHowAIWouldVote, AIVoteBehaviours);
+    form.BindText("Question", ui->txtQuestion,
+                  {UPIssueQuestionLimit.MaximumLength, std::string(UPIssueQuestionLimit.Label),
+                   "Question text length for this issue", true});
+    form.BindText("SubQuestion", ui->txtSubQuestion, {0, {}, {}, true});
+    for (std::size_t i = 0; i < substitutionBoxes.size(); ++i)
+        form.BindChoice(Numbered("QuestionStr0", i), substitutionBoxes[i], UPIssueSubstitutions);
+    BindOptions();
+    form.BindChoice("UPIssueAttribute", ui->cboAttributeToEffect, UPIssueTypes);
+    BindValues();
+}
+
+void frmUPIssues::BindOptions() {
+    LineBox* texts[] = {ui->txtOption_0, ui->txtOption_1, ui->txtOption_2,
+                        ui->txtOption_3, ui->txtOption_4, ui->txtOption_5};
+    for (std::size_t i = 0; i < std::size(texts); ++i) {
+        form.BindText(Numbered("Option0", i), texts[i],
+                      {UPIssueOptionLimit.MaximumLength, std::string(UPIssueOptionLimit.Label),
+                       Numbered("option text length for #", i), true, TellLineBreaks});
+        form.BindNumber(Numbered("OptionVal0", i), optionValueBoxes[i]);
     }
-    for (std::size_t i = 0; i < UPIssueValues.size(); ++i)
-        CheckNumberOnLeave(Indexed("txtValue", i));
-    for (const NumberBox& number : NumberBoxes)
-        CheckNumberOnLeave(QString::fromLatin1(number.Box));
-    for (std::size_t i = 0; i < UPIssueQuestionSubs.size(); ++i)
-        OnPick(Indexed("cboUPIssueSubs", i), "cboUPIssueSubs_Click",
+}
+
+void frmUPIssues::BindValues() {
+    LineBox* values[] = {ui->txtValue_0, ui->txtValue_1, ui->txtValue_2, ui->txtValue_3};
+    for (std::size_t i = 0; i < std::size(values); ++i)
+        form.BindNumber(Numbered("Value0", i), values[i]);
+    form.BindChoice("Value01", ui->cboValue01, UPIssueAttributes); // by the type one of the two is hidden
+}
+
+void frmUPIssues::ConnectCommands() {
+    for (ChoiceBox* box : substitutionBoxes)
+        OnPick(box, "cboUPIssueSubs_Click",
                [this](const std::string& name) { ShowHint(std::string(UPIssueSubstitutionHint(name))); });
-    OnPick(QStringLiteral("cboAttributeToEffect"), "cboAttributeToEffect_Click",
+    OnPick(ui->cboAttributeToEffect, "cboAttributeToEffect_Click",
            [this](const std::string&) { OfferGuidance(); });
-    OnPick(QStringLiteral("cboValue01"), "cboValue01_Click", [this](const std::string&) { AbilityChosen(); });
+    OnPick(ui->cboValue01, "cboValue01_Click", [this](const std::string&) { AbilityChosen(); });
+    OnClick("mnuIssueText", [this] { DisplayReview(ui->txtQuestion->Bytes(), substitutionBoxes); });
 }
 
 std::string frmUPIssues::OwnFile() const {
@@ -120,71 +134,15 @@ void frmUPIssues::BeginLoad() {
     BuildUPIssueSubstitutions(UPIssueSubstitutions);
 }
 
-void frmUPIssues::ShowRecord(Record* record) {
-    clsUPIssue none;
-    auto& issue = record ? static_cast<clsUPIssue&>(*record) : none;
-    ui->txtUPIssueName->SetBytes(issue.UPIssueName);
-    LoadComboByName(ui->cboUPIssueFile, library.Files, issue.ShortName);
-    ui->txtEdited->SetBytes(issue.IsDirty ? "YES" : "NO");
-    LoadComboByNumber(ui->cboHowAIWouldVote, AIVoteBehaviours, issue.HowAIWouldVote);
-    ShowQuestion(issue);
-    ShowOptions(issue);
-    LoadComboByNumber(ui->cboAttributeToEffect, UPIssueTypes, issue.UPIssueAttribute);
-    ShowNumbers(issue);
-    LoadComboByNumber(ui->cboValue01, UPIssueAttributes, issue.Value01);
-    OfferGuidance();
-}
-
-void frmUPIssues::ShowQuestion(clsUPIssue& issue) {
-    NormalizeUPIssue(issue);
-    ui->txtQuestion->SetLimit(static_cast<int>(UPIssueQuestionLimit.MaximumLength));
-    if (issue.Question.size() > UPIssueQuestionLimit.MaximumLength) {
-        gPrompts->Message(
-            "The original Question text length for this issue is too long and will display poorly "
-            "in-game.  It has NOT been shortened, but you really ought to rewrite it.");
-        ui->txtQuestion->SetLimit(0);
-    }
-    ui->txtQuestion->SetBytes(issue.Question);
-    ui->txtSubQuestion->SetBytes(issue.SubQuestion);
-    for (std::size_t i = 0; i < UPIssueQuestionSubs.size(); ++i)
-        LoadComboByNumber(Find<ChoiceBox>(Indexed("cboUPIssueSubs", i)), UPIssueSubstitutions,
-                          issue.*UPIssueQuestionSubs[i]);
-}
-
-void frmUPIssues::ShowOptions(clsUPIssue& issue) {
-    for (std::size_t i = 0; i < UPIssueOptions.size(); ++i) {
-        auto* box = Find<LineBox>(Indexed("txtOption", i));
-        const std::string& option = issue.*UPIssueOptions[i];
-        box->SetLimit(static_cast<int>(UPIssueOptionLimit.MaximumLength));
-        if (option.size() > UPIssueOptionLimit.MaximumLength) {
-            gPrompts->Message(
-                "The original option text length for #" + std::to_string(i + 1) +
-                " is too long and will display poorly in-game.  It has NOT been shortened, but you "
-                "really ought to rewrite it.");
-            box->SetLimit(0);
-        }
-        box->SetBytes(option);
-        Find<LineBox>(Indexed("txtOptVal", i))->SetBytes(std::to_string(issue.*UPIssueOptionValues[i]));
-    }
-}
-
-void frmUPIssues::ShowNumbers(const clsUPIssue& issue) {
-    for (const NumberBox& number : NumberBoxes)
-        Find<LineBox>(QString::fromLatin1(number.Box))->SetBytes(std::to_string(issue.*number.Member));
-    for (std::size_t i = 0; i < UPIssueValues.size(); ++i)
-        Find<LineBox>(Indexed("txtValue", i))->SetBytes(std::to_string(issue.*UPIssueValues[i]));
-}
-
 void frmUPIssues::OfferGuidance() {
     const std::int32_t* number = UPIssueTypes.Find(ui->cboAttributeToEffect->Chosen());
     guidance = velmora::OfferGuidance(number ? *number : 0);
     ui->lblAttributeStatus->setText(ToQt(guidance.Caption));
-    const char* captions[] = {"lblValue01", "lblValue02", "lblValue03", "lblValue04"};
+    QLabel* captions[] = {ui->lblValue01, ui->lblValue02, ui->lblValue03, ui->lblValue04};
     for (std::size_t i = 0; i < std::size(captions); ++i) {
-        auto* caption = Find<QLabel>(QString::fromLatin1(captions[i]));
-        caption->setText(ToQt(guidance.ValueCaptions[i]));
-        caption->setAlignment((guidance.LeftAligned[i] ? Qt::AlignLeft : Qt::AlignHCenter) |
-                              Qt::AlignVCenter);
+        captions[i]->setText(ToQt(guidance.ValueCaptions[i]));
+        captions[i]->setAlignment((guidance.LeftAligned[i] ? Qt::AlignLeft : Qt::AlignHCenter) |
+                                  Qt::AlignVCenter);
     }
     ui->txtValue_0->setVisible(!guidance.ShowsAbilityBox);
     ui->cboValue01->setVisible(guidance.ShowsAbilityBox);
@@ -197,68 +155,13 @@ void frmUPIssues::AbilityChosen() {
     ShowHint(std::string(AttributeHint(ability)));
 }
 
-void frmUPIssues::LeaveQuestion() {
-    NormalizeBox(ui->txtQuestion);
-    WarnOfLength(ui->txtQuestion->Bytes(), UPIssueQuestionLimit.Label, UPIssueQuestionLimit.MaximumLength);
-}
-
-void frmUPIssues::LeaveOption(LineBox* box) {
-    NormalizeBox(box);
-    const std::string text = box->Bytes();
-    WarnOfLength(text, UPIssueOptionLimit.Label, UPIssueOptionLimit.MaximumLength);
-    if (CodePage::FindNoCase(text, "\\n") != std::string::npos)
-        gPrompts->Message("The \\n character grouping is not applicable for Option texts.",
-                          Icon::Information);
-}
-
-std::vector<std::string> frmUPIssues::SubstitutionNames() const {
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < UPIssueQuestionSubs.size(); ++i)
-        names.push_back(Find<ChoiceBox>(Indexed("cboUPIssueSubs", i))->Chosen());
-    return names;
-}
-
-void frmUPIssues::ReadTexts(clsUPIssue& issue) const {
-    issue.Question = ui->txtQuestion->Bytes();
-    issue.SubQuestion = ui->txtSubQuestion->Bytes();
-    const std::vector<std::string> names = SubstitutionNames();
-    for (std::size_t i = 0; i < names.size(); ++i)
-        issue.*UPIssueQuestionSubs[i] =
-            UPIssueSubstitutions.ItemAt(PositionByName(UPIssueSubstitutions, names[i]));
-    for (std::size_t i = 0; i < UPIssueOptions.size(); ++i)
-        issue.*UPIssueOptions[i] = Find<LineBox>(Indexed("txtOption", i))->Bytes();
-}
-
 bool frmUPIssues::ValidateData() {
-    clsUPIssue form;
-    ReadTexts(form);
+    clsUPIssue issue;
+    form.ReadAllButNumbers(issue);
     double sum = 0;
-    for (std::size_t i = 0; i < UPIssueOptionValues.size(); ++i)
-        sum += std::abs(NumberOf(Find<LineBox>(Indexed("txtOptVal", i))->Bytes()));
-    return AcceptReasons(CheckUPIssue(form, guidance.Caption, sum, UPIssueSubstitutions));
-}
-
-void frmUPIssues::FormToRecord(Record& record) {
-    clsUPIssue form;
-    for (const NumberBox& number : NumberBoxes)
-        form.*number.Member = FieldNumber(QString::fromLatin1(number.Box));
-    for (std::size_t i = 0; i < UPIssueOptionValues.size(); ++i)
-        form.*UPIssueOptionValues[i] = FieldNumber(Indexed("txtOptVal", i));
-    for (std::size_t i = 0; i < UPIssueValues.size(); ++i)
-        if (i > 0 || !guidance.ShowsAbilityBox)
-            form.*UPIssueValues[i] = FieldNumber(Indexed("txtValue", i));
-    if (guidance.ShowsAbilityBox)
-        form.Value01 = UPIssueAttributes.ItemAt(PositionByName(UPIssueAttributes, ui->cboValue01->Chosen()));
-    form.HowAIWouldVote =
-        AIVoteBehaviours.ItemAt(PositionByName(AIVoteBehaviours, ui->cboHowAIWouldVote->Chosen()));
-    form.UPIssueAttribute =
-        UPIssueTypes.ItemAt(PositionByName(UPIssueTypes, ui->cboAttributeToEffect->Chosen()));
-    ReadTexts(form);
-
-    auto& issue = static_cast<clsUPIssue&>(record);
-    issue.UPIssueName = ui->txtUPIssueName->Bytes();
-    TakeChosenFile(issue);
-    CopyContent(UPIssueKind, form, issue);
+    for (LineBox* box : optionValueBoxes)
+        sum += std::abs(Form::NumberIn(box));
+    return AcceptReasons(CheckUPIssue(issue, guidance.Caption, sum, UPIssueSubstitutions));
 }
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "editor/EditorWindow.h"
 #include "upissues/UPIssueRules.h"
 
+#include <array>
 #include <memory>
 
 namespace Ui {
@@ -28,25 +29,22 @@ class frmUPIssues : public EditorWindow {
         EditorWindow::ReleaseRecords();
         UPIssueSubstitutions.RemoveAll();
     }
-    void ShowRecord(Record* record) override;
+    void FollowRecord(const Record&) override { OfferGuidance(); }
     bool ValidateData() override;
-    void FormToRecord(Record& record) override;
     [[nodiscard]] std::string OwnFile() const override;
     [[nodiscard]] std::string DataFolder() const override;
 
   private:
-    void ConnectFields();
-    void LeaveQuestion();
-    void LeaveOption(LineBox* box);
-    void ShowQuestion(clsUPIssue& issue);
-    void ShowOptions(clsUPIssue& issue);
-    void ShowNumbers(const clsUPIssue& issue);
+    void BindFields();
+    void BindOptions();
+    void BindValues();
+    void ConnectCommands();
     void OfferGuidance();
     void AbilityChosen();
-    void ReadTexts(clsUPIssue& issue) const;
-    [[nodiscard]] std::vector<std::string> SubstitutionNames() const;
 
     std::unique_ptr<Ui::frmUPIssues> ui;
+    std::array<ChoiceBox*, 4> substitutionBoxes; ///< of the question
+    std::array<LineBox*, 6> optionValueBoxes;
     Catalogue UPIssueSubstitutions;
     Guidance guidance;
 };

@@ -49,6 +49,46 @@ TEST_P(EditorFields, TellOverlongTextsAndLiftTheirLimits) {
     }
 }
 
+TEST_P(EditorFields, AreAllOnShowBeforeANoticeOfOneOfThem) {
+    struct : ScriptedPrompts {
+        std::function<std::string()> Look;
+        void Message(const std::string&, Icon) override { Transcript.push_back(Look()); }
+    } watching;
+    watching.Look = [this] { return Shown() + Text(fileBox); };
+    const LongText& text = editor.LongTexts.front();
+    Put("B", Block("Banana", text.Key, std::string(text.Limit + 1, 'x')));
+    Start();
+    Click("cmdBack");
+    EXPECT_THAT(watching.Transcript, ElementsAre("Banana, 3 of 3, " + FileName("B")));
+}
+
+TEST_P(EditorFields, AreEachBoundToTheirControl) {
+    Start();
+    const auto& form = static_cast<EditorWindow&>(*window).Fields();
+    for (const Field& field : editor.Records->Fields) {
+        QWidget* control = form.ControlOf(field.Property);
+        ASSERT_TRUE(control) << field.Property;
+        EXPECT_EQ(form.BindingOf(control)->Shown, &field);
+        EXPECT_FALSE(control->isHidden()) << field.Property;
+    }
+    Strings changed;
+    QObject::connect(&form, &velmora::Form::Changed, [&](const Binding& binding) {
+        changed.push_back(std::string(binding.Shown->Property) + ": " + binding.Text());
+    });
+    Click("cmdForward");
+    EXPECT_THAT(changed, IsEmpty()) << "by showing another record";
+    Pick(editItem);
+    Type(textField, QStringLiteral("x"));
+    EXPECT_EQ(changed.back(), editor.LongTexts[0].Key + ": x");
+    Choose(fileBox, FileName("B"));
+    EXPECT_EQ(changed.back(), "ShortName: " + FileName("B"));
+    for (const Binding& binding : form.Bindings()) {
+        const std::string before = binding.Text();
+        binding.SetText(before);
+        EXPECT_EQ(binding.Text(), before) << binding.Shown->Property;
+    }
+}
+
 TEST_P(EditorFields, CheckALongTextOnLeaving) {
     Start();
     Pick(editItem);
@@ -163,7 +203,11 @@ TEST_P(EditorFields, FailUnderTheNamesOfTheirRoutines) {
     Pick("mnuDelete");
     ExpectFailureRoads({{"mnuWriteToFile", {"WriteToFile"}}});
     Pick("mnuDelete");
-    ExpectFailureRoads({{"cmdForward", {"PopulateForm"}}, {"cmdBack", {"PopulateForm"}}});
+    for (const char* button : {"cmdForward", "cmdBack"}) {
+        ExpectFailureRoads({{button, {"PopulateForm"}}});
+        EXPECT_EQ(Text(nameBox), "Lengthy") << "it is on show all the same";
+        Click(button);
+    }
     prompts.ExpectAsk("", true);
     window->close();
     Put("A", lengthy);

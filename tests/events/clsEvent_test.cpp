@@ -61,7 +61,7 @@ TEST(EventRules, DoubleAPicturesBackslashesOnce) {
                                       {"C:\\Games\\Velmora\\Art\\\\Raid.pcx", "Art\\\\Raid.pcx"},
                                       {"D:\\Raid.pcx", "D:\\\\Raid.pcx"},
                                       {"C:\\Games\\Velmora\\", ""}}) {
-        EXPECT_EQ(ImageForRecord(path, game), image);
+        EXPECT_EQ(ChosenImage(path, game), image);
         EXPECT_EQ(ImageForRecord(game + image, game), image) << "committing again changes nothing";
     }
 }

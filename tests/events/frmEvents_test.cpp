@@ -151,6 +151,21 @@ TEST_F(EventForm, BrowsesForAPicture) {
     EXPECT_EQ(Text("txtImagePath"), Settings.GamePath + R"(Art\\New.pcx)");
 }
 
+TEST_F(EventForm, LeavesAPictureAloneThatNobodyChose) {
+    temp.Write("Game/GFX/Raid.pcx", "x");
+    clsEvent event = SoundEvent("Raid");
+    event.Image = "Gfx/Raid.pcx";
+    Start({event});
+    Pick("mnuEditThisEvent");
+    Pick("mnuCommitChanges");
+    EXPECT_EQ(At(0).Image, "Gfx/Raid.pcx");
+    EXPECT_TRUE(At(0).IsDirty);
+    Pick("mnuEditThisEvent");
+    Type("txtImagePath", ToQt(Settings.GamePath + "Gfx/P.pcx"));
+    Pick("mnuCommitChanges");
+    EXPECT_EQ(At(0).Image, R"(Gfx\\P.pcx)");
+}
+
 TEST_F(EventForm, ListsReasonsAndLetsTheAuthorDecide) {
     Start({SoundEvent("Raid")});
     Pick("mnuEditThisEvent");

@@ -158,7 +158,11 @@ TEST_F(UPIssueForm, FailsWhenAnOptionValueIsNoNumber) {
     Start({SoundIssue("Tax")});
     Pick("mnuEditThisIssue");
     SetText("txtOptVal_2", "two");
-    ExpectFailureRoads({{"mnuCommitChanges", {"SaveUPIssue", "ValidateData"}}});
+    Pick("mnuCommitChanges");
+    ASSERT_EQ(prompts.Errors.size(), 1u);
+    EXPECT_EQ(prompts.Errors[0].Description, "Type mismatch (OptValue #3)");
+    EXPECT_EQ(handler.LastCallStack(), Routines({"mnuCommitChanges_Click", "SaveUPIssue", "ValidateData"}));
+    EXPECT_TRUE(Get<QWidget>("txtOptVal_2")->hasFocus());
 }
 
 } // namespace

@@ -1,0 +1,213 @@
+#include "editor/Form.h"
+
+#include "editor/ChoiceBox.h"
+#include "editor/FormRoutines.h"
+#include "editor/LineBox.h"
+#include "services/Numbers.h"
+#include "services/Prompts.h"
+#include "services/modWriter.h"
+
+#include <QAbstractButton>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+constexpr Field FileField = TextField<&Record::ShortName>("ShortName");
+
+/// Converts what stands in a number field. A failure takes the focus there and names the field.
+template <class Convert>
+auto InField(LineBox* box, const Convert& convert) {
+    try {
+        return convert(box->Bytes());
+    } catch (const Failure& failure) {
+        box->setFocus(Qt::OtherFocusReason);
+        throw Failure(failure.Number, failure.Description() + " (" + FromQt(box->accessibleName()) + ")");
+    }
+}
+
+void Select(ChoiceBox* box, const std::string& name) {
+    box->setCurrentIndex(box->findText(ToQt(name), Qt::MatchFixedString | Qt::MatchCaseSensitive));
+}
+
+} // namespace
+
+Form::Form(const RecordKind& shownKind, QWidget* window) : kind(shownKind), checks(window) {}
+
+const Field& Form::FieldOf(std::string_view property) const {
+    for (const Field& field : kind.Fields)
+        if (field.Property == property)
+            return field;
+    throw Failure(FailureInvalidArgument, "No field is named " + std::string(property));
+}
+
+Binding& Form::Bind(const Field& field, std::vector<QWidget*> controls) {
+    Binding& binding = bindings.emplace_back();
+    binding.Shown = &field;
+    binding.Controls = std::move(controls);
+    return binding;
+}
+
+Binding& Form::BindNumber(std::string_view property, LineBox* box) {
+    Binding& binding = Bind(FieldOf(property), {box});
+    const Field& field = *binding.Shown;
+    binding.ReadFirst = true;
+    binding.Show = [box, &field](const Record& record) {
+        box->SetBytes(std::to_string(field.NumberOf(record)));
+    };
+    binding.Read = [box, &field](Record& record) { field.SetNumber(record, InField(box, FieldToInt32)); };
+    binding.Text = [box] { return box->Bytes(); };
+    binding.SetText = [box](const std::string& text) { box->SetBytes(text); };
+    checks.OnLeave(box, [box] { return !CheckNumericField(box); });
+    Follow(box, &LineBox::textChanged, binding);
+    return binding;
+}
+
+Binding& Form::BindChoice(std::string_view property, ChoiceBox* box, CatalogueOf catalogue) {
+    Binding& binding = Bind(FieldOf(property), {box});
+    const Field& field = *binding.Shown;
+    binding.Show = [box, &field, catalogue](const Record& record) {
+        LoadComboByNumber(box, catalogue(record), field.NumberOf(record));
+    };
+    binding.Read = [box, &field, catalogue](Record& record) {
+        const Catalogue& known = catalogue(record);
+        field.SetNumber(record, known.ItemAt(PositionByName(known, box->Chosen())));
+    };
+    binding.Text = [box] { return box->Chosen(); };
+    binding.SetText = [box](const std::string& name) { Select(box, name); };
+    Follow(box, &QComboBox::currentIndexChanged, binding);
+    return binding;
+}
+
+Binding& Form::BindChoice(std::string_view property, ChoiceBox* box, const Catalogue& catalogue) {
+    return BindChoice(property, box, [&catalogue](const Record&) -> const Catalogue& { return catalogue; });
+}
+
+Binding& Form::BindOptions(std::string_view property, std::vector<OptionButton> options) {
+    std::vector<QWidget*> buttons;
+    for (const OptionButton& option : options)
+        buttons.push_back(option.Button);
+    Binding& binding = Bind(FieldOf(property), std::move(buttons));
+    const Field& field = *binding.Shown;
+    for (const OptionButton& option : options)
+        Follow(option.Button, &QAbstractButton::clicked, binding);
+    const auto numberOn = [options](std::int32_t otherwise) {
+        for (const OptionButton& option : options)
+            if (option.Button->isChecked())
+                return option.Number;
+        return otherwise;
+    };
+    const auto switchOn = [options](std::int32_t number) {
+        for (const OptionButton& option : options)
+            if (option.Number == number)
+                return option.Button->setChecked(true);
+        options.back().Button->setChecked(true);
+    };
+    binding.Show = [switchOn, &field](const Record& record) { switchOn(field.NumberOf(record)); };
+    binding.Read = [numberOn, &field](Record& record) {
+        field.SetNumber(record, numberOn(field.NumberOf(record)));
+    };
+    binding.Text = [numberOn] { return std::to_string(numberOn(0)); };
+    binding.SetText = [switchOn](const std::string& number) { switchOn(FieldToInt32(number)); };
+    return binding;
+}
+
+Binding& Form::BindFile(ChoiceBox* box, std::function<std::vector<std::string>(std::string_view)> names) {
+    Binding& binding = Bind(FileField, {box});
+    binding.Show = [box, names = std::move(names)](const Record& record) {
+        std::vector<std::string> files = names(record.ShortName);
+        const auto isOwn = [&](const std::string& file) {
+            return CodePage::EqualNoCase(file, record.ShortName);
+        };
+        const auto own = std::find_if(files.begin(), files.end(), isOwn);
+        const auto at = own == files.end() ? 0 : own - files.begin();
+        box->SetEntries(std::move(files), static_cast<int>(at));
+    };
+    binding.Read = [box](Record& record) { record.ShortName = box->Chosen(); };
+    binding.Text = [box] { return box->Chosen(); };
+    binding.SetText = [box](const std::string& name) { Select(box, name); };
+    Follow(box, &QComboBox::currentIndexChanged, binding);
+    return binding;
+}
+
+Binding& Form::BindName(LineBox* box) {
+    Binding& binding = Bind(kind.Name, {box});
+    binding.Show = [box, this](const Record& record) { box->SetBytes(kind.NameOf(record)); };
+    binding.Text = [box] { return box->Bytes(); };
+    binding.SetText = [box](const std::string& name) { box->SetBytes(name); };
+    return binding;
+}
+
+void Form::Show(const Record& record) {
+    const QScopedValueRollback<bool> guard(showing, true);
+    for (const Binding& binding : bindings)
+        if (!binding.ShownApart)
+            binding.Show(record);
+}
+
+std::vector<std::string> Form::Overlong() const {
+    std::vector<std::string> notices;
+    for (const Binding& binding : bindings)
+        if (binding.Rule.Limit > 0 && binding.Text().size() > binding.Rule.Limit)
+            notices.push_back("The original " + binding.Rule.Subject +
+                              " is too long and will display poorly in-game.  It has NOT been shortened, but "
+                              "you really ought to rewrite it.");
+    return notices;
+}
+
+void Form::Read(Record& record) {
+    for (const Binding& binding : bindings)
+        if (binding.ReadFirst && !binding.Hidden())
+            binding.Read(record);
+    ReadAllButNumbers(record);
+}
+
+void Form::ReadAllButNumbers(Record& record) {
+    for (const Binding& binding : bindings)
+        if (binding.Read && !binding.ReadFirst && !binding.Hidden())
+            binding.Read(record);
+}
+
+void Form::EndSearches() {
+    for (const Binding& binding : bindings)
+        if (auto* box = qobject_cast<ChoiceBox*>(binding.Controls.front()))
+            box->EndSearch();
+}
+
+double Form::NumberIn(LineBox* box) {
+    return InField(box, NumberOf);
+}
+
+QWidget* Form::ControlOf(std::string_view property) const {
+    QWidget* control = nullptr;
+    for (const Binding& binding : bindings)
+        if (binding.Shown->Property == property && (!control || control->isHidden()))
+            control = binding.Controls.front();
+    return control;
+}
+
+const Binding* Form::BindingOf(const QWidget* control) const {
+    for (const Binding& binding : bindings)
+        if (std::ranges::find(binding.Controls, control) != binding.Controls.end())
+            return &binding;
+    return nullptr;
+}
+
+void Form::LeaveText(const Binding& binding) {
+    std::string text = binding.Text();
+    NormalizeWildCards(text);
+    if (text != binding.Text())
+        binding.SetText(text);
+    const TextRule& rule = binding.Rule;
+    if (rule.Limit > 0 && text.size() > rule.Limit)
+        gPrompts->Message(rule.Label + " text length (" + std::to_string(text.size()) +
+                              ") higher than maximum recommended length (" + std::to_string(rule.Limit) +
+                              ")!",
+                          Icon::Exclamation);
+    if (rule.OnLeave)
+        rule.OnLeave(text);
+}
+
+} // namespace velmora
