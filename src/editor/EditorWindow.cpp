@@ -9,21 +9,15 @@
 #include "services/modWriter.h"
 
 #include <QAction>
-#include <QFrame>
-#include <QGroupBox>
 #include <QMenu>
-#include <QPushButton>
 
 namespace velmora {
 
 EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent)
-    : RecordWindow(recordKind, parent), form(recordKind, this), words(editorWords), unwritten(library) {}
+    : RecordWindow(recordKind, parent), words(editorWords), unwritten(library) {}
 
-void EditorWindow::AdoptEditor(const EditorBoxes& editorBoxes) {
-    boxes = editorBoxes;
-    AdoptForm(words.DetailsFrame, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});
-    form.BindName(boxes.Name);
-    form.BindFile(boxes.File, [this](std::string_view file) { return FilesOffered(file); });
+void EditorWindow::AdoptEditor(const RecordControls& shared) {
+    AdoptForm(shared, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});
     AdoptCommands();
     for (auto* box : findChildren<LineBox*>())
         connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
@@ -32,6 +26,22 @@ void EditorWindow::AdoptEditor(const EditorBoxes& editorBoxes) {
     for (const char* menu : {"mnuFile", "mnuEdit", "mnuZoom"})
         connect(Menu(menu), &QMenu::aboutToShow, this,
                 [this, menu] { RunCommand(std::string(menu) + "_Click", [] {}); });
+}
+
+void EditorWindow::BindSubstitution(std::string_view property, ChoiceBox* box) {
+    form.BindChoice(property, box, substitutions);
+    OnPick(box, words.SubstitutionPick,
+           [this](const std::string& name) { ShowHint(std::string(words.SubstitutionHint(name))); });
+}
+
+void EditorWindow::BeginLoad() {
+    substitutions.RemoveAll();
+    words.BuildSubstitutions(substitutions);
+}
+
+void EditorWindow::ReleaseRecords() {
+    unwritten.Drop();
+    substitutions.RemoveAll();
 }
 
 LoadRequest EditorWindow::Request() const {
@@ -74,7 +84,7 @@ void EditorWindow::AdoptCommands() {
 }
 
 std::string EditorWindow::ShownName() const {
-    return boxes.Name->Bytes();
+    return controls.Name->Bytes();
 }
 
 Record& EditorWindow::ShownRecord() const {
@@ -84,13 +94,11 @@ Record& EditorWindow::ShownRecord() const {
     return *record;
 }
 
-std::vector<std::string> EditorWindow::FilesOffered(std::string_view shortName) const {
-    if (IsReservedFile(std::string(shortName)))
-        return {std::string(shortName)};
-    std::vector<std::string> names;
-    for (const auto& [name, position] : library.Files)
-        if (!IsReservedFile(name))
-            names.push_back(name);
+std::vector<std::string> EditorWindow::FilesOffered(const std::string& shortName) const {
+    if (IsReservedFile(shortName))
+        return {shortName};
+    std::vector<std::string> names = RecordWindow::FilesOffered(shortName);
+    std::erase_if(names, [this](const std::string& name) { return IsReservedFile(name); });
     return names;
 }
 
@@ -102,7 +110,6 @@ void EditorWindow::ShowRecord(const Record* record) {
     }
     const Record& shown = record ? *record : *none;
     form.Show(shown);
-    boxes.Edited->SetBytes(shown.IsDirty ? "YES" : "NO");
     FollowRecord(shown);
 }
 
@@ -115,19 +122,16 @@ void EditorWindow::SetForEditing(EditMode mode) {
     const std::string statusText = mode == EditMode::Editing ? "READY FOR EDITS" : "";
     Trap(Routine("SetForEditing"), {statusText}, [&] {
         LeaveBrowsing(mode, statusText);
-        boxes.File->setEnabled(!IsReservedFile(boxes.File->Chosen()));
-        boxes.Name->setEnabled(false);
-        boxes.First->setFocus(Qt::OtherFocusReason);
+        controls.File->setEnabled(!IsReservedFile(controls.File->Chosen()));
+        controls.Name->setEnabled(false);
+        firstField->setFocus(Qt::OtherFocusReason);
     });
 }
 
 void EditorWindow::EnableFrames(bool enabled) {
     for (QWidget* frame : findChildren<QWidget*>())
-        if (frame->objectName().startsWith(QLatin1String("fra")) &&
-            frame->objectName() != QLatin1String(words.DetailsFrame))
+        if (frame->objectName().startsWith(QLatin1String("fra")) && frame != controls.Details)
             frame->setEnabled(enabled);
-    if (auto* browse = findChild<QPushButton*>(QStringLiteral("cmdBrowseForPicture")))
-        browse->setEnabled(enabled);
 }
 
 void EditorWindow::UpdateMenus() {
@@ -241,11 +245,11 @@ bool EditorWindow::AcceptReasons(const std::vector<Reason>& reasons) {
     return reasons.empty() || gPrompts->Ask({FailedValidationText(reasons), true});
 }
 
-void EditorWindow::DisplayReview(const std::string& text, std::span<ChoiceBox* const> substitutions,
+void EditorWindow::DisplayReview(const std::string& text, std::span<ChoiceBox* const> substituting,
                                  const std::vector<std::string>& parameters) {
     Trap(Routine("DisplayReview"), parameters, [&] {
         std::vector<std::string> names;
-        for (const ChoiceBox* box : substitutions)
+        for (const ChoiceBox* box : substituting)
             names.push_back(box->Chosen());
         gPrompts->Message(ReviewText(text, names));
     });

@@ -12,7 +12,6 @@ namespace velmora {
 
 /// What one editor's controls and texts are called where the workflow of all editors needs them.
 struct EditorWords {
-    const char* DetailsFrame;
     const char* EditItem;
     const char* MoveItem;
     const char* ZoomFileItem;
@@ -31,14 +30,9 @@ struct EditorWords {
     std::int32_t ZoomNameMode;
     std::int32_t ZoomFileMode;
     std::string InstructionsFile;
-};
-
-/// The boxes that every editor has.
-struct EditorBoxes {
-    LineBox* Name;
-    ChoiceBox* File;
-    LineBox* Edited;
-    QWidget* First; ///< gets the focus when editing begins
+    const char* SubstitutionPick; ///< routine that runs when a substitution is picked
+    void (*BuildSubstitutions)(Catalogue&);
+    std::string_view (*SubstitutionHint)(std::string_view name);
 };
 
 /// An editor of one kind of record: the three modes (browsing, editing, adding) and all commands that work
@@ -54,7 +48,9 @@ class EditorWindow : public RecordWindow {
     EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent = nullptr);
 
     /// To be called once the form is set up.
-    void AdoptEditor(const EditorBoxes& editorBoxes);
+    void AdoptEditor(const RecordControls& shared);
+    /// Binds a box of what a "%s" in a text can stand for.
+    void BindSubstitution(std::string_view property, ChoiceBox* box);
 
     /// Checks what the form holds; true when it may be committed.
     virtual bool ValidateData() = 0;
@@ -75,8 +71,10 @@ class EditorWindow : public RecordWindow {
     [[nodiscard]] LoadRequest Request() const override;
     void EndLoad() override;
     [[nodiscard]] std::string BrowsingText() const override;
-    void ReleaseRecords() override { unwritten.Drop(); }
+    void BeginLoad() override;
+    void ReleaseRecords() override;
 
+    [[nodiscard]] std::vector<std::string> FilesOffered(const std::string& shortName) const override;
     void ShowRecord(const Record* record) override;
     void TellOfRecord() override;
     void SetForEditing(EditMode mode);
@@ -90,18 +88,17 @@ class EditorWindow : public RecordWindow {
     /// Asks whether to proceed in spite of the reasons; true without any.
     static bool AcceptReasons(const std::vector<Reason>& reasons);
     /// Shows a text with the names in its substitution boxes put in.
-    void DisplayReview(const std::string& text, std::span<ChoiceBox* const> substitutions,
+    void DisplayReview(const std::string& text, std::span<ChoiceBox* const> substituting,
                        const std::vector<std::string>& parameters = {"NO INPUT PARMS"});
 
-    Form form; ///< binds the record's fields
+    QWidget* firstField = nullptr; ///< gets the focus when editing begins
+    Catalogue substitutions;       ///< what a "%s" in a text can stand for
 
   private:
     void AdoptCommands();
     /// Name of the record on show, as the form has it.
     [[nodiscard]] std::string ShownName() const;
     [[nodiscard]] Record& ShownRecord() const;
-    /// The files that a record of this file may belong to.
-    [[nodiscard]] std::vector<std::string> FilesOffered(std::string_view shortName) const;
     /// Puts what the form holds into the record on show; a failure leaves it untouched.
     void FormToRecord(Record& record);
     void AddNew(const Record* source, const std::string& takenText);
@@ -124,7 +121,6 @@ class EditorWindow : public RecordWindow {
     void UpdateEditMenu();
 
     EditorWords words;
-    EditorBoxes boxes{};
     std::string offered; ///< changed files that the user was last asked about
     UnwrittenWork unwritten;
 };

@@ -32,7 +32,7 @@ std::string EditorWindow::AskFileName(const std::string& prompt,
 }
 
 void EditorWindow::RenameThisFile() {
-    const std::string oldFile = boxes.File->Chosen();
+    const std::string oldFile = controls.File->Chosen();
     const std::string answer = AskFileName("Rename the file " + oldFile + " to:\r\rThis change will affect " +
                                                words.RenameScope + oldFile,
                                            [this](const std::string& name) { return RenameRefusal(name); });
@@ -48,7 +48,7 @@ void EditorWindow::RenameThisFile() {
 }
 
 void EditorWindow::MoveToNewFile() {
-    const std::string oldFile = boxes.File->Chosen();
+    const std::string oldFile = controls.File->Chosen();
     const std::string answer = AskFileName("Please enter the new filename to use.",
                                            [this](const std::string& name) { return MoveRefusal(name); });
     if (answer.empty())

@@ -22,7 +22,7 @@ void FieldChecks::FocusChanged(QWidget* old, QWidget* now) {
     if (checking)
         return;
     if (checks.contains(old))
-        visiting = old;
+        visiting = old->isEnabled() ? old : nullptr;
     if (!now || now->window() != window || qobject_cast<QMenuBar*>(now))
         return;
     QWidget* field = visiting;

@@ -21,6 +21,8 @@ class FieldChecks : public QObject {
     /// `check` returns true when the focus may move on; false takes it back to the field. One that fails is
     /// reported under WINDOW_FIELD_LostFocus and lets the focus go.
     void OnLeave(QWidget* field, const std::function<bool()>& check);
+    /// No field has been left so far: they hold something else now.
+    void Forget() { visiting = nullptr; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -37,10 +37,14 @@ void Select(ChoiceBox* box, const std::string& name) {
 Form::Form(const RecordKind& shownKind, QWidget* window) : kind(shownKind), checks(window) {}
 
 const Field& Form::FieldOf(std::string_view property) const {
-    for (const Field& field : kind.Fields)
+    const Field* found = nullptr;
+    kind.ForEachField([&](const Field& field) {
         if (field.Property == property)
-            return field;
-    throw Failure(FailureInvalidArgument, "No field is named " + std::string(property));
+            found = &field;
+    });
+    if (!found)
+        throw Failure(FailureInvalidArgument, "No field is named " + std::string(property));
+    return *found;
 }
 
 Binding& Form::Bind(const Field& field, std::vector<QWidget*> controls) {
@@ -85,6 +89,17 @@ Binding& Form::BindChoice(std::string_view property, ChoiceBox* box, const Catal
     return BindChoice(property, box, [&catalogue](const Record&) -> const Catalogue& { return catalogue; });
 }
 
+Binding& Form::BindCode(std::string_view property, ChoiceBox* box, const CodeCatalogue& catalogue) {
+    Binding& binding = Bind(FieldOf(property), {box});
+    const Field& field = *binding.Shown;
+    binding.Show = [box, &field, &catalogue](const Record& record) {
+        LoadComboByCode(box, catalogue, field.TextOf(record));
+    };
+    binding.Text = [box] { return box->Chosen(); };
+    binding.SetText = [box](const std::string& name) { Select(box, name); };
+    return binding;
+}
+
 Binding& Form::BindOptions(std::string_view property, std::vector<OptionButton> options) {
     std::vector<QWidget*> buttons;
     for (const OptionButton& option : options)
@@ -114,7 +129,7 @@ Binding& Form::BindOptions(std::string_view property, std::vector<OptionButton> 
     return binding;
 }
 
-Binding& Form::BindFile(ChoiceBox* box, std::function<std::vector<std::string>(std::string_view)> names) {
+Binding& Form::BindFile(ChoiceBox* box, std::function<std::vector<std::string>(const std::string&)> names) {
     Binding& binding = Bind(FileField, {box});
     binding.Show = [box, names = std::move(names)](const Record& record) {
         std::vector<std::string> files = names(record.ShortName);
@@ -142,9 +157,17 @@ Binding& Form::BindName(LineBox* box) {
 
 void Form::Show(const Record& record) {
     const QScopedValueRollback<bool> guard(showing, true);
+    checks.Forget();
     for (const Binding& binding : bindings)
         if (!binding.ShownApart)
             binding.Show(record);
+}
+
+void Form::ShowNothing() {
+    Show(*kind.Make());
+    const QScopedValueRollback<bool> guard(showing, true);
+    for (const Binding& binding : bindings)
+        binding.SetText("");
 }
 
 std::vector<std::string> Form::Overlong() const {

@@ -23,10 +23,10 @@ class LineBox;
 
 /// What is demanded of a text.
 struct TextRule {
-    std::size_t Limit = 0;   ///< most characters recommended, 0 for any number
-    std::string Label;       ///< "Good Option": the text where leaving its box tells that it is too long
-    std::string Subject;     ///< "Good Option text length for this event": the same where showing it does
-    bool Normalizes = false; ///< lone percent signs are doubled when its box is left
+    std::size_t Limit = 0;    ///< most characters recommended, 0 for any number
+    std::string Label = {};   ///< "Good Option": the text where leaving its box tells that it is too long
+    std::string Subject = {}; ///< "Good Option text length for this event": the same where showing it does
+    bool Normalizes = false;  ///< lone percent signs are doubled when its box is left
     std::function<void(const std::string&)> OnLeave = {}; ///< tells what else is wrong with it
 };
 
@@ -71,15 +71,19 @@ class Form : public QObject {
     /// A number that the catalogue knows by name. The catalogue may depend on the record.
     Binding& BindChoice(std::string_view property, ChoiceBox* box, CatalogueOf catalogue);
     Binding& BindChoice(std::string_view property, ChoiceBox* box, const Catalogue& catalogue);
+    /// The same for a text by its code, for display only.
+    Binding& BindCode(std::string_view property, ChoiceBox* box, const CodeCatalogue& catalogue);
     /// The last button stands for all numbers that no button has.
     Binding& BindOptions(std::string_view property, std::vector<OptionButton> options);
     /// The file that the record belongs to; `names` are those it may belong to, given its present one.
-    Binding& BindFile(ChoiceBox* box, std::function<std::vector<std::string>(std::string_view)> names);
+    Binding& BindFile(ChoiceBox* box, std::function<std::vector<std::string>(const std::string&)> names);
     /// The record's name cannot be changed.
     Binding& BindName(LineBox* box);
 
     /// Shows a record, which stays as it is.
     void Show(const Record& record);
+    /// Shows lists in which nothing is chosen, and empty boxes.
+    void ShowNothing();
     /// Notices that texts on show are too long, in the order of their bindings.
     [[nodiscard]] std::vector<std::string> Overlong() const;
     /// Puts what stands in the controls into a copy of the record on show. Numbers come first: when one

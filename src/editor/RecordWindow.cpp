@@ -1,5 +1,7 @@
 #include "editor/RecordWindow.h"
 
+#include "editor/FormRoutines.h"
+#include "editor/LineBox.h"
 #include "editor/QtText.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
@@ -24,9 +26,10 @@ namespace velmora {
 RecordWindow::RecordWindow(const RecordKind& recordKind, QWidget* parent)
     : QMainWindow(parent), library(recordKind) {}
 
-void RecordWindow::AdoptForm(const char* detailsFrame, const std::vector<const char*>& menusOfRecords) {
-    details = Find<QWidget>(QString::fromLatin1(detailsFrame));
-    editStatus = Find<QLabel>(QStringLiteral("lblEditStatus"));
+void RecordWindow::AdoptForm(const RecordControls& shared, const std::vector<const char*>& menusOfRecords) {
+    controls = shared;
+    form.BindName(controls.Name);
+    form.BindFile(controls.File, [this](const std::string& file) { return FilesOffered(file); });
     for (const char* menu : menusOfRecords)
         recordMenus.push_back(Menu(menu));
     for (QWidget* widget : findChildren<QWidget*>())
@@ -34,8 +37,8 @@ void RecordWindow::AdoptForm(const char* detailsFrame, const std::vector<const c
             fields.push_back(widget);
     OnClick("cmdBack", [this] { Navigate(-1); });
     OnClick("cmdForward", [this] { Navigate(1); });
-    for (const char* button : {"cmdBack", "cmdForward"})
-        ClickAtOnce(Find<QPushButton>(QString::fromLatin1(button)));
+    for (QPushButton* button : {controls.Back, controls.Forward})
+        ClickAtOnce(button);
     KeepDisabledTextLegible();
     connect(Action("mnuExit"), &QAction::triggered, this, &QWidget::close);
 }
@@ -148,7 +151,7 @@ bool RecordWindow::ReadLibrary() {
 }
 
 void RecordWindow::ShowDetails(bool shown) {
-    details->setVisible(shown);
+    controls.Details->setVisible(shown);
     for (QMenu* menu : recordMenus)
         menu->menuAction()->setEnabled(shown);
 }
@@ -167,12 +170,17 @@ void RecordWindow::Display(Record* record) {
     const QString where =
         record ? QStringLiteral("%1 of %2").arg(library.Kind.Number(*record)).arg(library.Records.Count())
                : QString();
-    Find<QLabel>(QStringLiteral("lblWhereWeAt"))->setText(where);
+    controls.WhereWeAt->setText(where);
     anyShown = record != nullptr;
     ShowRecord(record);
-    Find<QLabel>(QStringLiteral("lblStatus"))->setText(record ? ToQt(record->Status()) : QString());
+    controls.Edited->SetBytes(record && record->IsDirty ? "YES" : "NO");
+    controls.Status->setText(record ? ToQt(record->Status()) : QString());
     ShowHint(BrowsingText());
     TellOfRecord();
+}
+
+std::vector<std::string> RecordWindow::FilesOffered(const std::string& /*shortName*/) const {
+    return NamesOf(library.Files);
 }
 
 void RecordWindow::ShowHint(const std::string& text) {
@@ -180,11 +188,11 @@ void RecordWindow::ShowHint(const std::string& text) {
 }
 
 void RecordWindow::ShowHint(const QString& text) {
-    editStatus->setText(text);
+    controls.EditStatus->setText(text);
 }
 
 std::string RecordWindow::EditStatus() const {
-    return FromQt(editStatus->text());
+    return FromQt(controls.EditStatus->text());
 }
 
 void RecordWindow::SetReadOnly() {
@@ -192,8 +200,9 @@ void RecordWindow::SetReadOnly() {
         editMode = EditMode::Browsing;
         EnableFields(false);
         EnableFrames(false);
-        for (const char* label : {"lblStatusCaption", "lblStatus", "lblWhereWeAt", "lblEditStatus"})
-            Find<QLabel>(QString::fromLatin1(label))->setEnabled(true);
+        for (QLabel* label :
+             {controls.StatusCaption, controls.Status, controls.WhereWeAt, controls.EditStatus})
+            label->setEnabled(true);
         EnableNavigation(!library.Records.Empty());
         ShowHint(BrowsingText());
     });
@@ -213,8 +222,8 @@ void RecordWindow::EnableFields(bool enabled) {
 }
 
 void RecordWindow::EnableNavigation(bool enabled) {
-    for (const char* button : {"cmdBack", "cmdForward"})
-        Find<QPushButton>(QString::fromLatin1(button))->setEnabled(enabled);
+    controls.Back->setEnabled(enabled);
+    controls.Forward->setEnabled(enabled);
 }
 
 void RecordWindow::SortBy(std::int32_t mode) {
@@ -241,7 +250,7 @@ bool RecordWindow::MayClose() {
 
 void RecordWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange && details)
+    if (event->type() == QEvent::ApplicationPaletteChange && controls.Details)
         KeepDisabledTextLegible();
 }
 
@@ -255,9 +264,9 @@ void RecordWindow::KeepDisabledTextLegible() {
     QPalette palette;
     palette.setColor(QPalette::Disabled, QPalette::WindowText, legible);
     palette.setColor(QPalette::Disabled, QPalette::Text, legible);
-    details->setPalette(palette);
+    controls.Details->setPalette(palette);
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, legible);
-    for (auto* box : details->findChildren<QComboBox*>())
+    for (auto* box : controls.Details->findChildren<QComboBox*>())
         box->setPalette(palette);
 }
 

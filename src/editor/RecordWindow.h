@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/Form.h"
 #include "records/Library.h"
 
 #include <QMainWindow>
@@ -23,6 +24,34 @@ inline QString Indexed(const char* name, std::size_t index) {
 /// What the user is doing with the record on show.
 enum class EditMode { Browsing, Editing, Adding };
 
+/// The controls that every window of records has.
+struct RecordControls {
+    QWidget* Details; ///< holds the record's fields
+    LineBox* Name;
+    ChoiceBox* File;
+    LineBox* Edited;
+    QLabel* WhereWeAt;
+    QLabel* StatusCaption;
+    QLabel* Status;
+    QLabel* EditStatus;
+    QPushButton* Back;
+    QPushButton* Forward;
+};
+/// Those of a drawn form, where all but three have the same names.
+template <class Ui>
+RecordControls ControlsOf(const Ui& ui, QWidget* details, LineBox* name, ChoiceBox* file) {
+    return {details,
+            name,
+            file,
+            ui->txtEdited,
+            ui->lblWhereWeAt,
+            ui->lblStatusCaption,
+            ui->lblStatus,
+            ui->lblEditStatus,
+            ui->cmdBack,
+            ui->cmdForward};
+}
+
 /// A window that loads all records of one kind and shows them one at a time, read only. It is never deleted
 /// while the program runs: closing hides it, opening loads everything afresh.
 class RecordWindow : public QMainWindow {
@@ -42,9 +71,10 @@ class RecordWindow : public QMainWindow {
   protected:
     explicit RecordWindow(const RecordKind& recordKind, QWidget* parent = nullptr);
 
-    /// To be called once the form is set up: finds the shared controls by their names. `detailsFrame` holds
-    /// the record's fields; `menusOfRecords` go off when the data directory is missing.
-    void AdoptForm(const char* detailsFrame, const std::vector<const char*>& menusOfRecords);
+    /// To be called once the form is set up. `menusOfRecords` go off when the data directory is missing.
+    void AdoptForm(const RecordControls& shared, const std::vector<const char*>& menusOfRecords);
+    /// The files that a record of this file may belong to.
+    [[nodiscard]] virtual std::vector<std::string> FilesOffered(const std::string& shortName) const;
 
     /// The window's load event beyond the library, such as its picture.
     virtual void LoadForm() {}
@@ -110,6 +140,8 @@ class RecordWindow : public QMainWindow {
     void changeEvent(QEvent* event) override;
 
     Library library;
+    Form form{library.Kind, this}; ///< binds the record's fields
+    RecordControls controls{};
     /// Set when the last load did not run to its end: what was never read must not be written over.
     bool halfRead = false;
 
@@ -136,8 +168,6 @@ class RecordWindow : public QMainWindow {
     EditMode editMode = EditMode::Browsing;
     std::vector<QWidget*> fields;
     std::vector<QMenu*> recordMenus;
-    QWidget* details = nullptr;
-    QLabel* editStatus = nullptr;
 };
 
 } // namespace velmora

@@ -18,7 +18,6 @@ namespace {
 
 EditorWords EventWords() {
     EditorWords words{};
-    words.DetailsFrame = "fraEventDetails";
     words.EditItem = "mnuEditThisEvent";
     words.MoveItem = "mnuMoveThisEventToANewFile";
     words.ZoomFileItem = "mnuZoomToEventFile";
@@ -41,6 +40,9 @@ EditorWords EventWords() {
     words.ZoomNameMode = 0;
     words.ZoomFileMode = 2;
     words.InstructionsFile = "EventsInstructions.txt";
+    words.SubstitutionPick = "cboDescStr_Click";
+    words.BuildSubstitutions = BuildWildCardSubs;
+    words.SubstitutionHint = EventSubstitutionHint;
     return words;
 }
 
@@ -77,7 +79,8 @@ frmEvents::frmEvents(QWidget* parent)
     columns = {{{ui->cboAttributeDropDown_0, ui->lblUnit_0, ui->lblEffects_0},
                 {ui->cboAttributeDropDown_1, ui->lblUnit_1, ui->lblEffects_1},
                 {ui->cboAttributeDropDown_2, ui->lblUnit_2, ui->lblEffects_2}}};
-    AdoptEditor({ui->txtEventName, ui->cboEventFile, ui->txtEdited, ui->txtTitle});
+    AdoptEditor(ControlsOf(ui, ui->fraEventDetails, ui->txtEventName, ui->cboEventFile));
+    firstField = ui->txtTitle;
     BindFields();
     ConnectCommands();
 }
@@ -111,11 +114,11 @@ void frmEvents::BindTexts() {
         form.BindText(texts[i], textBoxes[i],
                       {EventTexts[i].MaximumLength, label, label + " text length for this event", true});
     }
-    const char* substitutions[] = {"DescStr01",    "DescStr02",    "DescStr03",       "DescStr04",
-                                   "GoodOptStr01", "GoodOptStr02", "NeutralOptStr01", "NeutralOptStr02",
-                                   "EvilOptStr01", "EvilOptStr02"};
+    const char* properties[] = {"DescStr01",    "DescStr02",    "DescStr03",       "DescStr04",
+                                "GoodOptStr01", "GoodOptStr02", "NeutralOptStr01", "NeutralOptStr02",
+                                "EvilOptStr01", "EvilOptStr02"};
     for (std::size_t i = 0; i < substitutionBoxes.size(); ++i)
-        form.BindChoice(substitutions[i], substitutionBoxes[i], EventWildCardSubs);
+        BindSubstitution(properties[i], substitutionBoxes[i]);
 }
 
 void frmEvents::BindPicture() {
@@ -148,9 +151,6 @@ void frmEvents::ConnectCommands() {
     for (std::size_t i = 0; i < columns.size(); ++i)
         OnPick(columns[i].Attribute, "cboAttributeDropDown_Click",
                [this, i](const std::string&) { AttributeChosen(i); });
-    for (ChoiceBox* box : substitutionBoxes)
-        OnPick(box, "cboDescStr_Click",
-               [this](const std::string& name) { ShowHint(std::string(EventSubstitutionHint(name))); });
     OnClick("optColonial", [this] { SwitchType(0); });
     OnClick("optRandom", [this] { SwitchType(1); });
     OnClick("cmdBrowseForPicture", [this] { BrowseForPicture(); });
@@ -182,9 +182,9 @@ void frmEvents::InitNewRecord(Record& record) {
     static_cast<clsEvent&>(record).Probability = 100;
 }
 
-void frmEvents::BeginLoad() {
-    EventWildCardSubs.RemoveAll();
-    BuildWildCardSubs(EventWildCardSubs);
+void frmEvents::EnableFrames(bool enabled) {
+    EditorWindow::EnableFrames(enabled);
+    ui->cmdBrowseForPicture->setEnabled(enabled);
 }
 
 void frmEvents::FollowRecord(const Record& record) {
@@ -261,7 +261,7 @@ void frmEvents::Review(std::size_t text) {
 bool frmEvents::ValidateData() {
     clsEvent event;
     form.ReadAllButNumbers(event);
-    return AcceptReasons(CheckEvent(event, ui->txtImagePath->Bytes(), EventWildCardSubs));
+    return AcceptReasons(CheckEvent(event, ui->txtImagePath->Bytes(), substitutions));
 }
 
 } // namespace velmora

@@ -23,11 +23,7 @@ class frmEvents : public EditorWindow {
     ~frmEvents() override;
 
   protected:
-    void BeginLoad() override;
-    void ReleaseRecords() override {
-        EditorWindow::ReleaseRecords();
-        EventWildCardSubs.RemoveAll();
-    }
+    void EnableFrames(bool enabled) override;
     void FollowRecord(const Record& record) override;
     bool ValidateData() override;
     void InitNewRecord(Record& record) override;
@@ -63,8 +59,7 @@ class frmEvents : public EditorWindow {
         const Binding* Bound = nullptr;
     };
     std::array<Column, 3> columns; ///< good, neutral, evil
-    Catalogue EventWildCardSubs;
-    std::string shownPicture; ///< path of the picture as the record has it
+    std::string shownPicture;      ///< path of the picture as the record has it
     std::int32_t ShownEventType = 0;
     bool TypeSwitchWarned = false; ///< for as long as the program runs
 };

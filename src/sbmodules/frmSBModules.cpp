@@ -17,7 +17,16 @@ namespace velmora {
 frmSBModules::frmSBModules(QWidget* parent)
     : RecordWindow(SBModuleKind, parent), ui(std::make_unique<Ui::frmSBModules>()) {
     ui->setupUi(this);
-    AdoptForm("fraSBModuleDetails", {"mnuEdit", "mnuZoom", "mnuHelp"});
+    AdoptForm(ControlsOf(ui, ui->fraSBModuleDetails, ui->txtSBModuleName, ui->cboSBModuleFile),
+              {"mnuEdit", "mnuZoom", "mnuHelp"});
+    form.BindChoice("SBModuleID", ui->cboSBModuleID, ids.UsedSBModuleIDs);
+    form.BindText("DisplayName", ui->txtDisplayName);
+    form.BindChoice("ModuleType", ui->cboModuleType, SBModuleTypes);
+    form.BindCode("Model", ui->cboModel, StarbaseModels);
+    form.BindChoice("ModuleSize", ui->cboModuleSize, SBModuleTiers);
+    form.BindCode("LocalAbility", ui->cboLocalAbility, SBModuleAbilities);
+    form.BindNumber("LocalAbilityValue", ui->txtLocalAbilityValue);
+    form.BindText("Description", ui->txtDescription, {500});
     for (const char* item : {"mnuSortByFileName", "mnuSortAlphabetically"})
         connect(Action(item), &QAction::triggered, Action(item), &QAction::toggle); // picking changes nothing
     library.Admit = [this](Record& record, const Library::Report& report) {
@@ -44,45 +53,19 @@ std::string frmSBModules::UnwrittenQuestion() const {
 }
 
 void frmSBModules::ShowRecord(const Record* record) {
-    ui->txtDescription->SetLimit(500);
-    if (!record) {
-        ShowNothing();
-        return;
+    std::vector<std::string> techs;
+    std::vector<std::string> modules;
+    if (record) {
+        form.Show(*record);
+        static_cast<const clsSBModule&>(*record).GetTechRequirements(techs);
+        static_cast<const clsSBModule&>(*record).GetModuleRequirements(modules);
+    } else {
+        form.ShowNothing();
+        ui->cboSBModuleID->SetEntries(NamesOf(ids.AvailableSBModuleIDs), -1);
     }
-    const auto& module = static_cast<const clsSBModule&>(*record);
-    LoadComboByNumber(ui->cboSBModuleID, ids.UsedSBModuleIDs, module.SBModuleID);
-    ui->txtSBModuleName->SetBytes(module.SBModuleName);
-    ui->txtDisplayName->SetBytes(module.DisplayName);
-    LoadComboByNumber(ui->cboModuleType, SBModuleTypes, module.ModuleType);
-    LoadComboByCode(ui->cboModel, StarbaseModels, module.Model);
-    LoadComboByNumber(ui->cboModuleSize, SBModuleTiers, module.ModuleSize);
-    LoadComboByCode(ui->cboLocalAbility, SBModuleAbilities, module.LocalAbility);
-    ui->txtLocalAbilityValue->SetBytes(std::to_string(module.LocalAbilityValue));
-    ui->txtDescription->SetBytes(module.Description);
-    std::vector<std::string> requirements;
-    module.GetTechRequirements(requirements);
-    LoadListFromArray(ui->lstTechRequirements, requirements, "");
-    module.GetModuleRequirements(requirements);
-    LoadListFromArray(ui->lstModuleRequirements, requirements, "");
-    ui->cboModuleRequirements->SetEntries(NamesOf(library.Records), -1);
-    LoadComboByName(ui->cboSBModuleFile, library.Files, module.ShortName);
-    ui->txtEdited->SetBytes(module.IsDirty ? "YES" : "NO");
-}
-
-void frmSBModules::ShowNothing() {
-    ui->cboSBModuleID->SetEntries(NamesOf(ids.AvailableSBModuleIDs), -1);
-    for (LineBox* box : {ui->txtSBModuleName, ui->txtDisplayName, ui->txtLocalAbilityValue})
-        box->SetBytes("");
-    ui->txtDescription->SetBytes("");
-    ui->cboModuleType->SetEntries(NamesOf(SBModuleTypes), -1);
-    ui->cboModel->SetEntries(NamesOf(StarbaseModels), -1);
-    ui->cboModuleSize->SetEntries(NamesOf(SBModuleTiers), -1);
-    ui->cboLocalAbility->SetEntries(NamesOf(SBModuleAbilities), -1);
-    ui->cboSBModuleFile->SetEntries(NamesOf(library.Files), -1);
-    ui->txtEdited->SetBytes("NO");
-    ui->lstTechRequirements->clear();
-    ui->lstModuleRequirements->clear();
-    ui->cboModuleRequirements->SetEntries({}, -1);
+    LoadListFromArray(ui->lstTechRequirements, techs, "");
+    LoadListFromArray(ui->lstModuleRequirements, modules, "");
+    ui->cboModuleRequirements->SetEntries(record ? NamesOf(library.Records) : std::vector<std::string>(), -1);
 }
 
 } // namespace velmora

@@ -28,8 +28,6 @@ class frmSBModules : public RecordWindow {
     [[nodiscard]] std::string UnwrittenQuestion() const override;
 
   private:
-    void ShowNothing();
-
     std::unique_ptr<Ui::frmSBModules> ui;
     ModuleIDPool ids;
 };

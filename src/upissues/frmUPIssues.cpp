@@ -17,7 +17,6 @@ namespace {
 
 EditorWords UPIssueWords() {
     EditorWords words{};
-    words.DetailsFrame = "fraUPIssueDetails";
     words.EditItem = "mnuEditThisIssue";
     words.MoveItem = "mnuMoveThisUPIssueToANewFile";
     words.ZoomFileItem = "mnuZoomToUPIssueFile";
@@ -43,6 +42,9 @@ EditorWords UPIssueWords() {
     words.ZoomNameMode = 1;
     words.ZoomFileMode = 3;
     words.InstructionsFile = "UPIssuesInstructions.txt";
+    words.SubstitutionPick = "cboUPIssueSubs_Click";
+    words.BuildSubstitutions = BuildUPIssueSubstitutions;
+    words.SubstitutionHint = UPIssueSubstitutionHint;
     return words;
 }
 
@@ -66,7 +68,8 @@ frmUPIssues::frmUPIssues(QWidget* parent)
                          ui->cboUPIssueSubs_3};
     optionValueBoxes = {ui->txtOptVal_0, ui->txtOptVal_1, ui->txtOptVal_2,
                         ui->txtOptVal_3, ui->txtOptVal_4, ui->txtOptVal_5};
-    AdoptEditor({ui->txtUPIssueName, ui->cboUPIssueFile, ui->txtEdited, ui->txtQuestion});
+    AdoptEditor(ControlsOf(ui, ui->fraUPIssueDetails, ui->txtUPIssueName, ui->cboUPIssueFile));
+    firstField = ui->txtQuestion;
     BindFields();
     ConnectCommands();
 }
@@ -84,7 +87,7 @@ void frmUPIssues::BindFields() {
                    "Question text length for this issue", true});
     form.BindText("SubQuestion", ui->txtSubQuestion, {0, {}, {}, true});
     for (std::size_t i = 0; i < substitutionBoxes.size(); ++i)
-        form.BindChoice(Numbered("QuestionStr0", i), substitutionBoxes[i], UPIssueSubstitutions);
+        BindSubstitution(Numbered("QuestionStr0", i), substitutionBoxes[i]);
     BindOptions();
     form.BindChoice("UPIssueAttribute", ui->cboAttributeToEffect, UPIssueTypes);
     BindValues();
@@ -109,9 +112,6 @@ void frmUPIssues::BindValues() {
 }
 
 void frmUPIssues::ConnectCommands() {
-    for (ChoiceBox* box : substitutionBoxes)
-        OnPick(box, "cboUPIssueSubs_Click",
-               [this](const std::string& name) { ShowHint(std::string(UPIssueSubstitutionHint(name))); });
     OnPick(ui->cboAttributeToEffect, "cboAttributeToEffect_Click",
            [this](const std::string&) { OfferGuidance(); });
     OnPick(ui->cboValue01, "cboValue01_Click", [this](const std::string&) { AbilityChosen(); });
@@ -127,11 +127,6 @@ std::string frmUPIssues::DataFolder() const {
 
 void frmUPIssues::LoadForm() {
     ShowImageFile(ui->Gvbox1, Settings.GamePath + "GFX\\UnitedPlanets_small.pcx");
-}
-
-void frmUPIssues::BeginLoad() {
-    UPIssueSubstitutions.RemoveAll();
-    BuildUPIssueSubstitutions(UPIssueSubstitutions);
 }
 
 void frmUPIssues::OfferGuidance() {
@@ -161,7 +156,7 @@ bool frmUPIssues::ValidateData() {
     double sum = 0;
     for (LineBox* box : optionValueBoxes)
         sum += std::abs(Form::NumberIn(box));
-    return AcceptReasons(CheckUPIssue(issue, guidance.Caption, sum, UPIssueSubstitutions));
+    return AcceptReasons(CheckUPIssue(issue, guidance.Caption, sum, substitutions));
 }
 
 } // namespace velmora

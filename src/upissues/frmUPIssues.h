@@ -24,11 +24,6 @@ class frmUPIssues : public EditorWindow {
 
   protected:
     void LoadForm() override;
-    void BeginLoad() override;
-    void ReleaseRecords() override {
-        EditorWindow::ReleaseRecords();
-        UPIssueSubstitutions.RemoveAll();
-    }
     void FollowRecord(const Record&) override { OfferGuidance(); }
     bool ValidateData() override;
     [[nodiscard]] std::string OwnFile() const override;
@@ -45,7 +40,6 @@ class frmUPIssues : public EditorWindow {
     std::unique_ptr<Ui::frmUPIssues> ui;
     std::array<ChoiceBox*, 4> substitutionBoxes; ///< of the question
     std::array<LineBox*, 6> optionValueBoxes;
-    Catalogue UPIssueSubstitutions;
     Guidance guidance;
 };
 
