@@ -1,6 +1,5 @@
 #include "cli/OutputText.h"
 
-#include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "platform/PathTexts.h"
 
@@ -41,7 +40,7 @@ std::string WithoutControls(std::string_view text) {
 } // namespace
 
 std::string OneLine(std::string_view text) {
-    return CodePage::ToUtf8(WithoutControls(text));
+    return WithoutControls(PathTexts::ToHostText(text));
 }
 
 std::string Name(std::string_view name) {

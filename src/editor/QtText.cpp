@@ -1,12 +1,12 @@
 #include "editor/QtText.h"
 
-#include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/PathTexts.h"
 
 namespace velmora {
 
 QString ToQt(std::string_view bytes) {
-    return QString::fromStdString(CodePage::ToUtf8(bytes));
+    return QString::fromStdString(PathTexts::ToHostText(bytes));
 }
 
 QString LinesToQt(std::string_view bytes) {
@@ -16,7 +16,7 @@ QString LinesToQt(std::string_view bytes) {
 }
 
 std::string FromQt(const QString& text) {
-    return CodePage::FromUtf8Lossy(text.toStdString());
+    return PathTexts::FromHostText(text.toStdString());
 }
 
 QString PathToQt(std::string_view path) {

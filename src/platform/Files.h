@@ -10,8 +10,9 @@
 ///
 /// Paths are texts of the record core (code-page bytes). Both "/" and "\" separate, doubled separators count
 /// as one. On hosts whose names distinguish letter case a name that does not exist as written is found
-/// without regard to case, component by component, as the game itself would find it. A name that the code
-/// page cannot express travels as its raw UTF-8 bytes, so any folder of the host can be used.
+/// without regard to case, component by component, as the game itself would find it. A character that the
+/// code page lacks travels as the byte 127 and its UTF-8 form, so any folder of the host can be used, and a
+/// message that mentions one can be shown (PathTexts.h).
 ///
 /// Failing operations throw Failure with the classic number (53, 57, 61, 70, 75, 76) and a description that
 /// holds the path and the system's reason.

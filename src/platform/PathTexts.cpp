@@ -8,17 +8,55 @@
 
 namespace velmora::PathTexts {
 
+namespace {
+
+/// Stands in front of a character that the code page lacks. No name holds it, and no text has it in front of
+/// such bytes.
+constexpr char Escape = '\x7F';
+
+} // namespace
+
 std::string FromHostText(std::string_view text) {
     if (Utf8::IsAscii(text))
         return std::string(text);
-    // A code-page text that reads as UTF-8 would be taken for raw bytes on the way back.
-    auto converted = CodePage::FromUtf8(text);
-    const bool usable = converted && !Utf8::IsBeyondAscii(*converted);
-    return usable ? std::move(*converted) : std::string(text);
+    std::string core;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view before = rest;
+        const auto character = Utf8::TakeCharacter(rest);
+        if (!character)
+            return std::string(text);
+        if (const auto byte = CodePage::FromUnicode(*character))
+            core += static_cast<char>(*byte);
+        else
+            core.append(1, Escape).append(before.substr(0, before.size() - rest.size()));
+    }
+    return core;
 }
 
 std::string ToHostText(std::string_view text) {
-    return Utf8::IsAscii(text) || Utf8::IsBeyondAscii(text) ? std::string(text) : CodePage::ToUtf8(text);
+    std::string utf8;
+    std::size_t escape = 0;
+    while ((escape = text.find(Escape)) != std::string_view::npos) {
+        std::string_view rest = text.substr(escape + 1);
+        const auto character = Utf8::TakeCharacter(rest);
+        const bool escaped = character && *character >= 0x80 && !CodePage::FromUnicode(*character);
+        utf8 += CodePage::ToUtf8(text.substr(0, escape + (escaped ? 0 : 1)));
+        if (escaped)
+            Utf8::Append(utf8, *character);
+        text = escaped ? rest : text.substr(escape + 1);
+    }
+    return utf8 + CodePage::ToUtf8(text);
+}
+
+std::string StoredText(std::string_view path) {
+    const std::string utf8 = ToHostText(path);
+    // A code-page text that reads as UTF-8 would be taken for that on the way back.
+    auto stored = CodePage::FromUtf8(utf8);
+    return stored && !Utf8::IsBeyondAscii(*stored) ? *std::move(stored) : utf8;
+}
+
+std::string FromStoredText(std::string_view stored) {
+    return Utf8::IsBeyondAscii(stored) ? FromHostText(stored) : std::string(stored);
 }
 
 std::filesystem::path HostName(std::string_view component) {
