@@ -1,7 +1,5 @@
 #pragma once
 
-#include "services/BubbleSort.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <span>
