@@ -1,7 +1,8 @@
 #include "platform/Registry.h"
 
+#include "platform/HostWindows.h"
+
 #include <algorithm>
-#include <windows.h>
 
 namespace velmora {
 
@@ -15,7 +16,7 @@ HKEY RootKey(std::uint32_t root) {
 class OpenKey {
   public:
     OpenKey(std::uint32_t root, std::string_view key, REGSAM access) {
-        if (RegOpenKeyExA(RootKey(root), std::string(key).c_str(), 0, access, &handle) != ERROR_SUCCESS)
+        if (RegOpenKeyExW(RootKey(root), ToWide(key).c_str(), 0, access, &handle) != ERROR_SUCCESS)
             handle = nullptr;
     }
     OpenKey(const OpenKey&) = delete;
@@ -32,15 +33,31 @@ class OpenKey {
     HKEY handle = nullptr;
 };
 
+bool IsText(RegistryType type) {
+    return type == RegistryType::Sz || type == RegistryType::ExpandSz || type == RegistryType::MultiSz;
+}
+
+/// A text as the system keeps it, in UTF-16, whatever its code page: some of those have no bytes for much.
+std::string WideBytes(std::string_view text) {
+    const std::wstring wide = ToWide(text);
+    return {reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t)};
+}
+
+std::string TextOfWideBytes(const std::string& bytes) {
+    std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
+    std::copy_n(bytes.data(), wide.size() * sizeof(wchar_t), reinterpret_cast<char*>(wide.data()));
+    return FromWide(wide);
+}
+
 std::optional<RegistryValue> QueryValue(HKEY key, std::string_view name) {
-    const std::string valueName(name);
+    const std::wstring valueName = ToWide(name);
     std::string bytes(1024, '\0');
     DWORD type = REG_NONE;
     DWORD size = 0;
     LONG result = ERROR_MORE_DATA;
     do {
         size = static_cast<DWORD>(bytes.size());
-        result = RegQueryValueExA(key, valueName.c_str(), nullptr, &type,
+        result = RegQueryValueExW(key, valueName.c_str(), nullptr, &type,
                                   reinterpret_cast<BYTE*>(bytes.data()), &size);
         if (result == ERROR_MORE_DATA)
             bytes.resize(std::max<std::size_t>(size, bytes.size() + 1));
@@ -48,7 +65,8 @@ std::optional<RegistryValue> QueryValue(HKEY key, std::string_view name) {
     if (result != ERROR_SUCCESS)
         return std::nullopt;
     bytes.resize(size);
-    return RegistryValue{static_cast<RegistryType>(type), std::move(bytes)};
+    const auto kind = static_cast<RegistryType>(type);
+    return RegistryValue{kind, IsText(kind) ? TextOfWideBytes(bytes) : std::move(bytes)};
 }
 
 class WindowsRegistry : public Registry {
@@ -60,7 +78,7 @@ class WindowsRegistry : public Registry {
     Created CreateKey(std::uint32_t root, std::string_view key) override {
         HKEY handle = nullptr;
         DWORD disposition = 0;
-        if (RegCreateKeyExA(RootKey(root), std::string(key).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, 0,
+        if (RegCreateKeyExW(RootKey(root), ToWide(key).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, 0,
                             nullptr, &handle, &disposition) != ERROR_SUCCESS)
             return Created::Failed;
         RegCloseKey(handle);
@@ -68,16 +86,16 @@ class WindowsRegistry : public Registry {
     }
 
     bool DeleteKey(std::uint32_t root, std::string_view key) override {
-        return RegDeleteKeyA(RootKey(root), std::string(key).c_str()) == ERROR_SUCCESS;
+        return RegDeleteKeyW(RootKey(root), ToWide(key).c_str()) == ERROR_SUCCESS;
     }
 
     bool Write(std::uint32_t root, std::string_view key, std::string_view name,
                const RegistryValue& value) override {
         const OpenKey open(root, key, KEY_WRITE);
-        return open &&
-               RegSetValueExA(open.Get(), std::string(name).c_str(), 0, static_cast<DWORD>(value.Type),
-                              reinterpret_cast<const BYTE*>(value.Bytes.data()),
-                              static_cast<DWORD>(value.Bytes.size())) == ERROR_SUCCESS;
+        const std::string bytes = IsText(value.Type) ? WideBytes(value.Bytes) : value.Bytes;
+        return open && RegSetValueExW(open.Get(), ToWide(name).c_str(), 0, static_cast<DWORD>(value.Type),
+                                      reinterpret_cast<const BYTE*>(bytes.data()),
+                                      static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;
     }
 
     std::optional<RegistryValue> Read(std::uint32_t root, std::string_view key,
