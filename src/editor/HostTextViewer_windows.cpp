@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-bool OpenInHostTextViewer(const std::string& path) {
+bool OpenInHostTextViewer(const std::string& path, const std::function<void()>& /*failed*/) {
     try {
         Process::Start({"Notepad", path});
         return true;

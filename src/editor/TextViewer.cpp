@@ -47,8 +47,11 @@ TextViewer::TextViewer(const QString& title, const QString& text, QWidget* paren
 }
 
 void TextViewer::ShowFile(const std::string& path) {
-    if (OpenInHostTextViewer(path))
-        return;
+    if (!OpenInHostTextViewer(path, [path] { ShowOwn(path); }))
+        ShowOwn(path);
+}
+
+void TextViewer::ShowOwn(const std::string& path) {
     QString text;
     try {
         text = ToQt(Files::ReadWhole(path)).remove(QLatin1Char('\r'));

@@ -16,8 +16,11 @@ class TextViewer : public QDialog {
   public:
     TextViewer(const QString& title, const QString& text, QWidget* parent = nullptr);
 
-    /// Opens a text file in the host's text viewer; where none can be started, in a window of our own.
+    /// Opens a text file in the host's text viewer; where none shows it, in a window of our own.
     static void ShowFile(const std::string& path);
+
+  private:
+    static void ShowOwn(const std::string& path);
 };
 
 } // namespace velmora

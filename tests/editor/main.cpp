@@ -11,6 +11,9 @@ extern "C" const char* __asan_default_options() {
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Tests reach for no desktop, whoever runs them.
+    qunsetenv("DISPLAY");
+    qunsetenv("WAYLAND_DISPLAY");
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
