@@ -13,7 +13,7 @@ class BrokenPrompts : public ScriptedPrompts {
     bool Ask(const Question&) override { return Break(), false; }
     std::string Input(const std::string&) override { return Break(), ""; }
     std::string PickFile(const FileRequest&) override { return Break(), ""; }
-    std::string PickFolder(const std::string&) override { return Break(), ""; }
+    std::string PickFolder(const std::string&, const std::string&) override { return Break(), ""; }
     void ShowTextFile(const std::string&) override { Break(); }
 
   private:

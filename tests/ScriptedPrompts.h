@@ -45,7 +45,8 @@ class ScriptedPrompts : public Prompts {
     std::vector<std::string> Transcript;
     std::vector<Question> Questions; ///< every question asked, with its details
     std::vector<FileRequest> FileRequests;
-    std::vector<ErrorDetails> Errors; ///< every error reported
+    std::vector<std::string> PickedFrom; ///< where each picker of folders started
+    std::vector<ErrorDetails> Errors;    ///< every error reported
     std::vector<std::string> ProgressTitles;
     std::string UserNote;        ///< what the person types into the error dialog
     bool ShowRestAsList = false; ///< answer to the offer of a message in a series
@@ -70,7 +71,10 @@ class ScriptedPrompts : public Prompts {
         return Answer("Ask", tag, question.Text, "No") == "Yes";
     }
     std::string Input(const std::string& prompt) override { return Answer("Input", "", prompt, ""); }
-    std::string PickFolder(const std::string& title) override { return Answer("PickFolder", "", title, ""); }
+    std::string PickFolder(const std::string& title, const std::string& start) override {
+        PickedFrom.push_back(start);
+        return Answer("PickFolder", "", title, "");
+    }
     std::string PickFile(const FileRequest& request) override {
         FileRequests.push_back(request);
         return Answer("PickFile", "", request.Title, "");

@@ -30,7 +30,7 @@ class ErrorCollector : public Prompts {
     void MessageList(const std::vector<std::string>& /*texts*/) override {}
     bool Ask(const Question& /*question*/) override { return false; }
     std::string Input(const std::string& /*prompt*/) override { return {}; }
-    std::string PickFolder(const std::string& /*title*/) override { return {}; }
+    std::string PickFolder(const std::string& /*title*/, const std::string& /*start*/) override { return {}; }
     std::string PickFile(const FileRequest& /*request*/) override { return {}; }
     void ShowTextFile(const std::string& /*path*/) override {}
     std::unique_ptr<Progress> StartProgress(const std::string& /*title*/) override { return nullptr; }

@@ -1,5 +1,6 @@
 #include "editor/DialogPrompts.h"
 
+#include "editor/InputRules.h"
 #include "editor/QtText.h"
 #include "editor/TextViewer.h"
 #include "platform/Files.h"
@@ -11,8 +12,11 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QScreen>
 #include <QTextEdit>
 
 namespace velmora {
@@ -40,14 +44,44 @@ QMessageBox::Icon BoxIcon(Icon icon) {
     return QMessageBox::NoIcon;
 }
 
+/// A text of a length that a person reads in a box; lists hold the whole one.
+QString Readable(const QString& text) {
+    constexpr qsizetype longest = 10'000;
+    if (text.size() <= longest)
+        return text;
+    return text.left(longest) + QStringLiteral(" ... (%1 more characters)").arg(text.size() - longest);
+}
+
 /// A message box whose text is shown as it is and can be selected. The toolkit wraps a long one; any width
-/// set on its label would take that from it.
+/// set on its label would take that from it. A text that would outgrow the screen scrolls.
 class Box : public QMessageBox {
   public:
     Box(const std::string& text, velmora::Icon icon, StandardButtons buttons)
-        : QMessageBox(BoxIcon(icon), ApplicationTitle, LinesToQt(text), buttons, Owner()) {
+        : QMessageBox(BoxIcon(icon), ApplicationTitle, Readable(LinesToQt(text)), buttons, Owner()) {
         setTextFormat(Qt::PlainText);
         setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+
+    int exec() override {
+        constexpr int width = 480; // what the toolkit wraps at
+        const int room = screen()->availableGeometry().height() / 2;
+        const QFontMetrics font = fontMetrics();
+        if (font.boundingRect(0, 0, width, 0, Qt::TextWordWrap | Qt::TextWrapAnywhere, text()).height() >
+            room)
+            Scroll(QSize(width + font.averageCharWidth() * 6, room));
+        return QMessageBox::exec();
+    }
+
+  private:
+    void Scroll(QSize size) {
+        auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        auto* lines = new QPlainTextEdit(text());
+        lines->setObjectName(QStringLiteral("txtLines"));
+        lines->setReadOnly(true);
+        lines->setTabChangesFocus(true);
+        lines->setMinimumSize(size);
+        label->hide();
+        delete layout()->replaceWidget(label, lines);
     }
 };
 
@@ -63,6 +97,9 @@ class DialogProgress : public Progress {
             dialog = std::make_unique<QProgressDialog>(Owner());
             dialog->setObjectName(QStringLiteral("frmProgress"));
             dialog->setWindowTitle(heading);
+            label = new QLabel;
+            label->setTextFormat(Qt::PlainText);
+            dialog->setLabel(label);
             dialog->setWindowModality(Qt::ApplicationModal);
             dialog->setWindowFlag(Qt::WindowCloseButtonHint, false);
             dialog->setCancelButton(nullptr);
@@ -70,7 +107,9 @@ class DialogProgress : public Progress {
             dialog->setMinimumWidth(dialog->fontMetrics().averageCharWidth() * 60);
         }
         dialog->setMaximum(static_cast<int>(total));
-        dialog->setLabelText(ToQt(item));
+        // A long path shows its ends.
+        label->setText(
+            label->fontMetrics().elidedText(ToQt(item), Qt::ElideMiddle, dialog->minimumWidth() - 40));
         dialog->setValue(static_cast<int>(done));
         dialog->show();
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -82,6 +121,7 @@ class DialogProgress : public Progress {
     QElapsedTimer clock;
     QElapsedTimer sinceShown;
     std::unique_ptr<QProgressDialog> dialog;
+    QLabel* label = nullptr;
 };
 
 /// Lines are compared by eye: they need characters of one width, and room.
@@ -92,7 +132,13 @@ void ShowDetails(QMessageBox& box, const QString& details) {
     text->setLineWrapMode(QTextEdit::NoWrap);
     const QFontMetrics metrics = text->fontMetrics();
     text->setMinimumWidth(metrics.averageCharWidth() * 90);
-    text->setFixedHeight(metrics.lineSpacing() * 18);
+    text->setFixedHeight(qMin(metrics.lineSpacing() * 18, box.screen()->availableGeometry().height() / 4));
+}
+
+void OpenDetails(const QMessageBox& box) {
+    for (QAbstractButton* button : box.buttons())
+        if (box.buttonRole(button) == QMessageBox::ActionRole)
+            button->click();
 }
 
 } // namespace
@@ -124,6 +170,8 @@ bool DialogPrompts::Ask(const Question& question) {
     box.setDefaultButton(question.DefaultNo ? QMessageBox::No : QMessageBox::Yes);
     if (!question.Details.empty())
         ShowDetails(box, LinesToQt(question.Details));
+    if (question.DetailsOpen)
+        OpenDetails(box);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -132,12 +180,23 @@ std::string DialogPrompts::Input(const std::string& prompt) {
     dialog.setWindowTitle(ApplicationTitle);
     dialog.setLabelText(LinesToQt(prompt));
     dialog.setMinimumWidth(dialog.fontMetrics().averageCharWidth() * 60);
-    return dialog.exec() == QDialog::Accepted ? FromQt(dialog.textValue()) : std::string();
+    for (auto* label : dialog.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(label->sizeHint().width() > dialog.screen()->availableGeometry().width() / 2);
+    }
+    while (dialog.exec() == QDialog::Accepted) {
+        const InputRules::Admitted answer = InputRules::KeepCodePage(dialog.textValue());
+        if (answer.Hint.isEmpty())
+            return FromQt(answer.Text);
+        Message(FromQt(answer.Hint), Icon::Exclamation);
+        dialog.setTextValue(answer.Text);
+    }
+    return {};
 }
 
-std::string DialogPrompts::PickFolder(const std::string& title) {
-    const QString folder =
-        QFileDialog::getExistingDirectory(Owner(), ToQt(title), QString(), QFileDialog::ShowDirsOnly);
+std::string DialogPrompts::PickFolder(const std::string& title, const std::string& start) {
+    const QString folder = QFileDialog::getExistingDirectory(
+        Owner(), ToQt(title), start.empty() ? QString() : PathToQt(start), QFileDialog::ShowDirsOnly);
     if (folder.isEmpty())
         return {};
     const std::string path = PathFromQt(folder);

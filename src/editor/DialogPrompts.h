@@ -12,7 +12,7 @@ class DialogPrompts : public Prompts {
     void MessageList(const std::vector<std::string>& texts) override;
     bool Ask(const Question& question) override;
     std::string Input(const std::string& prompt) override;
-    std::string PickFolder(const std::string& title) override;
+    std::string PickFolder(const std::string& title, const std::string& start) override;
     std::string PickFile(const FileRequest& request) override;
     std::string ReportError(const ErrorDetails& error) override;
     void ShowTextFile(const std::string& path) override;

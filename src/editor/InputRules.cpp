@@ -27,12 +27,32 @@ QString LackingHint(const QStringList& lacking) {
              one ? QStringLiteral("was") : QStringLiteral("were"));
 }
 
-/// Leaves out what the code page lacks. Accents that stand apart are joined with their letters first: the
-/// code page has only the joined ones.
-InputRules::Admitted KeepCodePage(const QString& text) {
+QString FilterKeys(const QString& text) {
+    QString filtered;
+    for (const QChar c : text) {
+        auto key = static_cast<std::int16_t>(c.unicode());
+        FilterKeyPress(key);
+        if (key != 0)
+            filtered += QChar(static_cast<char16_t>(key));
+    }
+    return filtered;
+}
+
+/// A path as it is meant: other programs copy it with quotes around it, terminals with a line's end.
+QString PathOf(QString text) {
+    text = text.remove(QLatin1Char('\r')).remove(QLatin1Char('\n')).trimmed();
+    const bool quoted = text.size() > 1 && text.front() == text.back() &&
+                        (text.front() == QLatin1Char('"') || text.front() == QLatin1Char('\''));
+    return quoted ? text.mid(1, text.size() - 2) : text;
+}
+
+} // namespace
+
+InputRules::Admitted InputRules::KeepCodePage(const QString& text) {
     constexpr int mostNamed = 5;
-    InputRules::Admitted kept;
+    Admitted kept;
     QStringList lacking;
+    // Accents that stand apart are joined with their letters: the code page has only the joined ones.
     for (const uint character : text.normalized(QString::NormalizationForm_C).toUcs4()) {
         const char32_t unicode = character;
         if (unicode == 0)
@@ -49,33 +69,25 @@ InputRules::Admitted KeepCodePage(const QString& text) {
     return kept;
 }
 
-QString FilterKeys(const QString& text) {
-    QString filtered;
-    for (const QChar c : text) {
-        auto key = static_cast<std::int16_t>(c.unicode());
-        FilterKeyPress(key);
-        if (key != 0)
-            filtered += QChar(static_cast<char16_t>(key));
-    }
-    return filtered;
-}
-
-} // namespace
-
 InputRules::Admitted InputRules::Typed(const QString& text, qsizetype room) const {
+    if (Path)
+        return {text, {}};
     Admitted admitted = KeepCodePage(FiltersKeys ? FilterKeys(text) : text);
     admitted.Text.truncate(room);
     return admitted;
 }
 
 InputRules::Admitted InputRules::Pasted(const QString& text, qsizetype room) const {
+    if (Path)
+        return {PathOf(text), {}};
     QString lines = text;
     lines.replace(QChar::ParagraphSeparator, QLatin1Char('\n'))
         .replace(QChar::LineSeparator, QLatin1Char('\n'));
     Admitted admitted = KeepCodePage(lines);
     admitted.Text = ToQt(TextForFile(FromQt(admitted.Text)));
     if (admitted.Text.size() > room) {
-        admitted.Text.truncate(room);
+        const bool partsBreak = room > 0 && admitted.Text.mid(room - 1, 2) == QLatin1String("\\n");
+        admitted.Text.truncate(partsBreak ? room - 1 : room);
         if (admitted.Hint.isEmpty())
             admitted.Hint =
                 QStringLiteral("The pasted text was cut: this field holds at most %1 characters.").arg(Limit);

@@ -9,6 +9,7 @@ namespace velmora {
 struct InputRules {
     int Limit = 0;            ///< most characters, 0 for any number
     bool FiltersKeys = false; ///< drops a typed Enter, turns a typed double quote into a single one
+    bool Path = false;        ///< a path of the host: any character, and none of the above
 
     struct Admitted {
         QString Text;
@@ -16,9 +17,13 @@ struct InputRules {
     };
     /// What a typed text becomes where `room` more characters fit.
     [[nodiscard]] Admitted Typed(const QString& text, qsizetype room) const;
-    /// The same for a pasted or dropped text: line breaks become the two characters "\n", double quotes
-    /// single ones, for any box.
+    /// The same for a pasted or dropped text: line breaks become the two characters "\n", which a cut at the
+    /// limit never parts, double quotes single ones, for any box. A path loses line ends and the pair of
+    /// quotes around it, as other programs copy paths.
     [[nodiscard]] Admitted Pasted(const QString& text, qsizetype room) const;
+
+    /// A text without the characters that the code page lacks.
+    [[nodiscard]] static Admitted KeepCodePage(const QString& text);
 
     /// Characters that still fit into a text of this length whose selected part is about to be replaced.
     [[nodiscard]] qsizetype Room(qsizetype length, qsizetype selected) const;

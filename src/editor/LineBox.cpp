@@ -17,7 +17,7 @@ LineBox::LineBox(QWidget* parent) : RuledBox<QLineEdit>(parent) {
 
 void LineBox::ShowText(const QString& text) {
     setText(text);
-    if (!CaretAtEndOnEntry())
+    if (!CaretAtEndOnEntry() && !HoldsPath())
         setCursorPosition(0);
 }
 

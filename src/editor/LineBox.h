@@ -12,6 +12,7 @@ class LineBox : public RuledBox<QLineEdit> {
     Q_PROPERTY(bool FiltersKeys READ FiltersKeys WRITE SetFiltersKeys)
     Q_PROPERTY(bool SelectsAllOnEntry READ SelectsAllOnEntry WRITE SetSelectsAllOnEntry)
     Q_PROPERTY(bool CaretAtEndOnEntry READ CaretAtEndOnEntry WRITE SetCaretAtEndOnEntry)
+    Q_PROPERTY(bool HoldsPath READ HoldsPath WRITE SetHoldsPath)
     Q_PROPERTY(bool Locked READ Locked WRITE SetLocked)
 
   public:

@@ -49,6 +49,9 @@ class RuledBox : public Base {
     /// Typed Enter is dropped, a typed double quote becomes a single one.
     void SetFiltersKeys(bool filters) { rules.FiltersKeys = filters; }
     [[nodiscard]] bool FiltersKeys() const { return rules.FiltersKeys; }
+    /// The text is a path, of which the end tells most.
+    void SetHoldsPath(bool holds) { rules.Path = holds; }
+    [[nodiscard]] bool HoldsPath() const { return rules.Path; }
     /// Selects the whole text on receiving the focus.
     void SetSelectsAllOnEntry(bool selects) { selectsAll = selects; }
     [[nodiscard]] bool SelectsAllOnEntry() const { return selectsAll; }

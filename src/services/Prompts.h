@@ -10,11 +10,12 @@ namespace velmora {
 
 enum class Icon { None, Information, Exclamation, Critical };
 
-/// A Yes/No question. `Details` is shown on demand, below the question's own text.
+/// A Yes/No question. `Details` is shown below the question's own text, on demand or from the start.
 struct Question {
     std::string Text;
     bool DefaultNo = false;
     std::string Details = {};
+    bool DetailsOpen = false;
 };
 
 /// A request for an existing file. `Folder` is where the picker starts; `Pattern` is like "*.pcx".
@@ -59,10 +60,10 @@ class Prompts {
     virtual void MessageList(const std::vector<std::string>& texts) = 0;
     /// True for Yes.
     virtual bool Ask(const Question& question) = 0;
-    /// Input box; empty when cancelled.
+    /// Input box; empty when cancelled. Characters that the code page lacks are refused there.
     virtual std::string Input(const std::string& prompt) = 0;
-    /// Chosen folder, ending in a separator; empty when cancelled.
-    virtual std::string PickFolder(const std::string& title) = 0;
+    /// Chosen folder, ending in a separator; empty when cancelled. The picker starts at `start`.
+    virtual std::string PickFolder(const std::string& title, const std::string& start) = 0;
     /// Full path of the chosen file; empty when cancelled.
     virtual std::string PickFile(const FileRequest& request) = 0;
     /// Error dialog; returns what the person typed.

@@ -28,9 +28,9 @@ std::string clsAPIMisc::WindowsDirectory() {
     return trace.Run("WindowsDirectory", [] { return Process::SystemFolder(); });
 }
 
-std::string clsAPIMisc::BrowseForFolder(const std::string& title) {
+std::string clsAPIMisc::BrowseForFolder(const std::string& title, const std::string& start) {
     return trace.Run("BrowseForFolder", [&] {
-        const std::string folder = gPrompts->PickFolder(title);
+        const std::string folder = gPrompts->PickFolder(title, start);
         return folder.empty() ? folder : Files::Join(folder, "");
     });
 }

@@ -31,8 +31,9 @@ class clsAPIMisc {
     /// The Windows directory, without trailing separator unless it is a root; elsewhere the system's root.
     std::string WindowsDirectory();
 
-    /// Lets the user pick a folder. It ends in a separator; empty when the user cancels.
-    std::string BrowseForFolder(const std::string& title);
+    /// Lets the user pick a folder, beginning at `start`. It ends in a separator; empty when the user
+    /// cancels.
+    std::string BrowseForFolder(const std::string& title, const std::string& start = {});
 
     std::string ComputerName();
 

@@ -1,6 +1,8 @@
 #include "services/frmError.h"
 
 #include "platform/CodePage.h"
+#include "platform/Failure.h"
+#include "platform/PathTexts.h"
 #include "ui_frmError.h"
 
 #include <QLayout>
@@ -15,9 +17,10 @@ constexpr int CollapsedHeight = 2710;
 constexpr int CollapsedHeightWithoutNote = 1650;
 constexpr int ExpandedHeight = 5985;
 constexpr int TwipsOfInch = 1440;
+constexpr int LongestReason = 500;
 
 QString ToQt(const std::string& text) {
-    return QString::fromStdString(CodePage::ToUtf8(text));
+    return QString::fromStdString(PathTexts::ToHostText(text));
 }
 
 } // namespace
@@ -33,6 +36,10 @@ frmError::frmError(const ErrorDetails& error, QWidget* parent)
                   "Thank you.")
             : QStringLiteral("An unexpected error has occured in this application.  I apologize for any "
                              "inconvenience this error may cause.  Thank you."));
+    // What the person can mend is said at once.
+    ui->lblReason->setText(ToQt(error.Description).left(LongestReason));
+    ui->lblReason->setVisible(error.Number == FailurePermissionDenied ||
+                              error.Number == FailurePathFileAccess || error.Number == FailureDiskFull);
     ui->txtUserMessage->setVisible(error.CollectUserInput);
     ui->cmdDetails->setVisible(error.OfferDetails);
     ui->lblErrNum->setText(QString::number(error.Number));
@@ -50,7 +57,9 @@ frmError::frmError(const ErrorDetails& error, QWidget* parent)
 frmError::~frmError() = default;
 
 std::string frmError::UserMessage() const {
-    return CodePage::FromUtf8Lossy(ui->txtUserMessage->toPlainText().toStdString());
+    QString note = ui->txtUserMessage->toPlainText();
+    note.replace(QLatin1Char('\n'), QLatin1String("\r\n")); // as in all of a log
+    return CodePage::FromUtf8Lossy(note.toStdString());
 }
 
 void frmError::ToggleDetails() {

@@ -1,6 +1,7 @@
 #include "editor/DialogPrompts.h"
 
 #include "editor/ModalAnswers.h"
+#include "editor/QtText.h"
 
 #include <QCheckBox>
 #include <QInputDialog>
@@ -8,6 +9,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextEdit>
 
@@ -60,8 +62,10 @@ TEST_F(DialogPromptsTest, AskWithTheDefaultToldAndDetailsOneUnderTheOther) {
             EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
             EXPECT_EQ(box.defaultButton(), box.button(defaultNo ? QMessageBox::No : QMessageBox::Yes));
             for (QAbstractButton* button : box.buttons())
-                if (button->text() == QStringLiteral("Show Details..."))
+                if (button->text() == QStringLiteral("Show Details...")) {
+                    EXPECT_FALSE(defaultNo) << "open from the start";
                     button->click();
+                }
             auto* details = box.findChild<QTextEdit*>();
             ASSERT_TRUE(details->isVisible());
             EXPECT_EQ(details->toPlainText().count(QLatin1Char('\n')), 1);
@@ -72,19 +76,50 @@ TEST_F(DialogPromptsTest, AskWithTheDefaultToldAndDetailsOneUnderTheOther) {
             box.defaultButton()->click();
         });
         const std::string details = "- " + std::string(70, 'i') + "\r+ " + std::string(70, 'w');
-        EXPECT_NE(prompts.Ask({"Proceed?", defaultNo, details}), defaultNo);
+        EXPECT_NE(prompts.Ask({"Proceed?", defaultNo, details, defaultNo}), defaultNo);
     }
+}
+
+TEST_F(DialogPromptsTest, NeverOutgrowTheScreen) {
+    std::string lines;
+    for (int line = 0; line < 200; ++line)
+        lines += "Illegal character found\r";
+    for (const std::string& text : {lines, std::string(1 << 20, 'x'), std::string(400, 'x') + lines}) {
+        modals.Expect<QMessageBox>([&text](QMessageBox& box) {
+            EXPECT_LE(box.height(), box.screen()->availableGeometry().height());
+            EXPECT_LE(box.width(), box.screen()->availableGeometry().width());
+            const QString shown = box.findChild<QPlainTextEdit*>(QStringLiteral("txtLines"))->toPlainText();
+            EXPECT_TRUE(shown.startsWith(LinesToQt(text.substr(0, 5000))));
+            EXPECT_EQ(shown.endsWith(QStringLiteral(" more characters)")), text.size() > 10'000);
+            box.reject();
+        });
+        prompts.Ask({text, true, lines, true});
+    }
+}
+
+TEST_F(DialogPromptsTest, RefuseWhatTheCodePageLacksInAnAnswer) {
+    modals.Expect<QInputDialog>([](QInputDialog& box) {
+        box.setTextValue(QStringLiteral("a李e\u0301"));
+        box.accept();
+    });
+    modals.Expect<QMessageBox>([](QMessageBox& box) {
+        EXPECT_TRUE(box.text().contains(QStringLiteral("‘李’"))) << box.text().toStdString();
+        box.accept();
+    });
+    modals.Expect<QInputDialog>([](QInputDialog& box) { box.accept(); });
+    EXPECT_EQ(prompts.Input("Name"), "a\xE9");
 }
 
 TEST_F(DialogPromptsTest, BreakTheLinesOfAnInputsPrompt) {
     for (const bool accepted : {true, false}) {
         modals.Expect<QInputDialog>([accepted](QInputDialog& box) {
-            EXPECT_EQ(box.labelText(), QStringLiteral("Rename\n\nto"));
+            EXPECT_EQ(box.labelText(), QStringLiteral("Rename <b>a\n\nto"));
+            EXPECT_EQ(box.findChild<QLabel*>()->textFormat(), Qt::PlainText);
             EXPECT_EQ(box.windowTitle(), QStringLiteral("VelmoraWriter"));
             box.setTextValue(QStringLiteral("Story"));
             accepted ? box.accept() : box.reject();
         });
-        EXPECT_EQ(prompts.Input("Rename\r\rto"), accepted ? "Story" : "");
+        EXPECT_EQ(prompts.Input("Rename <b>a\r\rto"), accepted ? "Story" : "");
     }
 }
 

@@ -116,6 +116,7 @@ TYPED_TEST(RuledBoxTest, TakesATextByItsRulesAndUndoesIt) {
         {Way::Type, 0, true, "", u"say \"hi\"\rnow", "say 'hi'now"},
         {Way::Type, 0, false, "", u"a李b", "ab", OneLeftOut},
         {Way::Paste, 8, false, "abc", u"a\nbcdef", "a\\nbcabc", CutToEight},
+        {Way::Paste, 8, false, "", u"1234567\n9", "1234567", CutToEight},
         {Way::Paste, 0, true, "", u"one\r\ntwo\r\"three\"", "one\\ntwo\\n'three'"},
         {Way::Paste, 0, false, "", u"\"one\"\u2029two\u2028three", "'one'\\ntwo\\nthree"},
         {Way::Paste, 0, false, "", u"cafe\u0301 no\u00A0ise", "caf\xE9 no\xA0ise"},

@@ -41,10 +41,24 @@ TEST(ErrorDialog, GrowsForTheDetailsIsHeldOnTheScreenAndKeepsTheNote) {
         };
         EXPECT_EQ(label("lblErrNum") + label("lblPassedParameters"), QStringLiteral("53<A.event>,<b>"));
         EXPECT_EQ(label("lblCallStack"), QStringLiteral("frmEvents_Form_Load\nfrmEvents_InitForm"));
-        if (collects)
+        if (collects) {
             QTest::keyClicks(note, QStringLiteral("I \"clicked\""));
+            QTest::keyClick(note, Qt::Key_Return);
+        }
         dialog.close();
-        EXPECT_EQ(dialog.UserMessage(), collects ? "I \"clicked\"" : "");
+        EXPECT_EQ(dialog.UserMessage(), collects ? "I \"clicked\"\r\n" : "");
+    }
+}
+
+TEST(ErrorDialog, SaysWithoutDetailsWhatThePersonCanMend) {
+    for (const std::int32_t number : {70, 75, 61, 6}) {
+        ErrorDetails details;
+        details.Number = number;
+        details.Description = "A.event: Permission denied";
+        frmError dialog(details);
+        const auto* reason = dialog.findChild<QLabel*>(QStringLiteral("lblReason"));
+        EXPECT_EQ(reason->isHidden(), number == 6);
+        EXPECT_EQ(reason->text(), QStringLiteral("A.event: Permission denied"));
     }
 }
 
