@@ -105,9 +105,16 @@ void DeleteFile(std::string_view path) {
     Attempt("delete", host, Wanted::File, [&] { HostFiles::Unlink(host); });
 }
 
-bool FolderWritable(std::string_view folder) {
-    const fs::path host = HostPath(folder);
-    return IsFolder(host) && HostFiles::MayCreateIn(host);
+std::string WriteRefusal(std::string_view folder) {
+    try {
+        const fs::path host = HostPath(folder);
+        if (!IsFolder(host))
+            return PathTexts::FromHostText(std::make_error_code(std::errc::not_a_directory).message());
+        HostFiles::TryCreatingIn(host);
+        return {};
+    } catch (const std::system_error& refusal) {
+        return PathTexts::FromHostText(refusal.code().message());
+    }
 }
 
 } // namespace velmora::Files

@@ -70,7 +70,7 @@ void DeleteFile(std::string_view path);
 /// Creates a folder, with its parents; an existing one is left alone.
 void CreateFolder(std::string_view path);
 
-/// True when files can be created in the folder.
-bool FolderWritable(std::string_view folder);
+/// Why no file can be created in a folder, in the host's words; empty when one can.
+std::string WriteRefusal(std::string_view folder);
 
 } // namespace velmora::Files

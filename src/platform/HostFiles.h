@@ -80,7 +80,8 @@ void TakeBack(const Replaced& replaced);
 void Unlink(const Path& file);
 void MakeFolder(const Path& folder);
 void RemoveFolder(const Path& folder);
-bool MayCreateIn(const Path& folder);
+/// Throws where no file can be created.
+void TryCreatingIn(const Path& folder);
 
 /// True for every way in which the host says that a disk, or the user's share of it, is full.
 bool IsDiskFull(const std::error_code& code);

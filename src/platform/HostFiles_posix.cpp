@@ -253,8 +253,10 @@ void RemoveFolder(const Path& folder) {
         Refuse(errno, "rmdir");
 }
 
-bool MayCreateIn(const Path& folder) {
-    return ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+void TryCreatingIn(const Path& folder) {
+    CheckFault("access");
+    if (::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+        throw std::system_error(errno, std::generic_category(), "access");
 }
 
 bool IsDiskFull(const std::error_code& code) {

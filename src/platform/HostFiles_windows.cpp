@@ -199,15 +199,14 @@ void RemoveFolder(const Path& folder) {
         Refuse(::GetLastError(), "rmdir");
 }
 
-bool MayCreateIn(const Path& folder) {
+void TryCreatingIn(const Path& folder) {
     // Rights, shares and virtual folders are too many to work out: a file is tried.
     const Path probe = folder / (".velmora-" + std::to_string(::GetCurrentProcessId()) + ".tmp");
     const HANDLE handle = ::CreateFileW(probe.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
                                         FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
-        return false;
+        throw std::system_error(static_cast<int>(::GetLastError()), std::system_category(), "access");
     ::CloseHandle(handle);
-    return true;
 }
 
 bool IsDiskFull(const std::error_code& code) {

@@ -108,17 +108,12 @@ Lines LoadOrNothing(std::string_view file) {
 
 /// Changes the lines of a file and saves them if that made a difference.
 template <class Change>
-bool Rewrite(std::string_view file, const Change& change) {
-    try {
-        const Lines old = Load(file);
-        Lines lines = old;
-        change(lines);
-        if (lines != old || !Files::FileExists(file))
-            Save(lines, file);
-        return true;
-    } catch (const Failure&) {
-        return false;
-    }
+void Rewrite(std::string_view file, const Change& change) {
+    const Lines old = Load(file);
+    Lines lines = old;
+    change(lines);
+    if (lines != old || !Files::FileExists(file))
+        Save(lines, file);
 }
 
 /// A text that fits into one line: line breaks in it would end the entry and begin another.
@@ -173,8 +168,8 @@ std::string Read(std::string_view section, std::string_view key, std::string_vie
     return std::string(value.substr(0, size == 0 ? 0 : size - 1));
 }
 
-bool Write(std::string_view section, std::string_view key, std::string_view value, std::string_view file) {
-    return Rewrite(file, [&](Lines& lines) { SetEntry(lines, section, key, value); });
+void Write(std::string_view section, std::string_view key, std::string_view value, std::string_view file) {
+    Rewrite(file, [&](Lines& lines) { SetEntry(lines, section, key, value); });
 }
 
 std::string ReadSection(std::string_view section, std::size_t size, std::string_view file) {
@@ -187,8 +182,8 @@ std::string ReadSection(std::string_view section, std::size_t size, std::string_
     return entries.substr(0, size < 2 ? 0 : size - 2);
 }
 
-bool WriteSection(std::string_view section, std::string_view data, std::string_view file) {
-    return Rewrite(file, [&](Lines& lines) {
+void WriteSection(std::string_view section, std::string_view data, std::string_view file) {
+    Rewrite(file, [&](Lines& lines) {
         Range range = FindSection(lines, section);
         if (range.Missing())
             range = AddSection(lines, section);

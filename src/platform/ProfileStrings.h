@@ -17,14 +17,14 @@ namespace velmora::ProfileStrings {
 std::string Read(std::string_view section, std::string_view key, std::string_view fallback, std::size_t size,
                  std::string_view file);
 
-/// Sets a key, creating file, section and key as needed. False when the file cannot be written.
-bool Write(std::string_view section, std::string_view key, std::string_view value, std::string_view file);
+/// Sets a key, creating file, section and key as needed. Throws Failure when the file cannot be written.
+void Write(std::string_view section, std::string_view key, std::string_view value, std::string_view file);
 
 /// The section's "key=value" entries, each followed by a NUL, at most `size - 2` characters of them (cut at
 /// the end of the buffer, as Windows does). Comments are left out. Empty when the section is missing.
 std::string ReadSection(std::string_view section, std::size_t size, std::string_view file);
 
-/// Replaces a section by the NUL-separated entries of `data`. False when the file cannot be written.
-bool WriteSection(std::string_view section, std::string_view data, std::string_view file);
+/// Replaces a section by the NUL-separated entries of `data`. Throws Failure when the file cannot be written.
+void WriteSection(std::string_view section, std::string_view data, std::string_view file);
 
 } // namespace velmora::ProfileStrings

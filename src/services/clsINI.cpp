@@ -30,13 +30,23 @@ std::string BufferWith(std::string copied, std::size_t bufferSize) {
 
 } // namespace
 
+std::int32_t clsINI::Written(const std::function<void()>& write) {
+    try {
+        write();
+        return 1;
+    } catch (const Failure& failure) {
+        LastFailure = failure.Description();
+        return 0;
+    }
+}
+
 std::int32_t clsINI::PutINIValue(const std::string& section, const std::string& key,
                                  const std::string& value) {
-    return ProfileStrings::Write(section, key, value, INIFile) ? 1 : 0;
+    return Written([&] { ProfileStrings::Write(section, key, value, INIFile); });
 }
 
 std::int32_t clsINI::PutINISection(const std::string& section, const std::string& data) {
-    return ProfileStrings::WriteSection(section, data, INIFile) ? 1 : 0;
+    return Written([&] { ProfileStrings::WriteSection(section, data, INIFile); });
 }
 
 std::string clsINI::GetINISection(const std::string& section, std::int32_t bufferSize) {

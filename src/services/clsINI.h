@@ -3,6 +3,7 @@
 #include "services/OperationTrace.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace velmora {
@@ -11,7 +12,8 @@ namespace velmora {
 /// names, and short ones come back padded: that is how all its callers know them.
 class clsINI {
   public:
-    std::string INIFile; ///< full path
+    std::string INIFile;     ///< full path
+    std::string LastFailure; ///< why the last one that failed to write did
 
     /// Writes a key, creating section and key as needed. Not 0 on success.
     std::int32_t PutINIValue(const std::string& section, const std::string& key, const std::string& value);
@@ -29,6 +31,8 @@ class clsINI {
     std::string GetINIValue(const std::string& section, const std::string& key, std::int32_t bufferSize);
 
   private:
+    std::int32_t Written(const std::function<void()>& write);
+
     OperationTrace trace{"clsINI"};
 };
 

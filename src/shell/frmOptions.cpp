@@ -4,6 +4,7 @@
 #include "editor/FormRoutines.h"
 #include "editor/QtText.h"
 #include "platform/Files.h"
+#include "platform/PathTexts.h"
 #include "services/Prompts.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
@@ -59,9 +60,14 @@ void frmOptions::Load() {
 }
 
 std::string frmOptions::StoredPath(clsINI& ini) {
-    const std::string whole = ValueOf(ini, "Path", 32768);
-    const std::string cut = ValueOf(ini, "Path", 64);
-    return !Files::FolderExists(cut) && Files::FolderExists(whole) ? whole : cut;
+    const std::string whole = PathTexts::FromStoredText(ValueOf(ini, "Path", 32768));
+    return Files::FolderExists(whole) ? whole : PathTexts::FromStoredText(ValueOf(ini, "Path", 64));
+}
+
+void frmOptions::TellNotStored(const clsINI& ini) {
+    gPrompts->Message("The settings could not be stored.  They hold until the program ends.\r" +
+                          ini.LastFailure,
+                      Icon::Exclamation);
 }
 
 void frmOptions::ReadSettingsFile() {
@@ -80,7 +86,8 @@ void frmOptions::ReadSettingsFile() {
 void frmOptions::TakeDefaults() {
     clsRegistry registry;
     copy = {{}, "MyEvents", "MyUPIssues", "MySBModules", "TRUE", "0"};
-    copy.Path = registry.GetRegistryText("Software\\Corvane\\Morvath.Net\\Velmora", "Path");
+    copy.Path = PathTexts::FromStoredText(
+        registry.GetRegistryText("Software\\Corvane\\Morvath.Net\\Velmora", "Path"));
     if (copy.Path.empty())
         gPrompts->Message(
             "Unable to access the Velmora installation location from the registry, you will need to "
@@ -97,6 +104,8 @@ void frmOptions::ShowCopy() {
 }
 
 void frmOptions::TakeControls() {
+    if (auto* left = qobject_cast<LineBox*>(focusWidget()); left && left != ui->txtVelmoraPath)
+        StripIllegalFileChars(left); // however the dialog is closed
     copy.Path = ui->txtVelmoraPath->Bytes();
     copy.EventFile = ui->txtEventFile->Bytes();
     copy.UPIssueFile = ui->txtUPIssue->Bytes();
@@ -107,7 +116,8 @@ void frmOptions::TakeControls() {
 
 void frmOptions::Browse() {
     clsAPIMisc system;
-    if (const std::string folder = system.BrowseForFolder("Please locate the Velmora install directory");
+    if (const std::string folder =
+            system.BrowseForFolder("Please locate the Velmora install directory", copy.Path);
         !folder.empty())
         copy.Path = folder;
     ShowCopy();
@@ -129,8 +139,10 @@ bool frmOptions::Close() {
         const bool goodEventFile = CheckEventFile();
         accepted = goodPath && goodEventFile;
         Store();
+    } catch (const Failure& failure) {
+        gPrompts->Message(failure.Description(), Icon::Exclamation);
     } catch (const std::exception&) {
-        // A failure ends the steps where it happens; what was written stays.
+        // It ends the steps where it happens; what was written stays.
     }
     return accepted;
 }
@@ -164,20 +176,23 @@ void frmOptions::Store() {
     defaultTo(copy.SBModuleFile, "MySBModules");
     if (!copy.Path.ends_with('\\') && !copy.Path.ends_with(Files::Separator))
         copy.Path += Files::Separator;
-    const std::pair<const char*, const std::string*> entries[] = {{"Path", &copy.Path},
-                                                                  {"Event File", &copy.EventFile},
-                                                                  {"UP Issue File", &copy.UPIssueFile},
-                                                                  {"SB Module File", &copy.SBModuleFile},
-                                                                  {"AutoBackup", &copy.AutoBackup},
-                                                                  {"SortBy", &copy.SortBy}};
+    const std::pair<const char*, std::string> entries[] = {{"Path", PathTexts::StoredText(copy.Path)},
+                                                           {"Event File", copy.EventFile},
+                                                           {"UP Issue File", copy.UPIssueFile},
+                                                           {"SB Module File", copy.SBModuleFile},
+                                                           {"AutoBackup", copy.AutoBackup},
+                                                           {"SortBy", copy.SortBy}};
+    bool stored = true;
     for (const auto& [key, value] : entries)
-        ini.PutINIValue("Setup", key, *value);
+        stored = ini.PutINIValue("Setup", key, value) != 0 && stored;
     Settings.SetGamePath(copy.Path);
     Settings.EventFile = copy.EventFile + ".event";
     Settings.UPIssueFile = copy.UPIssueFile + ".upissue";
     Settings.SBModuleFile = copy.SBModuleFile + ".sbmodule";
     Settings.AutoBackup = copy.AutoBackup == "TRUE";
     Settings.SortBy = copy.SortBy;
+    if (!stored)
+        TellNotStored(ini);
 }
 
 } // namespace velmora

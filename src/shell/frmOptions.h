@@ -24,9 +24,11 @@ class frmOptions : public QDialog {
     /// Fills the dialog and shows it modally.
     void Show();
 
-    /// The game path that the settings file holds: cut to the accessor's buffer like every value, but whole
-    /// where only the whole one is a folder.
+    /// The game path that the settings file holds: whole where that is a folder, else cut to the accessor's
+    /// buffer like every value.
     static std::string StoredPath(clsINI& ini);
+    /// Says why settings did not get into their file.
+    static void TellNotStored(const clsINI& ini);
 
   protected:
     void closeEvent(QCloseEvent* event) override;

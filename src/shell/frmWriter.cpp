@@ -87,6 +87,8 @@ void frmWriter::ReadSettings() {
     Settings.AutoBackup = CodePage::EqualNoCase(Setting("AutoBackup", "TRUE", "TRUE"), "TRUE");
     Settings.SortBy = Setting("SortBy", "0", "0");
     Settings.SBModuleFile = Setting("SB Module File", "MySBModules", "MySBModules") + ".SBModule";
+    if (!iniAccessor.LastFailure.empty())
+        frmOptions::TellNotStored(iniAccessor);
     if (Settings.GamePath.empty() || eventFile.empty())
         ConfirmOptions();
 }
@@ -107,15 +109,28 @@ void frmWriter::Show(std::unique_ptr<Window>& window) {
 }
 
 bool frmWriter::OpenEditor(const QString& name) {
-    if (name == QLatin1String("events"))
+    if (name == QLatin1String("events")) {
         Show(events);
-    else if (name == QLatin1String("upissues"))
+        TellReadOnly(Settings.DataPath);
+    } else if (name == QLatin1String("upissues")) {
         Show(upIssues);
-    else if (name == QLatin1String("sbmodules"))
+        TellReadOnly(Settings.UPIssuePath);
+    } else if (name == QLatin1String("sbmodules")) {
         Show(sbModules);
-    else
+    } else {
         return false;
+    }
     return true;
+}
+
+void frmWriter::TellReadOnly(const std::string& folder) {
+    if (!Files::FolderExists(folder))
+        return; // the editor has told
+    if (const std::string reason = Files::WriteRefusal(folder); !reason.empty())
+        gPrompts->Message(
+            "Nothing can be written to " + folder + "\r" + reason +
+                "\r\rTo edit, copy the game to a folder of yours and choose that in the Options.",
+            Icon::Information);
 }
 
 void frmWriter::closeEvent(QCloseEvent* event) {
@@ -126,10 +141,13 @@ void frmWriter::closeEvent(QCloseEvent* event) {
 
 void frmWriter::BackupDataDirectory() {
     const std::string target = Settings.GamePath + "DATA DIR " + TimeText(std::time(nullptr), "%Y-%m-%d");
+    const bool exists = Files::FolderExists(target);
     if (!gPrompts->Ask({"This will create a copy of " + Settings.DataPath + "\rThis copy will be named " +
-                        target + "\rProceed?"}))
+                            target + "\rProceed?",
+                        false, exists ? "A copy of this name exists already.  It will not be replaced." : "",
+                        exists}))
         return;
-    if (Files::FolderExists(target)) {
+    if (exists) {
         gPrompts->Message("The directory " + target + " already exists!  Operation cancelled.",
                           Icon::Critical);
         return;

@@ -43,6 +43,8 @@ class frmWriter : public QMainWindow {
     void ConfirmOptions();
     template <class Window>
     void Show(std::unique_ptr<Window>& window);
+    /// Says at opening that nothing can be written to a folder, and why.
+    static void TellReadOnly(const std::string& folder);
     void BackupDataDirectory();
     void CopyDataDirectory(const std::string& source, const std::string& target);
 

@@ -1,6 +1,7 @@
 #include "editor/DialogPrompts.h"
 #include "editor/QtText.h"
 #include "platform/CodePage.h"
+#include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
 #include "platform/Registry.h"
@@ -20,7 +21,24 @@ std::string HomeDirectory(const QString& asked) {
     if (!asked.isEmpty())
         return PathFromQt(asked);
     const std::string beside = PathFromQt(QCoreApplication::applicationDirPath());
-    return Files::FolderWritable(beside) ? beside : Process::UserDataFolder();
+    return Files::WriteRefusal(beside).empty() ? beside : Process::UserDataFolder();
+}
+
+/// Makes the directory. Where that fails it says so: to the terminal, and to who started the program without
+/// one.
+bool MadeHome(const std::string& home, bool asked) {
+    using namespace velmora;
+    try {
+        Files::CreateFolder(home);
+        return true;
+    } catch (const Failure& failure) {
+        const std::string text =
+            "The directory of settings, logs and backups cannot be made:\r" + failure.Description();
+        qCritical("%s", qUtf8Printable(LinesToQt(text)));
+        if (!asked || Files::Separator == '\\')
+            gPrompts->Message(text, Icon::Critical);
+        return false;
+    }
 }
 
 } // namespace
@@ -51,7 +69,8 @@ int main(int argc, char** argv) {
     velmora::DialogPrompts prompts;
     velmora::gPrompts = &prompts;
     velmora::ProgramDirectory = HomeDirectory(options.value(QStringLiteral("home")));
-    velmora::Files::CreateFolder(velmora::ProgramDirectory);
+    if (!MadeHome(velmora::ProgramDirectory, options.isSet(QStringLiteral("home"))))
+        return 1;
 
     for (const std::string& line : velmora::HostRegistry()->BrokenLines())
         qWarning("%s (makes no sense; kept as it stands)", velmora::CodePage::ToUtf8(line).c_str());

@@ -151,9 +151,9 @@ TEST_F(FilesTest, CreatesFoldersAndTellsWhereFilesCanBeCreated) {
     folder.Write("f", "x");
     ExpectFailure(FailurePathFileAccess, "Cannot create", [&] { Files::CreateFolder(At("f")); });
     EXPECT_THROW(Files::CreateFolder(At("f/g")), Failure);
-    EXPECT_TRUE(Files::FolderWritable(folder.Path()));
-    EXPECT_FALSE(Files::FolderWritable(At("no")));
-    EXPECT_FALSE(Files::FolderWritable(At("f")));
+    EXPECT_EQ(Files::WriteRefusal(folder.Path()), "");
+    EXPECT_NE(Files::WriteRefusal(At("no")), "");
+    EXPECT_NE(Files::WriteRefusal(At("f")), "");
     EXPECT_EQ(folder.EntryCount(), 2);
 }
 

@@ -260,7 +260,7 @@ struct OldOrNew : Store {
 
 struct SettingsStore {
     bool Write(const std::string& value) const {
-        return ProfileStrings::Write("Setup", "Key", value, Folder / File);
+        return FailureOf([&] { ProfileStrings::Write("Setup", "Key", value, Folder / File); }).Number == 0;
     }
     std::string Read() const { return ProfileStrings::Read("Setup", "Key", "", 9, Folder / File); }
     static constexpr const char* File = "VelWriter.ini";

@@ -44,6 +44,7 @@ TEST_F(clsINITest, ReadsAndWritesSections) {
     ini.INIFile = folder / "missing/VelWriter.ini";
     EXPECT_EQ(ini.PutINIValue("Setup", "Path", "C:\\"), 0);
     EXPECT_EQ(ini.PutINISection("Setup", "a=1\0"s), 0);
+    EXPECT_NE(ini.LastFailure.find("missing"), std::string::npos) << ini.LastFailure;
 }
 
 TEST_F(clsINITest, NamesAllItsReadsInTheSourceOfAFailure) {

@@ -1,5 +1,8 @@
 #include "shell/ShellFixture.h"
 
+#include "Fault.h"
+
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 
@@ -17,6 +20,42 @@ TEST_F(OptionsDialog, FindsTheGameInTheRegistry) {
     });
     EXPECT_THAT(prompts.Transcript, IsEmpty());
     EXPECT_EQ(Settings.GamePath, Game());
+}
+
+TEST_F(OptionsDialog, TellsEverySettingThatCouldNotBeStored) {
+    std::string struck = "first";
+    for (int nth = 1; !struck.empty(); ++nth) {
+        PutIni("Path=" + Game() + "\r\nEvent File=E\r\n");
+        prompts.Transcript.clear();
+        Show([&] {
+            Get<QAbstractButton>("chkAutoBackup")->click();
+            {
+                const Fault fault("", nth, ENOSPC);
+                Click("cmdDone");
+                struck = fault.Struck;
+            }
+            if (Form().isVisible())
+                Click("cmdDone");
+        });
+        const bool stored = Written() == IniOf(Game(), "E", "AutoBackup=FALSE\r\nSortBy=0\r\n");
+        EXPECT_TRUE(stored || !prompts.Transcript.empty()) << nth << " " << struck;
+        EXPECT_TRUE(stored || !struck.empty());
+    }
+}
+
+TEST_F(ShellTest, SaysAtOpeningThatNothingCanBeWritten) {
+    Start("Event File=X\r\nAutoBackup=FALSE\r\n");
+    for (const char* item : {"mnuEvents", "mnuUPIssues"}) {
+        {
+            const Fault readOnly("access", 0, EROFS);
+            Pick(item);
+        }
+        EXPECT_THAT(prompts.TakeTranscript(),
+                    ElementsAre(StartsWith("Message[Information]: Nothing can be written to " + Game() +
+                                           "Data" + Slash)));
+        Pick(item);
+        EXPECT_THAT(prompts.TakeTranscript(), IsEmpty());
+    }
 }
 
 // Only a file with a hole can be larger than the disk it lies on.

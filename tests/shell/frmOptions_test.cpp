@@ -2,6 +2,8 @@
 
 #include "BrokenPrompts.h"
 
+#include <QClipboard>
+
 namespace velmora {
 namespace {
 
@@ -48,11 +50,17 @@ TEST_F(OptionsDialog, ReadsTheSettingsFile) {
     const std::string deep = temp / std::string(70, 'd') + Slash;
     Files::CreateFolder(deep);
     const std::string missing = temp / std::string(70, 'm');
+    std::string parent = temp / "";
+    parent.resize(62, 'p');
+    const std::string child = parent + Slash + "Velmora" + Slash;
+    Files::CreateFolder(child);
     const std::pair<std::string, std::string> cases[]{
         {"Path=" + deep + "\r\nEvent File=E\r\nUP Issue File=U\r\nSB Module File=S\r\n" +
              "Autobackup=true\r\nSortBy=1\r\n",
          deep + "|E|U|S|chkAutoBackup and optSortByAlphabetical"},
         {"AutoBackup=yes\r\nSortBy=0\r\nUP Issue File=\r\n", "||MyUPIssues|MySBModules|optSortByFileName"},
+        {"Path=" + child + "\r\nEvent File=E\r\n",
+         child + "|E|MyUPIssues|MySBModules|chkAutoBackup and optSortByFileName"},
         {"Path=" + missing + "\r\nEvent File=Own\r\n",
          missing.substr(0, 62) + "|Own|MyUPIssues|MySBModules|chkAutoBackup and optSortByFileName"},
     };
@@ -109,6 +117,34 @@ TEST_F(OptionsDialog, TakesNamesWithoutExtension) {
     }
 }
 
+TEST_F(OptionsDialog, CleansTheBoxThatHasTheFocusHoweverItIsClosed) {
+    PutIni("Path=" + Game() + "\r\nEvent File=E\r\n");
+    for (const auto& close : std::initializer_list<std::function<void()>>{
+             [this] { Form().close(); }, [this] { QTest::keyClick(&Form(), Qt::Key_Escape); }}) {
+        Show([&] {
+            Type("txtEventFile", QStringLiteral("..\\..\\a b"));
+            close();
+        });
+        EXPECT_EQ(Settings.EventFile, "....ab.event");
+    }
+}
+
+TEST_F(OptionsDialog, TakesAnyPathAsOtherProgramsCopyIt) {
+    const QString folder = QString::fromStdString(temp / "") + QStringLiteral("行 é");
+    Files::CreateFolder(FromQt(folder));
+    for (const QString& copied : {u'"' + folder + QStringLiteral("\"\r\n"), folder, u'\n' + folder}) {
+        Show([&] {
+            Type("txtVelmoraPath", QString());
+            QApplication::clipboard()->setText(copied);
+            QTest::keySequence(Get<QWidget>("txtVelmoraPath"), QKeySequence::Paste);
+            EXPECT_EQ(Get<QLineEdit>("txtVelmoraPath")->text(), folder);
+            Click("cmdDone");
+        });
+        EXPECT_THAT(Written(), testing::HasSubstr("Path=" + folder.toStdString() + Slash + "\r\n"));
+        EXPECT_EQ(ToQt(Settings.GamePath), folder + ToQt(Slash));
+    }
+}
+
 TEST_F(OptionsDialog, BrowsesForThePath) {
     const std::string title = "Please locate the Velmora install directory";
     PutIni("Path=P\r\nEvent File=E\r\n");
@@ -126,6 +162,7 @@ TEST_F(OptionsDialog, BrowsesForThePath) {
         Click("cmdBrowse");
         EXPECT_THAT(TextsOf(boxes), ElementsAre("no *where" + Slash, "Mine", "MyUPIssues", "MySBModules"))
             << "what was refused last comes back, a path as it was typed";
+        EXPECT_THAT(prompts.PickedFrom, ElementsAre("P", "P", "no *where" + Slash));
         LeaveWithGoodPath();
     });
 }

@@ -89,6 +89,7 @@ TEST_F(Backup, CopiesTheDataDirectoryOnce) {
     EXPECT_EQ(prompts.Transcript.back(), "Message: Operation complete!");
     temp.Write("Game/Data/A.event", "changed");
     BackUp(true);
+    EXPECT_TRUE(prompts.Questions.back().DetailsOpen) << "it is told before";
     EXPECT_EQ(prompts.Transcript.back(),
               "Message[Critical]: The directory " + copy + " already exists!  Operation cancelled.");
     EXPECT_EQ(Files::ReadWhole(copy + "/A.event"), "one");
