@@ -3,6 +3,7 @@
 #include "ScriptedPrompts.h"
 #include "TempFolder.h"
 #include "platform/Files.h"
+#include "records/Edits.h"
 #include "records/Journal.h"
 #include "records/Library.h"
 #include "services/Trap.h"
@@ -48,12 +49,36 @@ struct LibraryInFolder {
         return std::string(library.Kind.Header) + " " + name + "\r\n" + lines +
                std::string(library.Kind.End) + "\r\n";
     }
-    /// Edits a record's first text.
-    Record& Titled(const std::string& name, const std::string& title) {
-        Record& record = *library.Find(name);
-        library.Kind.Fields[0].SetText(record, title);
+    /// Changes a record as a commit does.
+    void Edit(const std::string& name, const std::function<void(Record&)>& edit = {}) {
+        Edits::Step step(library, "commit of " + name);
+        Record& record = step.Change(name);
         record.IsDirty = true;
-        return record;
+        record.IsBeingAdded = false;
+        if (edit)
+            edit(record);
+        library.Kind.Normalize(record);
+        edits.Do(std::move(step));
+    }
+    /// Edits a record's first text.
+    void Title(const std::string& name, const std::string& title) {
+        Edit(name, [&](Record& record) { library.Kind.Fields[0].SetText(record, title); });
+    }
+    /// Adds a record as a commit does.
+    void Add(const std::string& name, const std::string& file,
+             const std::function<void(Record&)>& edit = {}) {
+        edits.Open(AddStep(name, file));
+        Edit(name, edit);
+    }
+    [[nodiscard]] Edits::Step AddStep(const std::string& name, const std::string& file) const {
+        Edits::Step step(library, "addition of " + name);
+        step.Add(name, data, file);
+        return step;
+    }
+    void Move(const std::string& name, const std::string& oldFile, const std::string& newFile) {
+        Edits::Step step(library, "moving of " + name);
+        step.Move(name, data, oldFile, newFile);
+        edits.Do(std::move(step));
     }
     /// What a new run finds in a journal: names and first texts, then whether it complains.
     std::vector<std::string> LeftIn(const std::string& journal, const std::string& folder) {
@@ -62,6 +87,8 @@ struct LibraryInFolder {
         std::vector<std::string> left;
         for (const auto& [name, record] : found.Records)
             left.push_back(name + " " + std::string(library.Kind.Fields[0].TextOf(*record)));
+        for (const std::string& name : found.RemovedRecords)
+            left.push_back(name + " removed");
         EXPECT_THAT(found.Complaint, ::testing::AnyOf("", ::testing::HasSubstr(journal)));
         if (!found.Complaint.empty())
             left.emplace_back("complaint");
@@ -71,8 +98,8 @@ struct LibraryInFolder {
     using Places = std::map<std::string, std::string>;
     [[nodiscard]] Places PlacesInMemory() const {
         Places places;
-        for (const auto& [name, record] : library.Records)
-            places[name] = record->ShortName;
+        for (const auto& [name, record] : library)
+            places[name] = record.ShortName;
         return places;
     }
     /// What a new run would load.
@@ -87,6 +114,7 @@ struct LibraryInFolder {
     std::string data = temp.Path() + "Data/";
     std::string backups = temp.Path() + "BackupData/";
     Library library;
+    Edits edits{library};
     std::string ownFile;
     std::vector<std::string> texts;
 };
@@ -118,21 +146,21 @@ class LibraryFixture : public ::testing::Test, protected LibraryInFolder {
     /// All records as they are written.
     [[nodiscard]] std::string Blocks() const {
         std::string blocks;
-        for (const auto& [name, record] : library.Records)
-            AppendBlock(library.Kind, *record, blocks);
+        for (const auto& [name, record] : library)
+            AppendBlock(library.Kind, record, blocks);
         return blocks;
     }
     /// Each record's name and number.
     [[nodiscard]] std::vector<std::string> Names() const {
         std::vector<std::string> names;
-        for (const auto& [name, record] : library.Records)
-            names.push_back(name + " " + std::to_string(library.Kind.Number(*record)));
+        for (const auto& [name, record] : library)
+            names.push_back(name + " " + std::to_string(library.Kind.NumberOf(record)));
         return names;
     }
     /// Each file's name and item.
     [[nodiscard]] std::vector<std::string> FileNames() const {
         std::vector<std::string> names;
-        for (const auto& [name, item] : library.Files)
+        for (const auto& [name, item] : library.FileList())
             names.push_back(name + " " + std::to_string(item));
         return names;
     }
@@ -150,20 +178,20 @@ class LibraryFixture : public ::testing::Test, protected LibraryInFolder {
     void ExpectEveryByteBack(std::size_t count) {
         const std::string file = "a" + std::string(library.Kind.Extension);
         std::mt19937 random(7);
-        for (std::size_t i = 0; i < count; ++i) {
-            Record& record = library.AddNew("Record_" + std::to_string(i), data, file);
-            for (const Field& field : library.Kind.Fields)
-                if (field.Type == FieldType::Text)
-                    field.SetText(record, AllBytes().substr(random() % AllBytes().size()) + " \xE9\x81 ");
-                else
-                    field.SetNumber(record, static_cast<std::int32_t>(random()));
-        }
+        for (std::size_t i = 0; i < count; ++i)
+            Add("Record_" + std::to_string(i), file, [&](Record& record) {
+                for (const Field& field : library.Kind.Fields)
+                    if (field.Type == FieldType::Text)
+                        field.SetText(record, AllBytes().substr(random() % AllBytes().size()) + " \xE9\x81 ");
+                    else
+                        field.SetNumber(record, static_cast<std::int32_t>(random()));
+            });
         const std::string written = Blocks();
         library.WriteFiles(data, {file});
         EXPECT_EQ(Get(file), written);
         ASSERT_TRUE(Load());
         EXPECT_THAT(texts, ::testing::IsEmpty());
-        EXPECT_EQ(library.Records.Count(), count);
+        EXPECT_EQ(library.Count(), count);
         EXPECT_EQ(Blocks(), written);
     }
 

@@ -50,12 +50,12 @@ class Checking {
     void CheckRecords(const KindEntry& kind, const Library& library) {
         if (kind.Check == nullptr)
             return;
-        for (const auto& [name, record] : library.Records) {
-            std::vector<Reason> reasons = kind.Check(*record, context);
+        for (const auto& [name, record] : library) {
+            std::vector<Reason> reasons = kind.Check(*kind.Kind->Copy(record), context);
             std::erase_if(reasons, [&](const Reason& reason) { return IsIgnored(reason.Rule); });
             if (reasons.empty())
                 continue;
-            report->Add(kind, *record, reasons);
+            report->Add(kind, record, reasons);
             foundAny = true;
         }
     }

@@ -34,8 +34,8 @@ class Exporting {
         Library library(*kind.Kind);
         Load(kind, library, [&](const Finding& message) { lines.Warn(message); });
         out << CsvHeader(RecordToJson(kind, *kind.Kind->Make())) << '\n';
-        for (const auto& [name, record] : library.Records)
-            out << CsvRow(RecordToJson(kind, *record)) << '\n';
+        for (const auto& [name, record] : library)
+            out << CsvRow(RecordToJson(kind, record)) << '\n';
     }
 
     bool Report(std::ostream& err) const { return loader.Report(err); }
@@ -51,10 +51,10 @@ class Exporting {
         Library library(*kind.Kind);
         Load(kind, library, [&](const Finding& message) { messages.push_back(message); });
         document.BeginList(kind.Option);
-        for (const auto& [name, record] : library.Records)
-            document.Add(RecordToJson(kind, *record));
+        for (const auto& [name, record] : library)
+            document.Add(RecordToJson(kind, record));
         document.BeginList(kind.FileList);
-        for (const auto& [name, item] : library.Files)
+        for (const auto& [name, item] : library.FileList())
             document.Add({{"name", JsonName(name)}, {"item", item}});
     }
 

@@ -66,8 +66,8 @@ Forms ReadForms(const KindEntry& kind, const std::string& path, std::ostream& er
     };
     Library library(*kind.Kind);
     library.ParseFile(request, path);
-    for (const auto& [name, record] : library.Records)
-        AppendBlock(*kind.Kind, *record, forms.New);
+    for (const auto& [name, record] : library)
+        AppendBlock(*kind.Kind, record, forms.New);
     return forms;
 }
 

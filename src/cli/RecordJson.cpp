@@ -37,7 +37,7 @@ std::string CsvCell(const Json& value) {
 
 } // namespace
 
-Json RecordToJson(const KindEntry& kind, Record& record) {
+Json RecordToJson(const KindEntry& kind, const Record& record) {
     const RecordKind& recordKind = *kind.Kind;
     Json::object_t properties;
     properties.reserve(recordKind.Fields.size() + 5);
@@ -48,7 +48,7 @@ Json RecordToJson(const KindEntry& kind, Record& record) {
     add(recordKind.Name.Property, FieldToJson(recordKind.Name, record));
     recordKind.ForEachField([&](const Field& field) { add(field.Property, FieldToJson(field, record)); });
     add("ShortName", JsonName(record.ShortName));
-    add(kind.NumberProperty, recordKind.Number(record));
+    add(kind.NumberProperty, recordKind.NumberOf(record));
     add("OrigNumber", record.OrigNumber);
     return properties;
 }

@@ -8,7 +8,7 @@
 namespace velmora {
 
 /// Every content property of a record by its name, then its file and its numbers.
-Json RecordToJson(const KindEntry& kind, Record& record);
+Json RecordToJson(const KindEntry& kind, const Record& record);
 
 /// One row of comma-separated values for a record's JSON: its values, or its property names for the header.
 std::string CsvRow(const Json& record);

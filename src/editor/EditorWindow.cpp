@@ -14,7 +14,7 @@
 namespace velmora {
 
 EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent)
-    : RecordWindow(recordKind, parent), words(editorWords), unwritten(library) {}
+    : RecordWindow(recordKind, parent), words(editorWords), unwritten(edits, library) {}
 
 void EditorWindow::AdoptEditor(const RecordControls& shared) {
     AdoptForm(shared, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});
@@ -87,8 +87,8 @@ std::string EditorWindow::ShownName() const {
     return controls.Name->Bytes();
 }
 
-Record& EditorWindow::ShownRecord() const {
-    Record* record = library.Find(ShownName());
+const Record& EditorWindow::ShownRecord() const {
+    const Record* record = library.Find(ShownName());
     if (!record)
         throw Failure(FailureInvalidArgument, "No record is named " + ShownName());
     return *record;
@@ -136,7 +136,7 @@ void EditorWindow::EnableFrames(bool enabled) {
 
 void EditorWindow::UpdateMenus() {
     UpdateEditMenu();
-    const bool settled = Browsing() && !library.Records.Empty();
+    const bool settled = Browsing() && !library.Empty();
     Action(SortByFileItem())->setEnabled(settled);
     Action("mnuSortAlphabetically")->setEnabled(settled);
     Action("mnuReadAgain")->setEnabled(Browsing());
@@ -145,7 +145,7 @@ void EditorWindow::UpdateMenus() {
 }
 
 void EditorWindow::UpdateEditMenu() {
-    const bool any = !library.Records.Empty();
+    const bool any = !library.Empty();
     const bool settled = anyShown && Browsing();
     const bool movable = settled && !halfRead && !IsReservedFile(library.At(CurrentIndex()).ShortName);
     const bool marked = any && library.At(CurrentIndex()).ToBeDeleted;
@@ -167,16 +167,18 @@ void EditorWindow::AddNew(const Record* source, const std::string& takenText) {
         return;
     if (const std::string report = SanitizeName(name, library.Kind.NameWord); !report.empty())
         gPrompts->Message(report);
-    if (library.Records.Exists(name)) {
+    if (library.Exists(name)) {
         gPrompts->Message(takenText);
         return;
     }
-    Record& record = library.AddNew(name, DataFolder(), OwnFile());
+    Edits::Step step(library, (source ? "copying to " : "addition of ") + name);
+    Record& record = step.Add(name, DataFolder(), OwnFile());
     if (source)
         CopyContent(library.Kind, *source, record);
     else
         InitNewRecord(record);
-    PopulateForm(library.Records.Count() - 1);
+    edits.Open(std::move(step));
+    PopulateForm(library.Count() - 1);
     SetForEditing(EditMode::Adding);
 }
 
@@ -187,11 +189,17 @@ void EditorWindow::Commit() {
         form.EndSearches();
         if (!Trap(Routine("ValidateData"), NoInputParms, [this] { return ValidateData(); }))
             return;
-        Record& record = ShownRecord();
+        const Record& before = ShownRecord();
+        Edits::Step step(library, "commit of " + library.NameOf(before));
+        Record& record = step.Change(library.NameOf(before));
         FormToRecord(record);
+        if (library.Kind.Normalize)
+            library.Kind.Normalize(record);
+        if (!CodePage::EqualNoCase(record.ShortName, before.ShortName))
+            step.NoteLosing(before.ShortName);
         record.IsDirty = true;
         record.IsBeingAdded = false;
-        unwritten.Keep({&record});
+        edits.Do(std::move(step));
         PopulateForm(CurrentIndex());
         SetReadOnly();
     });
@@ -200,21 +208,18 @@ void EditorWindow::Commit() {
 void EditorWindow::Discard() {
     std::size_t position = CurrentIndex();
     if (Mode() == EditMode::Adding) {
-        library.Remove(ShownName());
+        edits.TakeBack();
         position = 0;
-        library.Reorder();
     }
     PopulateForm(position);
     SetReadOnly();
 }
 
 void EditorWindow::ToggleDeletion() {
-    Record& record = ShownRecord();
+    const Record& record = ShownRecord();
     if (!record.ToBeDeleted && !gPrompts->Ask({words.DeleteQuestion}))
         return;
-    record.ToBeDeleted = !record.ToBeDeleted;
-    record.IsDirty = true;
-    unwritten.Keep({&record});
+    edits.ToggleDeletion(library.NameOf(record));
     PopulateForm(CurrentIndex());
 }
 
@@ -225,7 +230,6 @@ void EditorWindow::FormToRecord(Record& record) {
     CopyContent(library.Kind, *taken, record);
     if (CodePage::EqualNoCase(taken->ShortName, record.ShortName))
         return;
-    library.FilesLosingRecords.push_back(record.ShortName);
     record.ShortName = taken->ShortName;
     record.FileName = DataFolder() + taken->ShortName;
 }

@@ -98,7 +98,7 @@ class EditorWindow : public RecordWindow {
     void AdoptCommands();
     /// Name of the record on show, as the form has it.
     [[nodiscard]] std::string ShownName() const;
-    [[nodiscard]] Record& ShownRecord() const;
+    [[nodiscard]] const Record& ShownRecord() const;
     /// Puts what the form holds into the record on show; a failure leaves it untouched.
     void FormToRecord(Record& record);
     void AddNew(const Record* source, const std::string& takenText);

@@ -39,11 +39,7 @@ void EditorWindow::RenameThisFile() {
     if (answer.empty())
         return;
     const std::string newFile = answer + std::string(library.Kind.Extension);
-    library.RenameFile(oldFile, newFile);
-    std::vector<const Record*> renamed;
-    for (const std::string& name : library.NamesInFile(newFile))
-        renamed.push_back(library.Find(name));
-    unwritten.Keep(renamed);
+    edits.RenameFile(oldFile, newFile);
     PopulateForm(CurrentIndex());
 }
 
@@ -53,9 +49,11 @@ void EditorWindow::MoveToNewFile() {
                                            [this](const std::string& name) { return MoveRefusal(name); });
     if (answer.empty())
         return;
-    Record& record = ShownRecord();
-    library.MoveRecord(record, DataFolder(), oldFile, answer + words.MoveExtension);
-    unwritten.Keep({&record});
+    const std::string name = library.NameOf(ShownRecord());
+    const std::string newFile = answer + words.MoveExtension;
+    Edits::Step step(library, "moving of " + name + " to " + newFile);
+    step.Move(name, DataFolder(), oldFile, newFile);
+    edits.Do(std::move(step));
     PopulateForm(CurrentIndex());
 }
 
@@ -69,8 +67,7 @@ void EditorWindow::WriteToFile() {
             return;
         if (!MayReplaceOutsideChanges(files))
             return;
-        library.WriteFiles(DataFolder(), files);
-        library.FilesLosingRecords.clear();
+        edits.Write(DataFolder(), files);
         unwritten.Drop();
         InitForm();
     });
@@ -85,8 +82,8 @@ bool EditorWindow::MayReplaceOutsideChanges(const std::vector<std::string>& file
 }
 
 void EditorWindow::OfferOutsideChanges() {
-    const bool quiet = isVisible() && Browsing() && !halfRead && !QApplication::activeModalWidget() &&
-                       !library.AnyDirty() && library.FilesLosingRecords.empty();
+    const bool quiet =
+        isVisible() && Browsing() && !halfRead && !QApplication::activeModalWidget() && !library.AnyPending();
     if (!quiet)
         return;
     RunCommand("Form_Activate", [this] {
@@ -108,13 +105,12 @@ void EditorWindow::changeEvent(QEvent* event) {
 }
 
 void EditorWindow::ReadAgain() {
-    const bool changed = library.AnyDirty() || !library.FilesLosingRecords.empty();
-    if (changed &&
+    if (library.AnyPending() &&
         !gPrompts->Ask({"Reading the files again discards all changes that have not been written.  "
                         "Do you wish to continue?",
                         true}))
         return;
-    library.FilesLosingRecords.clear();
+    edits.GiveUp();
     unwritten.Drop();
     InitForm();
 }

@@ -95,15 +95,17 @@ void RecordWindow::InitForm() {
         const bool alphabetical = Settings.SortBy != "0";
         Action("mnuSortAlphabetically")->setChecked(alphabetical);
         Action(SortByFileItem())->setChecked(!alphabetical);
-        library.Clear();
-        halfRead = true;
-        BeginLoad();
-        try {
-            Load();
-        } catch (const std::exception&) {
-            ShowNothing();
-            throw;
-        }
+        edits.Reread([this] {
+            library.Clear();
+            halfRead = true;
+            BeginLoad();
+            try {
+                Load();
+            } catch (const std::exception&) {
+                ShowNothing();
+                throw;
+            }
+        });
     });
 }
 
@@ -117,7 +119,7 @@ void RecordWindow::Load() {
     const bool loaded = ReadLibrary();
     halfRead = false;
     ShowDetails(loaded);
-    if (Settings.SortBy != "0" && !library.Records.Empty())
+    if (Settings.SortBy != "0" && !library.Empty())
         SortBy(1);
     PopulateForm(0);
     SetReadOnly();
@@ -158,17 +160,17 @@ void RecordWindow::ShowDetails(bool shown) {
 
 void RecordWindow::PopulateForm(std::size_t position) {
     Trap(Routine("PopulateForm"), {std::to_string(position)}, [&] {
-        const bool empty = library.Records.Empty();
+        const bool empty = library.Empty();
+        if (!empty)
+            edits.Normalize(position);
         currentIndex = empty ? 0 : position;
         Display(empty ? nullptr : &library.At(position));
     });
 }
 
-void RecordWindow::Display(Record* record) {
-    if (record && library.Kind.Normalize)
-        library.Kind.Normalize(*record);
+void RecordWindow::Display(const Record* record) {
     const QString where =
-        record ? QStringLiteral("%1 of %2").arg(library.Kind.Number(*record)).arg(library.Records.Count())
+        record ? QStringLiteral("%1 of %2").arg(library.Kind.NumberOf(*record)).arg(library.Count())
                : QString();
     controls.WhereWeAt->setText(where);
     anyShown = record != nullptr;
@@ -180,7 +182,7 @@ void RecordWindow::Display(Record* record) {
 }
 
 std::vector<std::string> RecordWindow::FilesOffered(const std::string& /*shortName*/) const {
-    return NamesOf(library.Files);
+    return NamesOf(library.FileList());
 }
 
 void RecordWindow::ShowHint(const std::string& text) {
@@ -203,7 +205,7 @@ void RecordWindow::SetReadOnly() {
         for (QLabel* label :
              {controls.StatusCaption, controls.Status, controls.WhereWeAt, controls.EditStatus})
             label->setEnabled(true);
-        EnableNavigation(!library.Records.Empty());
+        EnableNavigation(!library.Empty());
         ShowHint(BrowsingText());
     });
 }
@@ -234,7 +236,7 @@ void RecordWindow::SortBy(std::int32_t mode) {
 }
 
 void RecordWindow::Navigate(int step) {
-    const std::size_t count = library.Records.Count();
+    const std::size_t count = library.Count();
     if (count == 0)
         return;
     // With nothing on show the walk begins at the first or the last record.
@@ -280,6 +282,7 @@ void RecordWindow::closeEvent(QCloseEvent* event) {
             event->ignore();
             return;
         }
+        edits.Forget();
         library.Clear();
         ReleaseRecords();
     } catch (const std::exception&) {

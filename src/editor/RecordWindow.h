@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editor/Form.h"
-#include "records/Library.h"
+#include "records/Edits.h"
 
 #include <QMainWindow>
 #include <QString>
@@ -140,6 +140,7 @@ class RecordWindow : public QMainWindow {
     void changeEvent(QEvent* event) override;
 
     Library library;
+    Edits edits{library};
     Form form{library.Kind, this}; ///< binds the record's fields
     RecordControls controls{};
     /// Set when the last load did not run to its end: what was never read must not be written over.
@@ -155,7 +156,7 @@ class RecordWindow : public QMainWindow {
     bool ReadLibrary();
     /// After a load that failed: what it got to can be browsed, but nothing is on show.
     void ShowNothing();
-    void Display(Record* record);
+    void Display(const Record* record);
     void ShowDetails(bool shown);
     void Navigate(int step);
     /// Lets a button's key work without delay: a button's own shortcut shows it pressed for a while first.

@@ -8,7 +8,10 @@
 
 namespace velmora {
 
-UnwrittenWork::UnwrittenWork(Library& library) : journal(library) {}
+UnwrittenWork::UnwrittenWork(Edits& libraryEdits, const Library& library)
+    : edits(libraryEdits), journal(library) {
+    edits.OnChange([this](const Edits::Change& change) { Keep(change); });
+}
 UnwrittenWork::~UnwrittenWork() = default;
 
 bool UnwrittenWork::Lock(const std::string& path) {
@@ -28,10 +31,10 @@ bool UnwrittenWork::Offer(const std::string& path, const std::string& folder) {
     journal.Find(path, folder, found);
     if (!found.Complaint.empty())
         gPrompts->Message(found.Complaint + "\rThe file is kept as " + journal.KeepCopy(), Icon::Exclamation);
-    const bool wanted = !found.Records.Empty() && AskToTakeUp(found);
+    const bool wanted = !found.Empty() && AskToTakeUp(found);
     if (wanted)
-        journal.TakeUp(found);
-    else if (!found.Records.Empty() && found.Complaint.empty())
+        edits.Do(journal.TakeUp(found));
+    else if (!found.Empty() && found.Complaint.empty())
         gPrompts->Message("The changes are kept as " + journal.KeepCopy());
     TellTrouble(journal.Begin());
     return wanted;
@@ -41,13 +44,17 @@ bool UnwrittenWork::AskToTakeUp(const Journal::Leftover& found) const {
     std::vector<std::string> lines;
     for (const auto& [name, record] : found.Records)
         lines.push_back(name + ", " + record->ShortName + (record->ToBeDeleted ? ", to be deleted" : ""));
+    for (const std::string& name : found.RemovedRecords)
+        lines.push_back(name + ", removed");
     return gPrompts->Ask({"The program ended before changes to these records were written to file: " +
                               std::to_string(lines.size()) + ".\rDo you wish to take them up again?",
                           false, Join(lines, "\r")});
 }
 
-void UnwrittenWork::Keep(const std::vector<const Record*>& changed) {
-    TellTrouble(journal.Note(changed));
+void UnwrittenWork::Keep(const Edits::Change& change) {
+    const bool committed = change.Kind != Edits::How::Opened && change.Kind != Edits::How::TakenBack;
+    if (committed)
+        TellTrouble(journal.Note(change.Names));
 }
 
 void UnwrittenWork::Drop() {

@@ -10,25 +10,25 @@ class QLockFile;
 
 namespace velmora {
 
-/// An editor's journal: offers what a crash left, keeps what is committed, tells of trouble once.
+/// An editor's journal: offers what a crash left, keeps every edit as it is made, tells of trouble once.
 class UnwrittenWork {
   public:
-    explicit UnwrittenWork(Library& library);
+    explicit UnwrittenWork(Edits& libraryEdits, const Library& library);
     ~UnwrittenWork();
 
     /// To be called after loading: asks whether to take up what an earlier run left. True when it was taken
     /// up. While another program has the journal, edits are not kept.
     bool Offer(const std::string& path, const std::string& folder);
-    /// Keeps records that were just committed, marked or moved.
-    void Keep(const std::vector<const Record*>& changed);
     /// Forgets everything: it is written, or the user gave it up.
     void Drop();
 
   private:
+    void Keep(const Edits::Change& change);
     bool Lock(const std::string& path);
     [[nodiscard]] bool AskToTakeUp(const Journal::Leftover& found) const;
     static void TellTrouble(const std::string& reason);
 
+    Edits& edits;
     Journal journal;
     std::unique_ptr<QLockFile> lock;
 };

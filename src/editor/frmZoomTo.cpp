@@ -30,14 +30,13 @@ void frmZoomTo::SetCurrentName(const std::string& name) {
     std::vector<std::string> names;
     std::size_t selected = 0;
     if (ByFile()) {
-        for (const auto& [file, position] : library.Files)
+        for (const auto& [file, position] : library.FileList())
             names.push_back(file);
-        selected = PositionByNumber(library.Files, 0);
+        selected = PositionByNumber(library.FileList(), 0);
     } else {
-        names.reserve(library.Records.Count());
-        for (const auto& [recordName, record] : library.Records)
-            names.push_back(recordName);
-        selected = PositionByName(library.Records, name);
+        names = library.Names();
+        if (library.Exists(name))
+            selected = library.IndexOf(name);
     }
     ui->cboZoomTo->SetEntries(std::move(names), static_cast<int>(selected));
     ShowBlurb();
@@ -57,9 +56,9 @@ void frmZoomTo::ShowBlurb() {
 void frmZoomTo::Go() {
     ui->cboZoomTo->EndSearch();
     const std::string chosen = ui->cboZoomTo->Chosen();
-    const std::size_t found = ByFile() ? library.FirstInFile(chosen) : library.Records.IndexOf(chosen);
-    if (found != decltype(library.Records)::None)
-        ZoomResult = library.Kind.Number(library.At(found)) - 1;
+    const std::size_t found = ByFile() ? library.FirstInFile(chosen) : library.IndexOf(chosen);
+    if (found != Library::None)
+        ZoomResult = library.Kind.NumberOf(library.At(found)) - 1;
     hide();
 }
 

@@ -16,6 +16,8 @@ namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view Deleted = "DELETED";
+constexpr std::string_view AsOnDisk = "CLEAN ";
+constexpr std::string_view Removed = "REMOVED ";
 
 std::string FirstLines(const RecordKind& kind, const std::string& folder) {
     return "VELMORA JOURNAL 2 " + std::string(kind.Word) + "\r\nFOLDER " + folder + "\r\n";
@@ -55,6 +57,10 @@ std::string_view TakeEntry(std::string_view& text) {
     return content;
 }
 
+void AppendEntry(const std::string& entry, std::string& text) {
+    text += "ENTRY " + std::to_string(entry.size()) + ' ' + Checksum(entry) + "\r\n" + entry;
+}
+
 std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block) {
     std::unique_ptr<Record> read;
     const FindingSink silent = [](const Finding&) {};
@@ -64,9 +70,15 @@ std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block
     return read;
 }
 
-/// False when it holds no record.
+/// False when it tells of no record.
 bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover& found) {
     std::string_view file = TakeLine(entry);
+    if (const bool removed = Skip(file, Removed); removed || Skip(file, AsOnDisk)) {
+        found.Records.Remove(file);
+        if (removed)
+            found.RemovedRecords.emplace_back(file);
+        return !file.empty();
+    }
     if (!Skip(file, "FILE "))
         return false;
     const bool deleted = entry.starts_with(Deleted);
@@ -80,6 +92,7 @@ bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover
     record->ShortName = file;
     record->ToBeDeleted = deleted;
     const std::string& name = kind.NameOf(*record);
+    std::erase(found.RemovedRecords, name);
     if (auto* earlier = found.Records.Find(name))
         *earlier = std::move(record);
     else
@@ -105,6 +118,7 @@ void Journal::Find(const std::string& journalPath, const std::string& dataFolder
     while (!text.empty() && found.Complaint.empty())
         if (!ReadEntry(library.Kind, TakeEntry(text), found))
             found.Complaint = "Not all unwritten edits in " + path + " can be read.";
+    std::erase_if(found.RemovedRecords, [this](const std::string& name) { return !library.Exists(name); });
 }
 
 std::string Journal::KeepCopy() const {
@@ -115,23 +129,27 @@ std::string Journal::KeepCopy() const {
     return copy;
 }
 
-void Journal::TakeUp(const Leftover& found) {
+Edits::Step Journal::TakeUp(const Leftover& found) const {
+    Edits::Step step(library, "taking up unwritten edits");
     for (const auto& [name, left] : found.Records) {
-        Record* record = library.Find(name);
-        if (!record)
-            record = &library.AddNew(name, folder, left->ShortName);
-        CopyContent(library.Kind, *left, *record);
-        record->ShortName = left->ShortName;
-        record->FileName = folder + left->ShortName;
-        record->IsBeingAdded = false;
-        record->IsDirty = true;
-        record->ToBeDeleted = left->ToBeDeleted;
-        library.Files.TryAdd(left->ShortName, static_cast<std::int32_t>(library.Files.Count()) + 1);
+        Record& record = library.Exists(name) ? step.Change(name) : step.Add(name, folder, left->ShortName);
+        CopyContent(library.Kind, *left, record);
+        if (library.Kind.Normalize)
+            library.Kind.Normalize(record);
+        record.ShortName = left->ShortName;
+        record.FileName = folder + left->ShortName;
+        record.IsBeingAdded = false;
+        record.IsDirty = true;
+        record.ToBeDeleted = left->ToBeDeleted;
+        step.NoteFile(left->ShortName);
     }
-    auto& losing = library.FilesLosingRecords;
+    for (const std::string& name : found.RemovedRecords)
+        step.Remove(name);
+    const auto& losing = library.FilesLosingRecords();
     for (const std::string& file : found.FilesLosingRecords)
         if (std::find(losing.begin(), losing.end(), file) == losing.end())
-            losing.push_back(file);
+            step.NoteLosing(file);
+    return step;
 }
 
 template <class Work>
@@ -147,21 +165,22 @@ std::string Journal::Attempt(const Work& work) {
 
 std::string Journal::Begin() {
     noting = true;
-    return Attempt([this] { library.AnyDirty() ? Rewrite() : RemoveFile(); });
+    return Attempt([this] { library.AnyPending() ? Rewrite() : RemoveFile(); });
 }
 
-std::string Journal::Note(const std::vector<const Record*>& changed) {
+std::string Journal::Note(const std::vector<std::string_view>& names) {
     if (!noting)
         return {};
     return Attempt([&] {
-        if (!whole || !Files::FileExists(path)) {
+        if (!whole || AnyLosingTakenBack() || !Files::FileExists(path)) {
             Rewrite();
             return;
         }
         std::string text;
-        for (const Record* record : changed)
-            AppendEntry(*record, text);
-        Files::AppendSafely(path, text);
+        for (const std::string_view name : names)
+            AppendState(name, text);
+        if (!text.empty())
+            Files::AppendSafely(path, text);
     });
 }
 
@@ -176,25 +195,46 @@ void Journal::RemoveFile() const {
         Files::DeleteFile(path);
 }
 
+bool Journal::AnyLosingTakenBack() const {
+    const auto& losing = library.FilesLosingRecords();
+    return std::any_of(losingNoted.begin(), losingNoted.end(), [&](const std::string& file) {
+        return std::find(losing.begin(), losing.end(), file) == losing.end();
+    });
+}
+
 void Journal::Rewrite() {
     losingNoted.clear();
+    noted.RemoveAll();
     std::string text = FirstLines(library.Kind, folder);
-    for (const auto& [name, record] : library.Records)
-        if (record->IsDirty)
-            AppendEntry(*record, text);
+    for (const auto& [name, record] : library)
+        if (record.IsDirty)
+            AppendEdit(record, text);
+    for (const auto& [name, file] : library.RemovedRecords())
+        AppendState(name, text);
     Files::ReplaceSafely(path, text);
     whole = true;
 }
 
-void Journal::AppendEntry(const Record& record, std::string& text) {
+void Journal::AppendState(std::string_view name, std::string& text) {
+    const Record* record = library.Find(name);
+    if (record && record->IsDirty)
+        AppendEdit(*record, text);
+    else if (!record && library.RemovedRecords().Exists(name))
+        AppendEntry(std::string(Removed).append(name).append(LineEnd), text);
+    else if (noted.Exists(name))
+        AppendEntry(std::string(AsOnDisk).append(name).append(LineEnd), text);
+}
+
+void Journal::AppendEdit(const Record& record, std::string& text) {
     std::string entry = "FILE " + record.ShortName + "\r\n";
     if (record.ToBeDeleted)
         entry.append(Deleted).append(LineEnd);
-    for (const std::string& file : library.FilesLosingRecords)
+    for (const std::string& file : library.FilesLosingRecords())
         if (losingNoted.insert(file).second)
             entry.append("LOSING ").append(file).append(LineEnd);
     AppendBlock(library.Kind, record, entry);
-    text += "ENTRY " + std::to_string(entry.size()) + ' ' + Checksum(entry) + "\r\n" + entry;
+    noted.TryAdd(library.NameOf(record), true);
+    AppendEntry(entry, text);
 }
 
 } // namespace velmora

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/Library.h"
+#include "records/Edits.h"
 
 #include <memory>
 #include <string>
@@ -20,41 +20,46 @@ class Journal {
     /// What an earlier run left.
     struct Leftover {
         KeyedCollection<std::unique_ptr<Record>> Records; ///< the last state of each, key: its name
+        std::vector<std::string> RemovedRecords;
         std::vector<std::string> FilesLosingRecords;
         std::string Complaint; ///< why the file, or its rest, cannot be made use of; mostly empty
+        [[nodiscard]] bool Empty() const { return Records.Empty() && RemovedRecords.empty(); }
     };
 
-    explicit Journal(Library& subject) : library(subject) {}
+    explicit Journal(const Library& subject) : library(subject) {}
 
     /// Turns to the journal of a data directory and reads what it holds. Nothing is noted until Begin.
     void Find(const std::string& journalPath, const std::string& dataFolder, Leftover& found);
     /// Copies the journal under a dated name beside it and returns that name.
     [[nodiscard]] std::string KeepCopy() const;
-    /// Gives the library the edits that were left: records known by name change in their place, others are
-    /// added at the end.
-    void TakeUp(const Leftover& found);
+    /// The step that gives the library the edits that were left: records known by name change in their place,
+    /// others are added at the end.
+    [[nodiscard]] Edits::Step TakeUp(const Leftover& found) const;
 
     // Trouble with the disk never reaches the edits: it is returned as a text, once until the next Find.
 
     /// From now on edits are noted. What the library holds unwritten replaces what the file held.
     std::string Begin();
-    /// Notes the state of records that were just changed.
-    std::string Note(const std::vector<const Record*>& changed);
+    /// Notes what the records of these names are now.
+    std::string Note(const std::vector<std::string_view>& names);
     /// Removes the journal: its edits are written, or given up.
     std::string Remove();
 
   private:
     void Rewrite();
     void RemoveFile() const;
-    void AppendEntry(const Record& record, std::string& text);
+    void AppendState(std::string_view name, std::string& text);
+    void AppendEdit(const Record& record, std::string& text);
+    [[nodiscard]] bool AnyLosingTakenBack() const;
     /// Runs work on the file; the text of its failure when it is the first.
     template <class Work>
     std::string Attempt(const Work& work);
 
-    Library& library;
+    const Library& library;
     std::string path;
     std::string folder;
     std::unordered_set<std::string> losingNoted;
+    KeyedCollection<bool> noted; ///< records with an entry
     bool noting = false;
     bool whole = false; ///< the file holds everything unwritten: appending will do
     bool complained = false;

@@ -37,9 +37,33 @@ class Library {
     explicit Library(const RecordKind& recordKind) : Kind(recordKind) {}
 
     const RecordKind& Kind;
-    KeyedCollection<std::unique_ptr<Record>> Records; ///< key: the record's name
-    KeyedCollection<std::int32_t> Files;              ///< file name to 0-based position in load order
-    std::vector<std::string> FilesLosingRecords;      ///< files that a committed record was moved away from
+
+    [[nodiscard]] std::size_t Count() const { return records.Count(); }
+    [[nodiscard]] bool Empty() const { return records.Empty(); }
+    [[nodiscard]] bool Exists(std::string_view name) const { return records.Exists(name); }
+    /// Position of a name, None when it is missing.
+    [[nodiscard]] std::size_t IndexOf(std::string_view name) const { return records.IndexOf(name); }
+    static constexpr std::size_t None = KeyedCollection<std::unique_ptr<Record>>::None;
+    [[nodiscard]] const Record& At(std::size_t position) const { return *records.ItemAt(position); }
+    /// The record of a name, nullptr when there is none.
+    [[nodiscard]] const Record* Find(std::string_view name) const;
+    [[nodiscard]] const std::string& NameOf(const Record& record) const { return Kind.NameOf(record); }
+    [[nodiscard]] std::vector<std::string> Names() const;
+    [[nodiscard]] bool AnyDirty() const;
+    /// True when the disk does not hold what the library does.
+    [[nodiscard]] bool AnyPending() const { return AnyDirty() || !removedRecords.Empty(); }
+
+    /// Walks through the records in the editor's order: `for (const auto& [name, record] : library)`.
+    class Iterator;
+    [[nodiscard]] Iterator begin() const;
+    [[nodiscard]] Iterator end() const;
+
+    /// File name to 0-based position in load order.
+    [[nodiscard]] const KeyedCollection<std::int32_t>& FileList() const { return files; }
+    /// Records on disk that an undone step took away, with their files.
+    [[nodiscard]] const KeyedCollection<std::string>& RemovedRecords() const { return removedRecords; }
+    /// Files that a committed record was moved away from.
+    [[nodiscard]] const std::vector<std::string>& FilesLosingRecords() const { return filesLosingRecords; }
 
     using Report = std::function<void(std::string_view rule, std::string text)>;
     /// Asked of each record before it is added; false drops it. May change it and report findings.
@@ -53,25 +77,11 @@ class Library {
     void ParseFile(const LoadRequest& request, const std::string& path);
     void Clear();
 
-    Record& At(std::size_t position) const { return *Records.ItemAt(position); }
-    [[nodiscard]] Record* Find(std::string_view name) const;
-    [[nodiscard]] const std::string& NameOf(const Record& record) const { return Kind.NameOf(record); }
-    [[nodiscard]] bool AnyDirty() const;
-
-    /// Adds a new record of that name to the end, owned by a file: numbers and IsBeingAdded set.
-    Record& AddNew(const std::string& name, const std::string& folder, const std::string& shortName);
-    void Remove(std::string_view name);
-
     /// Mode 0 restores load order, any other sorts by name. Renumbers.
     void SortBy(std::int32_t mode);
     /// Numbers the records by position, from 1.
     void Reorder();
 
-    /// Gives every record of a file to another file.
-    void RenameFile(const std::string& oldFile, const std::string& newFile);
-    /// Gives one record to another file; `oldFile` is noted as losing it.
-    void MoveRecord(Record& record, const std::string& folder, const std::string& oldFile,
-                    const std::string& newFile);
     /// Names of the records of a file, in order.
     [[nodiscard]] std::vector<std::string> NamesInFile(std::string_view shortName) const;
     /// Position of the first record of a file, KeyedCollection::None without one.
@@ -96,6 +106,8 @@ class Library {
     [[nodiscard]] std::vector<std::string> ChangedOutside(const std::string& folder) const;
 
   private:
+    friend class Edits; // the only writer of records and lists, beside loading
+
     class Writer;
     std::vector<std::string> ListAndBackUp(const LoadRequest& request);
     void BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const;
@@ -111,12 +123,41 @@ class Library {
         ContentHash Content;
         LossCounts Losses; ///< of writing it again
     };
+    /// Position of a file in the list, where it is added when it is not there yet.
+    std::int32_t PlaceOf(const std::string& shortName);
+
+    KeyedCollection<std::unique_ptr<Record>> records; // key: the record's name
+    KeyedCollection<std::int32_t> files;
+    std::vector<std::string> filesLosingRecords;
+    KeyedCollection<std::string> removedRecords;
+    bool alphabetical = false; // how they were last sorted
     KeyedCollection<KnownFile> knownFiles;
     KeyedCollection<std::string> caseTwins;
-    std::string backupFolder; ///< of the last load
-    void NoteNewFile(const std::string& oldFile, const std::string& newFile);
-    /// Position of a file in Files, where it is added when it is not there yet.
-    std::int32_t PlaceOf(const std::string& shortName);
+    std::string backupFolder; // of the last load
 };
+
+/// Where a walk through a library is.
+class Library::Iterator {
+  public:
+    using Position = decltype(std::declval<const KeyedCollection<std::unique_ptr<Record>>&>().begin());
+    explicit Iterator(Position start) : at(start) {}
+
+    std::pair<const std::string&, const Record&> operator*() const { return {at->first, *at->second}; }
+    Iterator& operator++() {
+        ++at;
+        return *this;
+    }
+    bool operator==(const Iterator&) const = default;
+
+  private:
+    Position at;
+};
+
+inline Library::Iterator Library::begin() const {
+    return Iterator(records.begin());
+}
+inline Library::Iterator Library::end() const {
+    return Iterator(records.end());
+}
 
 } // namespace velmora

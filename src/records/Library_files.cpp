@@ -24,9 +24,9 @@ bool Library::Load(const LoadRequest& request) {
             if (request.Reading)
                 request.Reading(name, i, paths.size());
             ParseFile(request, paths[i], ahead.Next());
-            Files.TryAdd(name, static_cast<std::int32_t>(i));
+            files.TryAdd(name, static_cast<std::int32_t>(i));
         }
-        Files.TryAdd(request.OwnFile, static_cast<std::int32_t>(paths.size()));
+        files.TryAdd(request.OwnFile, static_cast<std::int32_t>(paths.size()));
         return true;
     });
 }
@@ -99,7 +99,7 @@ void Library::ParseFile(const LoadRequest& request, const std::string& path, con
             std::rethrow_exception(file.Failure);
         if (request.Accept && !request.Accept(name, file.Bytes))
             return;
-        const auto place = static_cast<std::int32_t>(std::min(Files.IndexOf(name), Files.Count()));
+        const auto place = static_cast<std::int32_t>(std::min(files.IndexOf(name), files.Count()));
         BlockReader reader(
             Kind, name, request.Findings, [&](std::unique_ptr<Record> record, std::size_t line) {
                 record->FileOnDisk = place;
@@ -116,15 +116,15 @@ bool Library::Take(std::unique_ptr<Record> record, const std::string& path, cons
                    std::size_t line, const FindingSink& findings) {
     record->FileName = path;
     record->ShortName = fileName;
-    record->OrigNumber = Kind.Number(*record) = static_cast<std::int32_t>(Records.Count()) + 1;
+    record->OrigNumber = Kind.Number(*record) = static_cast<std::int32_t>(records.Count()) + 1;
     const auto report = [&](std::string_view rule, std::string text) {
         findings({Kind.Word, fileName, line, rule, std::move(text)});
     };
     const bool admitted = !Admit || Admit(*record, report);
     const std::string& name = NameOf(*record); // stays where it is when the record moves
-    if (admitted && Records.TryAdd(name, std::move(record)))
+    if (admitted && records.TryAdd(name, std::move(record)))
         return true;
-    if (admitted || Records.Exists(name))
+    if (admitted || records.Exists(name))
         report(Kind.DuplicateRule, std::string(Kind.DuplicateText) + name + ", File = " + fileName);
     return false;
 }

@@ -34,7 +34,7 @@ class Library::Writer {
             Trap(library.Kind.Routine("WriteItDown"), {name}, [&] { RefuseTwins(name); });
             files.TryAdd(name, File{library.PlaceOf(name)});
         }
-        for (const auto& [name, record] : library.Records)
+        for (const auto& [name, record] : library.records)
             if (!record->ToBeDeleted)
                 Assign(*record);
     }
@@ -74,7 +74,7 @@ class Library::Writer {
         }
         if (record.FileOnDisk < 0)
             return;
-        File* before = files.Find(library.Files.KeyAt(static_cast<std::size_t>(record.FileOnDisk)));
+        File* before = files.Find(library.files.KeyAt(static_cast<std::size_t>(record.FileOnDisk)));
         if (before && before != own)
             before->Leaving.push_back(&record);
     }
@@ -208,10 +208,10 @@ std::vector<std::string> Library::FilesToWrite() const {
         if (met.insert(name).second)
             names.push_back(name);
     };
-    for (const auto& [name, record] : Records)
-        if (record->IsDirty)
-            meet(record->ShortName);
-    for (const std::string& name : FilesLosingRecords)
+    for (const auto& [name, record] : *this)
+        if (record.IsDirty)
+            meet(record.ShortName);
+    for (const std::string& name : filesLosingRecords)
         meet(name);
     return names;
 }

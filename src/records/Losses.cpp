@@ -32,9 +32,9 @@ std::string WriteDetails(const Library& library, const std::string& folder,
     KeyedCollection<std::string> texts;
     for (const std::string& name : shortNames)
         texts.TryAdd(name, {});
-    for (const auto& [name, record] : library.Records)
-        if (std::string* text = record->ToBeDeleted ? nullptr : texts.Find(record->ShortName))
-            AppendBlock(library.Kind, *record, *text);
+    for (const auto& [name, record] : library)
+        if (std::string* text = record.ToBeDeleted ? nullptr : texts.Find(record.ShortName))
+            AppendBlock(library.Kind, record, *text);
     std::string details;
     for (const auto& [name, text] : texts)
         Describe(library, folder, name, text, details);

@@ -22,7 +22,7 @@ class Record {
     bool ToBeDeleted = false;     ///< left out at the next write
 
     /// Status text: of the first flag that is set, which is stored too; else the text last stored.
-    const std::string& Status() {
+    const std::string& Status() const {
         if (ToBeDeleted)
             status = "MARKED FOR DELETION";
         else if (IsBeingAdded)
@@ -42,7 +42,7 @@ class Record {
     Record& operator=(const Record&) = default;
 
   private:
-    std::string status;
+    mutable std::string status; // a read that finds a flag stores what it tells
 };
 
 } // namespace velmora

@@ -2,6 +2,7 @@
 
 #include "services/modWriter.h"
 
+#include <algorithm>
 #include <charconv>
 #include <type_traits>
 
@@ -95,6 +96,16 @@ std::string BlockOf(const RecordKind& kind, const Record& record) {
     std::string text;
     AppendBlock(kind, record, text);
     return text;
+}
+
+bool SameContent(const RecordKind& kind, const Record& one, const Record& other) {
+    return std::all_of(kind.Fields.begin(), kind.Fields.end(), [&](const Field& field) {
+        if (field.Type == FieldType::Text)
+            return field.TextOf(one) == field.TextOf(other);
+        if (field.Type == FieldType::List)
+            return field.ListOf(one) == field.ListOf(other);
+        return field.NumberOf(one) == field.NumberOf(other);
+    });
 }
 
 void CopyContent(const RecordKind& kind, const Record& from, Record& to) {

@@ -127,6 +127,9 @@ struct RecordKind {
         return std::string(Window) + "_" + std::string(procedure);
     }
     [[nodiscard]] const std::string& NameOf(const Record& record) const { return Name.TextOf(record); }
+    [[nodiscard]] std::int32_t NumberOf(const Record& record) const {
+        return Number(const_cast<Record&>(record)); // only read
+    }
 
     /// Calls `visit` with each content field but the name, in file order.
     template <class Visit>
@@ -154,6 +157,8 @@ constexpr std::string_view SeparatorLine =
 void AppendBlock(const RecordKind& kind, const Record& record, std::string& text);
 std::string BlockOf(const RecordKind& kind, const Record& record);
 
+/// True when all content but the name is the same.
+bool SameContent(const RecordKind& kind, const Record& one, const Record& other);
 /// Gives a record the content of another, all but the name.
 void CopyContent(const RecordKind& kind, const Record& from, Record& to);
 /// A second record like the first, with its name, flags, status and file.

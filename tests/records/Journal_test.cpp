@@ -14,25 +14,26 @@ using ::testing::ElementsAre;
 class JournalTest : public LibraryFixture {
   protected:
     JournalTest() : LibraryFixture(EventKind, "MyEvents.event") {
-        Put("a.event", Block("One") + Block("Two") + Block("Three"));
-        Put("b.event", Block("Four"));
+        Put("a.event", Block("One", "MoralityWeight 1\r\n") + Block("Two") + Block("Three"));
+        Put("b.event", Block("Four", "MoralityWeight 1\r\n"));
         Load();
         journal.Find(path, data, none);
         journal.Begin();
     }
 
     void EditAndNote(const std::string& name, const std::string& title) {
-        EXPECT_EQ(journal.Note({&Titled(name, title)}), "");
+        Title(name, title);
+        EXPECT_EQ(journal.Note({name}), "");
     }
     /// Where each record belongs and what is pending.
     [[nodiscard]] std::vector<std::string> State() const {
         std::vector<std::string> state = FileNames();
-        for (const auto& [name, record] : library.Records)
-            state.push_back(name + " " + std::to_string(EventKind.Number(*record)) + " " + record->ShortName +
-                            " " + record->FileName + (record->IsDirty ? " dirty" : "") +
-                            (record->ToBeDeleted ? " deleted" : "") + (record->IsBeingAdded ? " added" : "") +
-                            BlockOf(EventKind, *record));
-        for (const std::string& file : library.FilesLosingRecords)
+        for (const auto& [name, record] : library)
+            state.push_back(name + " " + std::to_string(EventKind.NumberOf(record)) + " " + record.ShortName +
+                            " " + record.FileName + (record.IsDirty ? " dirty" : "") +
+                            (record.ToBeDeleted ? " deleted" : "") + (record.IsBeingAdded ? " added" : "") +
+                            BlockOf(EventKind, record));
+        for (const std::string& file : library.FilesLosingRecords())
             state.push_back("losing " + file);
         return state;
     }
@@ -44,28 +45,24 @@ class JournalTest : public LibraryFixture {
 TEST_F(JournalTest, GivesBackEveryKindOfEdit) {
     EditAndNote("One", "first" + AllBytes());
     EditAndNote("One", "last" + AllBytes());
-    Record& moved = *library.Find("Two");
-    library.MoveRecord(moved, data, "a.event", "New.Event");
-    journal.Note({&moved});
-    Record& deleted = Titled("Three", "");
-    deleted.ToBeDeleted = true;
-    journal.Note({&deleted});
-    Record& added = library.AddNew("Five", data, "b.event");
-    added.IsBeingAdded = false;
-    added.IsDirty = true;
-    journal.Note({&added});
-    library.RenameFile("b.event", "c.event");
-    library.Find("Four")->FileName = data + "c.event"; // renaming leaves it to the next load
-    added.FileName = data + "c.event";
-    journal.Note({library.Find("Four"), &added});
+    Move("Two", "a.event", "New.Event");
+    journal.Note({"Two"});
+    edits.ToggleDeletion("Three");
+    journal.Note({"Three"});
+    Add("Five", "b.event");
+    journal.Note({"Five"});
+    edits.RenameFile("b.event", "c.event");
+    for (const std::string name : {"Four", "Five"}) // renaming leaves the path to the next load
+        Edit(name, [this](Record& record) { record.FileName = data + "c.event"; });
+    journal.Note({"Four", "Five"});
     const std::vector<std::string> before = State();
 
-    library.FilesLosingRecords.clear();
+    edits.GiveUp();
     Load();
     Journal::Leftover found;
     journal.Find(path, data, found);
     EXPECT_EQ(found.Complaint, "");
-    journal.TakeUp(found);
+    edits.Do(journal.TakeUp(found));
     EXPECT_EQ(State(), before);
 }
 
@@ -81,7 +78,7 @@ TEST_F(JournalTest, CostsWhatTheEditCosts) {
     EditAndNote("One", "x");
     const auto first = Files::SizeOf(path);
     for (int i = 0; i < 1000; ++i)
-        library.AddNew("Other" + std::to_string(i), data, "b.event").IsDirty = true;
+        Add("Other" + std::to_string(i), "b.event");
     EditAndNote("One", "y");
     EXPECT_LE(Files::SizeOf(path), 2 * first);
 }
@@ -132,7 +129,8 @@ TEST_F(JournalTest, TroubleIsToldOnceAndMadeUpFor) {
         std::string trouble;
         {
             const Fault fault(operation, 0, ENOSPC);
-            trouble = journal.Note({&Titled("One", operation)});
+            Title("One", operation);
+            trouble = journal.Note({"One"});
         }
         EXPECT_EQ(trouble.substr(0, trouble.find(": ")), operation == "open" ? "Cannot write " + path : "");
         EditAndNote("Two", operation);

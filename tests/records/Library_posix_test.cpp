@@ -20,7 +20,8 @@ TEST_F(LibraryOnPosixTest, WritesNoneOfTwoFilesThatAreOneToTheGame) {
     EXPECT_THAT(texts,
                 ::testing::ElementsAre("a.event:0: The files A.Event and a.event are one file to the game.  "
                                        "Neither will be written to. [case-twin-files]"));
-    library.At(0).IsDirty = library.At(1).IsDirty = true;
+    Edit(library.Names()[0]);
+    Edit(library.Names()[1]);
     EXPECT_EQ(FailureOf([this] { library.WriteFiles(data, library.FilesToWrite()); }).Number,
               FailureAlreadyReported);
     EXPECT_EQ(Files::ListFiles(data).size(), 2u);

@@ -66,7 +66,7 @@ TEST_F(LibraryTest, FailingBackupEndsTheLoad) {
     backups = temp.Path() + "missing/";
     EXPECT_THAT(LoadFailing(true),
                 ElementsAre(::testing::_, "frmEvents_Form_Load", "frmEvents_LoadCurrentEvents"));
-    EXPECT_TRUE(library.Records.Empty());
+    EXPECT_TRUE(library.Empty());
 }
 
 class LibraryMovesTest : public LibraryTest {};
@@ -89,8 +89,7 @@ TEST_F(LibraryMovesTest, LosesNoRecordWhereverTheSaveEnds) {
             Places wanted = moves;
             wanted.merge(game.PlacesInMemory());
             for (const auto& [name, file] : moves)
-                game.library.MoveRecord(*game.library.Find(name), game.data, name.substr(0, 1) + ".event",
-                                        file);
+                game.Move(name, name.substr(0, 1) + ".event", file);
             std::vector<std::string> files = game.library.FilesToWrite();
             std::sort(files.begin(), files.end()); // a losing file comes first
             const auto write = [&] { game.library.WriteFiles(game.data, files); };
@@ -115,7 +114,7 @@ TEST_F(LibraryTest, AFailedSaveTellsWhatWasWrittenAndTheNextDoesTheRest) {
     for (const std::string& file : files)
         Put(file, Block(file.substr(0, 1)));
     ASSERT_TRUE(Load());
-    library.At(2).ToBeDeleted = true;
+    edits.ToggleDeletion("c");
     ScriptedPrompts prompts;
     handler.Unattended = false;
     {
@@ -140,14 +139,14 @@ TEST_F(LibraryTest, NamesThatDifferInCaseMeanOneFile) {
     Put("Extra.Event", Block("One") + Block("Gone") + Block("Two"));
     Put("a.event", Block("Three"));
     ASSERT_TRUE(Load());
-    library.RenameFile("A.EVENT", "extra.event");
-    library.At(2).ToBeDeleted = library.At(2).IsDirty = true;
+    edits.RenameFile("A.EVENT", "extra.event");
+    edits.ToggleDeletion("Gone");
     EXPECT_THAT(library.FilesToWrite(), ElementsAre("extra.event", "Extra.Event", "A.EVENT"));
     library.WriteFiles(data, library.FilesToWrite());
     EXPECT_THAT(Files::ListFiles(data), ElementsAre("Extra.Event"));
-    library.Remove("Gone");
-    EXPECT_EQ(Get("Extra.Event"), Blocks());
-    EXPECT_THAT(Names(), ElementsAre("Three 1", "One 2", "Two 4"));
+    EXPECT_EQ(Get("Extra.Event"),
+              BlockOf(EventKind, At(0)) + BlockOf(EventKind, At(1)) + BlockOf(EventKind, At(3)));
+    EXPECT_THAT(Names(), ElementsAre("Three 1", "One 2", "Gone 3", "Two 4"));
 }
 
 TEST_F(LibraryTest, NoticesWhatOthersDoToItsFiles) {
@@ -183,7 +182,7 @@ TEST_F(LibraryTest, ClearsAwayWhatAKilledSaveLeft) {
 
 TEST_F(LibraryTest, GivesBackEveryByteThatFitsIntoTheFile) {
     ExpectEveryByteBack(50);
-    static_cast<clsEvent&>(library.At(0)).Title = "Say \"hi\"\r\nnow\rthen\nend";
+    Title("Record_0", "Say \"hi\"\r\nnow\rthen\nend");
     library.WriteFiles(data, {"a.event"});
     ASSERT_TRUE(Load());
     EXPECT_EQ(At(0).Title, "Say 'hi'\\nnow\\nthen\\nend");

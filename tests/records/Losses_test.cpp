@@ -55,7 +55,7 @@ TEST_F(LossesTest, StandInTheDetailsOfAWrite) {
     Put("a.event", Whole("One", "// by hand\r\n"));
     ASSERT_TRUE(Load());
     EXPECT_THAT(WriteDetails(library, data, {"a.event"}), HasSubstr("a.event\r  lost: 1 comment\r@ "));
-    library.At(0).ToBeDeleted = true;
+    edits.ToggleDeletion("One");
     EXPECT_THAT(WriteDetails(library, data, {"a.event"}),
                 ::testing::StartsWith("a.event: will be deleted\r  lost: 1 comment\r@ 1\r- //"));
 }
@@ -63,7 +63,7 @@ TEST_F(LossesTest, StandInTheDetailsOfAWrite) {
 TEST_F(LossesTest, AreKeptInADatedCopy) {
     Put("a.event", Whole("One"));
     ASSERT_TRUE(Load());
-    static_cast<clsEvent&>(library.At(0)).Title = "New";
+    Title("One", "New");
     library.WriteFiles(data, {"a.event"});
     Put("a.event", "");
     library.WriteFiles(data, {"a.event"});

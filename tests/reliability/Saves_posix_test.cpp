@@ -38,22 +38,19 @@ struct Game : LibraryInFolder {
         library.Clear();
         for (const auto& [name, file] :
              {std::pair{"Apple", "a"}, {"Cherry", "a"}, {"Banana", "b"}, {"Date", "c"}, {"Elder", "e"}}) {
-            library.AddNew(name, data, file + std::string(".event"));
-            Titled(name, "a title");
+            Add(name, file + std::string(".event"));
+            Title(name, "a title");
         }
         Save();
     }
     /// Every kind of change: a move, an edit, a rename, the deletion of a file's last record.
-    void Edit() {
-        library.MoveRecord(*library.Find("Apple"), data, "a.event", "b.event");
-        Titled("Cherry", std::string(700, 'x'));
-        library.RenameFile("c.event", "d.event");
-        Titled("Elder", "").ToBeDeleted = true;
+    void Change() {
+        Move("Apple", "a.event", "b.event");
+        Title("Cherry", std::string(700, 'x'));
+        edits.RenameFile("c.event", "d.event");
+        edits.ToggleDeletion("Elder");
     }
-    void Save() {
-        library.WriteFiles(data, library.FilesToWrite());
-        library.FilesLosingRecords.clear();
-    }
+    void Save() { edits.Write(data, library.FilesToWrite()); }
     void ExpectNothingLost() const {
         const Places places = PlacesOnDisk();
         for (const char* name : {"Apple", "Cherry", "Banana", "Date"})
@@ -67,7 +64,7 @@ const std::pair<Contents, Contents>& OldAndNew() {
         Game game;
         const Contents old = ContentsOf(game.data);
         game.Load();
-        game.Edit();
+        game.Change();
         game.Save();
         return std::pair{old, ContentsOf(game.data)};
     }();
@@ -88,15 +85,15 @@ void ExpectOldOrNew(const std::string& folder, bool clean) {
 struct LibrarySave : Game {
     LibrarySave() {
         Load();
-        Edit();
+        Change();
     }
     bool Run() {
         return FailureOf([this] { Save(); }).Number == 0;
     }
     void Check(bool clean) const { ExpectOldOrNew(data, clean); }
     void Survived(bool succeeded) {
-        EXPECT_EQ(library.FilesLosingRecords.empty(), succeeded);
-        EXPECT_EQ(library.Records.Count(), 5u);
+        EXPECT_EQ(library.FilesLosingRecords().empty(), succeeded);
+        EXPECT_EQ(library.Count(), 5u);
         EXPECT_TRUE(library.Find("Elder")->ToBeDeleted);
         ExpectNothingLost();
         // What is still in memory does the rest as soon as the host lets it.
@@ -128,7 +125,7 @@ struct BackedUpLoad : Game {
     BackedUpLoad() {
         Load(true);
         old = ContentsOf(backups);
-        Edit();
+        Change();
         Save();
         wanted = ContentsOf(data);
     }
@@ -150,12 +147,12 @@ struct BackedUpLoad : Game {
             EXPECT_EQ(Files::ReadWhole(backups + "b.latestEVENT"), Get("b.event"));
             EXPECT_EQ(Files::ReadWhole(backups + "d.1stEVENT"), Get("d.event"));
         } else {
-            EXPECT_LT(library.Records.Count(), 4u) << "a load whose backup failed went on";
+            EXPECT_LT(library.Count(), 4u) << "a load whose backup failed went on";
         }
     }
     void Restart() {
         EXPECT_TRUE(Run());
-        EXPECT_EQ(library.Records.Count(), 4u);
+        EXPECT_EQ(library.Count(), 4u);
         Survived(true);
     }
 
@@ -177,7 +174,8 @@ struct JournaledCommit : Game {
         Commit("Apple", "first");
     }
     std::string Commit(const std::string& name, const std::string& title) {
-        return journal.Note({&Titled(name, title)});
+        Title(name, title);
+        return journal.Note({name});
     }
     bool Run() { return Commit("Cherry", "second").empty(); }
     void Check(bool) const {}
@@ -213,7 +211,7 @@ TEST(Saves, LoseNothingOnAFullDisk) {
         Files::CreateFolder(game.data);
         game.Fill();
         game.Load();
-        game.Edit();
+        game.Change();
         const auto free = std::filesystem::space(disk).free / 4096;
         ASSERT_GE(free, pages);
         game.temp.Write("filler", std::string((free - pages) * 4096, '.'));

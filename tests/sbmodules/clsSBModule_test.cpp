@@ -21,7 +21,7 @@ class SBModuleLibraryTest : public LibraryFixture {
     /// Each loaded module's ID and name.
     std::vector<std::string> IDs() const {
         std::vector<std::string> ids;
-        for (std::size_t i = 0; i < library.Records.Count(); ++i)
+        for (std::size_t i = 0; i < library.Count(); ++i)
             ids.push_back(std::to_string(At(i).SBModuleID) + " " + At(i).SBModuleName);
         return ids;
     }
@@ -149,7 +149,7 @@ TEST_F(SBModuleLibraryTest, EndsLoadingWhenNoIDIsLeft) {
                             "is free) <b.SBModule>",
                             "frmSBModules_Form_Load", "frmSBModules_LoadCurrentSBModules",
                             "frmSBModules_ParseOutSBModuleFile"));
-    EXPECT_EQ(library.Records.Count(), 141u);
+    EXPECT_EQ(library.Count(), 141u);
     EXPECT_THAT(texts, ElementsAre(Dropped("b.SBModule:2", "Dock", "duplicate-id")));
     Put("a.SBModule", Block("2147483648 Dock"));
     EXPECT_EQ(LoadFailing().front(), "6 Overflow (file a.SBModule, line 1, key SBMOD) <a.SBModule>");

@@ -131,7 +131,7 @@ TEST_F(SBModuleViewer, ChangesNothingWhateverIsPicked) {
         Click(button);
         EXPECT_EQ(Everything(), before) << button;
     }
-    EXPECT_EQ(window->Records().Records.Count(), 2u);
+    EXPECT_EQ(window->Records().Count(), 2u);
     Pick("mnuExit");
     EXPECT_FALSE(window->isVisible());
     EXPECT_THAT(prompts.Transcript, IsEmpty()) << "nothing asked";
