@@ -114,7 +114,7 @@ struct LibraryInFolder {
     std::string data = temp.Path() + "Data/";
     std::string backups = temp.Path() + "BackupData/";
     Library library;
-    Edits edits{library};
+    Edits edits{library, {.Steps = 100'000}};
     std::string ownFile;
     std::vector<std::string> texts;
 };

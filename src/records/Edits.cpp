@@ -119,7 +119,7 @@ void Edits::Push(Step step) {
     step.bytes = BytesOf(step);
     bytes += step.bytes;
     done.push_back(std::move(step));
-    while (done.size() > 1 && (done.size() > MostSteps || bytes > MostBytes)) {
+    while (done.size() > 1 && (done.size() > limits.Steps || bytes > limits.Bytes)) {
         bytes -= done.front().bytes;
         done.pop_front();
     }

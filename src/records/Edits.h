@@ -84,7 +84,14 @@ class Edits {
     };
     using Listener = std::function<void(const Change&)>;
 
-    explicit Edits(Library& subject) : library(subject) {}
+    /// How much of the history is kept; its newest step always is.
+    struct Limits {
+        std::size_t Steps = 1000;
+        std::size_t Bytes = std::size_t{64} << 20;
+    };
+
+    explicit Edits(Library& subject) : Edits(subject, Limits()) {}
+    Edits(Library& subject, Limits historyLimits) : library(subject), limits(historyLimits) {}
     Edits(const Edits&) = delete;
     Edits& operator=(const Edits&) = delete;
 
@@ -128,9 +135,6 @@ class Edits {
     /// Forgets the history.
     void Forget();
 
-    static constexpr std::size_t MostSteps = 1000;
-    static constexpr std::size_t MostBytes = std::size_t{64} << 20; ///< the newest step is always kept
-
   private:
     using Entry = Step::Entry;
     using RecordList = std::vector<KeyedCollection<std::unique_ptr<Record>>::Entry>;
@@ -163,6 +167,7 @@ class Edits {
     [[nodiscard]] std::size_t BytesOf(const Step& step) const;
 
     Library& library;
+    Limits limits;
     std::vector<Listener> listeners;
     std::deque<Step> done;
     std::vector<Step> undone;

@@ -99,13 +99,16 @@ std::string BlockOf(const RecordKind& kind, const Record& record) {
 }
 
 bool SameContent(const RecordKind& kind, const Record& one, const Record& other) {
-    return std::all_of(kind.Fields.begin(), kind.Fields.end(), [&](const Field& field) {
-        if (field.Type == FieldType::Text)
-            return field.TextOf(one) == field.TextOf(other);
-        if (field.Type == FieldType::List)
-            return field.ListOf(one) == field.ListOf(other);
-        return field.NumberOf(one) == field.NumberOf(other);
+    bool same = true;
+    kind.ForEachField([&](const Field& field) {
+        if (field.TextOf)
+            same = same && field.TextOf(one) == field.TextOf(other);
+        else if (field.ListOf)
+            same = same && field.ListOf(one) == field.ListOf(other);
+        else
+            same = same && field.NumberOf(one) == field.NumberOf(other);
     });
+    return same;
 }
 
 void CopyContent(const RecordKind& kind, const Record& from, Record& to) {

@@ -73,7 +73,9 @@ TEST_F(Keyboard, ReachesEveryControlOfTheDialogs) {
     Walk(error);
 
     Library library(EventKind);
-    library.AddNew("Raid", temp / "Game/Data/", "A.event");
+    Edits::Step addition(library, "addition of Raid");
+    addition.Add("Raid", temp / "Game/Data/", "A.event");
+    Edits(library).Open(std::move(addition));
     frmZoomTo zoom(library);
     Walk(zoom);
 }
