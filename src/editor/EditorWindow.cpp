@@ -224,14 +224,12 @@ void EditorWindow::ToggleDeletion() {
 }
 
 void EditorWindow::FormToRecord(Record& record) {
-    const std::unique_ptr<Record> taken = library.Kind.Make();
-    CopyContent(library.Kind, record, *taken);
-    form.Read(*taken);
-    CopyContent(library.Kind, *taken, record);
-    if (CodePage::EqualNoCase(taken->ShortName, record.ShortName))
-        return;
-    record.ShortName = taken->ShortName;
-    record.FileName = DataFolder() + taken->ShortName;
+    const std::string own = record.ShortName;
+    form.Read(record);
+    if (CodePage::EqualNoCase(record.ShortName, own))
+        record.ShortName = own;
+    else
+        record.FileName = DataFolder() + record.ShortName;
 }
 
 void EditorWindow::OnPick(ChoiceBox* box, const char* procedure,

@@ -65,7 +65,7 @@ void frmSBModules::ShowRecord(const Record* record) {
     }
     LoadListFromArray(ui->lstTechRequirements, techs, "");
     LoadListFromArray(ui->lstModuleRequirements, modules, "");
-    ui->cboModuleRequirements->SetEntries(record ? NamesOf(library.Records) : std::vector<std::string>(), -1);
+    ui->cboModuleRequirements->SetEntries(record ? library.Names() : std::vector<std::string>(), -1);
 }
 
 } // namespace velmora
