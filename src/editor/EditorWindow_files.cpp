@@ -62,8 +62,10 @@ void EditorWindow::WriteToFile() {
         const std::vector<std::string> files = library.FilesToWrite();
         if (files.empty())
             return;
+        bool drops = false;
+        const std::string details = WriteDetails(library, DataFolder(), files, &drops);
         if (!gPrompts->Ask({words.WriteIntroduction + "\r\r" + Join(files, "\r") + "\r\rProceed?", false,
-                            WriteDetails(library, DataFolder(), files)}))
+                            details, drops}))
             return;
         if (!MayReplaceOutsideChanges(files))
             return;

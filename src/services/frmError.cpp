@@ -18,9 +18,10 @@ constexpr int CollapsedHeightWithoutNote = 1650;
 constexpr int ExpandedHeight = 5985;
 constexpr int TwipsOfInch = 1440;
 constexpr int LongestReason = 500;
+constexpr int LongestText = 10'000; // the log has it whole
 
 QString ToQt(const std::string& text) {
-    return QString::fromStdString(PathTexts::ToHostText(text));
+    return QString::fromStdString(PathTexts::ToHostText(text)).left(LongestText);
 }
 
 } // namespace

@@ -138,7 +138,11 @@ TEST_P(Workflow, TellsWhatAWriteDropsAndAsksBeforeItReplacesOutsideChanges) {
     }
     EXPECT_THAT(prompts.Questions[0].Details,
                 AllOf(HasSubstr("lost: 1 comment\r"), HasSubstr("- // from outside\r")));
+    EXPECT_TRUE(prompts.Questions[0].DetailsOpen);
     EXPECT_TRUE(prompts.Questions[1].DefaultNo);
+    Commit("more");
+    Write();
+    EXPECT_FALSE(prompts.Questions.back().DetailsOpen) << "nothing is lost";
 }
 
 TEST_P(Workflow, OffersToReadWhatAnotherProgramChanged) {

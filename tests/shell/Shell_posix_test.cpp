@@ -2,6 +2,11 @@
 
 #include "Fault.h"
 
+#include "editor/DialogPrompts.h"
+#include "platform/Process.h"
+
+#include <QApplication>
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
@@ -56,6 +61,24 @@ TEST_F(ShellTest, SaysAtOpeningThatNothingCanBeWritten) {
         Pick(item);
         EXPECT_THAT(prompts.TakeTranscript(), IsEmpty());
     }
+}
+
+TEST_F(ShellTest, ShowsAHelpTextItselfWhereTheDesktopFails) {
+    const std::string path = Process::Environment("PATH");
+    temp.Write("Notes.txt", "help");
+    temp.Write("bin/xdg-open", "#!/bin/sh\n[ \"$(cat \"$1\")\" = help ] && exit 4\n");
+    std::filesystem::permissions(temp.Host() / "bin/xdg-open", std::filesystem::perms::owner_all);
+    SetEnvironment("PATH", temp / "bin:" + path);
+    SetEnvironment("DISPLAY", ":none");
+    DialogPrompts().ShowTextFile(temp / "Notes.txt");
+    EXPECT_TRUE(QTest::qWaitFor([] {
+        const auto windows = QApplication::topLevelWidgets();
+        return std::any_of(windows.begin(), windows.end(), [](QWidget* window) {
+            return window->objectName() == QStringLiteral("frmTextViewer") && window->close();
+        });
+    }));
+    SetEnvironment("PATH", path);
+    ::unsetenv("DISPLAY");
 }
 
 // Only a file with a hole can be larger than the disk it lies on.
