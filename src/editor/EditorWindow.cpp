@@ -59,7 +59,7 @@ void EditorWindow::EndLoad() {
 }
 
 std::string EditorWindow::BrowsingText() const {
-    return halfRead ? "READ ONLY.  Not all files were read: nothing can be written until File, Read Files "
+    return halfRead ? "READ ONLY.  Not all files were read: nothing can be changed until File, Read Files "
                       "Again succeeds."
                     : RecordWindow::BrowsingText();
 }
@@ -146,19 +146,19 @@ void EditorWindow::UpdateMenus() {
 
 void EditorWindow::UpdateEditMenu() {
     const bool any = !library.Empty();
-    const bool settled = anyShown && Browsing();
-    const bool movable = settled && !halfRead && !IsReservedFile(library.At(CurrentIndex()).ShortName);
+    // What was never read could not be written either.
+    const bool changeable = anyShown && Browsing() && !halfRead;
+    const bool movable = changeable && !IsReservedFile(library.At(CurrentIndex()).ShortName);
     const bool marked = any && library.At(CurrentIndex()).ToBeDeleted;
     Action("mnuDelete")->setText(marked ? QStringLiteral("&Un-Delete") : QStringLiteral("&Delete"));
-    Action(words.EditItem)->setEnabled(settled);
+    Action(words.EditItem)->setEnabled(changeable);
     Action("mnuDiscardChanges")->setEnabled(!Browsing());
     Action("mnuCommitChanges")->setEnabled(!Browsing());
     Action("mnuRenameThisFile")->setEnabled(movable);
     Action(words.MoveItem)->setEnabled(movable);
-    Action("mnuAddNew")->setEnabled(Browsing());
-    Action("mnuCopyAsNew")->setEnabled(settled);
-    Action("mnuDelete")->setEnabled(settled);
-    Action("mnuWriteToFile")->setEnabled(settled && !halfRead);
+    Action("mnuAddNew")->setEnabled(Browsing() && !halfRead);
+    for (const char* item : {"mnuCopyAsNew", "mnuDelete", "mnuWriteToFile"})
+        Action(item)->setEnabled(changeable);
 }
 
 void EditorWindow::AddNew(const Record* source, const std::string& takenText) {
@@ -167,6 +167,8 @@ void EditorWindow::AddNew(const Record* source, const std::string& takenText) {
         return;
     if (const std::string report = SanitizeName(name, library.Kind.NameWord); !report.empty())
         gPrompts->Message(report);
+    if (name.empty())
+        return;
     if (library.Exists(name)) {
         gPrompts->Message(takenText);
         return;

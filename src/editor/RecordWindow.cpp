@@ -245,9 +245,20 @@ void RecordWindow::Navigate(int step) {
 }
 
 bool RecordWindow::MayClose() {
+    const std::string unwritten = UnwrittenRecords();
     if (!Browsing())
-        return gPrompts->Ask({"Do you wish to discard your changes and exit?"});
-    return !library.AnyDirty() || gPrompts->Ask({UnwrittenQuestion()});
+        return gPrompts->Ask({"Do you wish to discard your changes and exit?", true, unwritten});
+    return unwritten.empty() || gPrompts->Ask({UnwrittenQuestion(), true, unwritten});
+}
+
+std::string RecordWindow::UnwrittenRecords() const {
+    std::string lines;
+    for (const auto& [name, record] : library)
+        if (record.IsDirty)
+            lines += name + ", " + record.ShortName + (record.ToBeDeleted ? ", to be deleted\r" : "\r");
+    for (const auto& [name, file] : library.RemovedRecords())
+        lines += std::string(name).append(", ").append(file).append(", removed\r");
+    return lines.empty() ? lines : "Committed, but not yet written to file:\r\r" + lines;
 }
 
 void RecordWindow::changeEvent(QEvent* event) {

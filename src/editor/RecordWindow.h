@@ -151,6 +151,8 @@ class RecordWindow : public QMainWindow {
 
   private:
     bool MayClose();
+    /// Names and files of the records that closing would give up, a line each; empty without any.
+    [[nodiscard]] std::string UnwrittenRecords() const;
     void Load();
     /// The loading itself; false without a data directory.
     bool ReadLibrary();

@@ -234,7 +234,8 @@ void frmEvents::SwitchType(std::int32_t type) {
                  "Attribute drop down boxes, as you have completely different choices between the two "
                  "event types.  If you proceed, all attribute choices will be set to 'No Effect'.  Do you "
                  "wish to continue with this operation?\r\r(This message will only be displayed once per "
-                 "session)"})) {
+                 "session)",
+                 true})) {
             (type == 0 ? ui->optRandom : ui->optColonial)->setChecked(true);
             return;
         }

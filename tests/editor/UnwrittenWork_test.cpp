@@ -65,6 +65,10 @@ TEST_P(UnwrittenWorkTest, IsNotOfferedAfterACleanClose) {
     EXPECT_FALSE(window->close());
     EXPECT_TRUE(temp.Has(journal));
     EXPECT_TRUE(window->close());
+    for (const Question& question : prompts.Questions) {
+        EXPECT_TRUE(question.DefaultNo);
+        EXPECT_THAT(question.Details, HasSubstr("\rApple, " + FileName("A")));
+    }
     EXPECT_THAT(Files::ListFiles(temp / "Home"), IsEmpty());
     Reopen();
     EXPECT_EQ(Shown(), "Apple, about Apple, ");
