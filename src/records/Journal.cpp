@@ -106,6 +106,7 @@ void Journal::Find(const std::string& journalPath, const std::string& dataFolder
     path = journalPath;
     folder = dataFolder;
     noting = whole = complained = false;
+    noted.RemoveAll();
     if (!Files::FileExists(path))
         return;
     const std::string bytes = Files::ReadWhole(path);
@@ -169,7 +170,11 @@ std::string Journal::Begin() {
 }
 
 std::string Journal::Note(const std::vector<std::string_view>& names) {
-    if (!noting)
+    const auto concerns = [this](std::string_view name) {
+        const Record* record = library.Find(name);
+        return noted.Exists(name) || (record ? record->IsDirty : library.RemovedRecords().Exists(name));
+    };
+    if (!noting || std::none_of(names.begin(), names.end(), concerns))
         return {};
     return Attempt([&] {
         if (!whole || AnyLosingTakenBack() || !Files::FileExists(path)) {

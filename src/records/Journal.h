@@ -59,7 +59,7 @@ class Journal {
     std::string path;
     std::string folder;
     std::unordered_set<std::string> losingNoted;
-    KeyedCollection<bool> noted; ///< records with an entry
+    KeyedCollection<bool> noted; // records with an entry
     bool noting = false;
     bool whole = false; ///< the file holds everything unwritten: appending will do
     bool complained = false;

@@ -66,6 +66,27 @@ TEST_F(JournalTest, GivesBackEveryKindOfEdit) {
     EXPECT_EQ(State(), before);
 }
 
+TEST_F(JournalTest, FollowsWhatIsTakenBack) {
+    edits.OnChange([this](const Edits::Change& change) { journal.Note(change.Names); });
+    Title("One", "x");
+    Move("Two", "a.event", "b.event");
+    Add("Five", "b.event");
+    edits.Write(data, library.FilesToWrite());
+    edits.Reread([this] { Load(); });
+    journal.Begin();
+    Title("Three", "y");
+    for (int step = 0; step < 3; ++step)
+        edits.Undo();
+    EXPECT_THAT(LeftIn(path, data), ElementsAre("Two "));
+    edits.Undo();
+    const std::vector<std::string> before = State();
+    edits.Reread([this] { Load(); });
+    Journal::Leftover found;
+    journal.Find(path, data, found);
+    edits.Do(journal.TakeUp(found));
+    EXPECT_EQ(State(), before);
+}
+
 TEST_F(JournalTest, IsGoneWhenItsEditsAreWrittenOrGivenUp) {
     EditAndNote("One", "x");
     EXPECT_TRUE(temp.Has("events.journal"));
