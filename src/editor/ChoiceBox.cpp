@@ -128,6 +128,12 @@ void ChoiceBox::focusOutEvent(QFocusEvent* event) {
         EndSearch();
 }
 
+void ChoiceBox::hidePopup() {
+    QComboBox::hidePopup();
+    if (isEditable()) // the entry picked comes into the text after this
+        QMetaObject::invokeMethod(lineEdit(), &QLineEdit::selectAll, Qt::QueuedConnection);
+}
+
 void ChoiceBox::MakeSearchable(bool searchable) {
     if (isEditable() == searchable)
         return;

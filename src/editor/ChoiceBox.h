@@ -23,6 +23,7 @@ class ChoiceBox : public QComboBox {
     [[nodiscard]] std::string Chosen() const;
     /// Ends a search that was begun, as leaving the box does.
     void EndSearch();
+    void hidePopup() override;
 
   protected:
     void wheelEvent(QWheelEvent* event) override;

@@ -30,6 +30,8 @@ struct EditorWords {
     std::int32_t ZoomNameMode;
     std::int32_t ZoomFileMode;
     std::string InstructionsFile;
+    std::string (*OwnFile)(); ///< the user's own file for new records
+    std::string (*DataFolder)();
     const char* SubstitutionPick; ///< routine that runs when a substitution is picked
     void (*BuildSubstitutions)(Catalogue&);
     std::string_view (*SubstitutionHint)(std::string_view name);
@@ -63,9 +65,8 @@ class EditorWindow : public RecordWindow {
     /// Why a file may not get this name (without extension); empty when it may.
     [[nodiscard]] virtual std::string RenameRefusal(const std::string&) const { return {}; }
     [[nodiscard]] virtual std::string MoveRefusal(const std::string&) const { return {}; }
-    /// The user's own file for new records.
-    [[nodiscard]] virtual std::string OwnFile() const = 0;
-    [[nodiscard]] virtual std::string DataFolder() const = 0;
+    [[nodiscard]] std::string OwnFile() const { return words.OwnFile(); }
+    [[nodiscard]] std::string DataFolder() const { return words.DataFolder(); }
     [[nodiscard]] const char* SortByFileItem() const override { return words.SortByFileItem; }
     [[nodiscard]] std::string UnwrittenQuestion() const override { return words.UnwrittenQuestion; }
     [[nodiscard]] LoadRequest Request() const override;

@@ -40,6 +40,8 @@ EditorWords EventWords() {
     words.ZoomNameMode = 0;
     words.ZoomFileMode = 2;
     words.InstructionsFile = "EventsInstructions.txt";
+    words.OwnFile = [] { return Settings.EventFile; };
+    words.DataFolder = [] { return Settings.DataPath; };
     words.SubstitutionPick = "cboDescStr_Click";
     words.BuildSubstitutions = BuildWildCardSubs;
     words.SubstitutionHint = EventSubstitutionHint;
@@ -157,13 +159,6 @@ void frmEvents::ConnectCommands() {
     const char* reviews[] = {"mnuReviewDescription", "mnuReviewGood", "mnuReviewNeutral", "mnuReviewEvil"};
     for (std::size_t i = 0; i < std::size(reviews); ++i)
         OnClick(reviews[i], [this, i] { Review(i); });
-}
-
-std::string frmEvents::OwnFile() const {
-    return Settings.EventFile;
-}
-std::string frmEvents::DataFolder() const {
-    return Settings.DataPath;
 }
 
 std::string frmEvents::RenameRefusal(const std::string& name) const {

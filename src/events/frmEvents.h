@@ -32,8 +32,6 @@ class frmEvents : public EditorWindow {
     }
     [[nodiscard]] std::string RenameRefusal(const std::string& name) const override;
     [[nodiscard]] std::string MoveRefusal(const std::string& name) const override;
-    [[nodiscard]] std::string OwnFile() const override;
-    [[nodiscard]] std::string DataFolder() const override;
 
   private:
     void BindFields();

@@ -42,6 +42,8 @@ EditorWords UPIssueWords() {
     words.ZoomNameMode = 1;
     words.ZoomFileMode = 3;
     words.InstructionsFile = "UPIssuesInstructions.txt";
+    words.OwnFile = [] { return Settings.UPIssueFile; };
+    words.DataFolder = [] { return Settings.UPIssuePath; };
     words.SubstitutionPick = "cboUPIssueSubs_Click";
     words.BuildSubstitutions = BuildUPIssueSubstitutions;
     words.SubstitutionHint = UPIssueSubstitutionHint;
@@ -116,13 +118,6 @@ void frmUPIssues::ConnectCommands() {
            [this](const std::string&) { OfferGuidance(); });
     OnPick(ui->cboValue01, "cboValue01_Click", [this](const std::string&) { AbilityChosen(); });
     OnClick("mnuIssueText", [this] { DisplayReview(ui->txtQuestion->Bytes(), substitutionBoxes); });
-}
-
-std::string frmUPIssues::OwnFile() const {
-    return Settings.UPIssueFile;
-}
-std::string frmUPIssues::DataFolder() const {
-    return Settings.UPIssuePath;
 }
 
 void frmUPIssues::LoadForm() {

@@ -26,8 +26,6 @@ class frmUPIssues : public EditorWindow {
     void LoadForm() override;
     void FollowRecord(const Record&) override { OfferGuidance(); }
     bool ValidateData() override;
-    [[nodiscard]] std::string OwnFile() const override;
-    [[nodiscard]] std::string DataFolder() const override;
 
   private:
     void BindFields();

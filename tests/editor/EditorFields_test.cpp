@@ -216,12 +216,19 @@ TEST_P(EditorFields, FailUnderTheNamesOfTheirRoutines) {
                         {sortByFileItem, {"SortBy", "PopulateForm"}}});
 }
 
-TEST_P(EditorFields, AreFoundByAPartOfANameTypedIntoZoom) {
+TEST_P(EditorFields, AreFoundByAPartOfANameInALongList) {
     std::string many;
     for (int i = 0; i < 200; ++i)
         many += Block("Event" + std::to_string(i));
     Put("C", many);
+    for (int i = 0; i < 40; ++i)
+        Put("File" + std::to_string(i), "");
     Start();
+    Pick(editItem);
+    Enter(fileBox);
+    QTest::keyClicks(Get<QWidget>(fileBox), QStringLiteral("le31"));
+    Pick("mnuCommitChanges");
+    EXPECT_EQ(window->Records().Find("Apple")->ShortName, FileName("File31"));
     ModalAnswers answers;
     answers.Expect<frmZoomTo>([](frmZoomTo& dialog) {
         auto* box = dialog.findChild<ChoiceBox*>(QStringLiteral("cboZoomTo"));
