@@ -16,6 +16,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QTextEdit>
 
@@ -178,7 +179,9 @@ bool DialogPrompts::Ask(const Question& question) {
 std::string DialogPrompts::Input(const std::string& prompt) {
     QInputDialog dialog(Owner());
     dialog.setWindowTitle(ApplicationTitle);
-    dialog.setLabelText(LinesToQt(prompt));
+    // A name too long for a line may be broken where no blank is.
+    static const QRegularExpression longWord(QStringLiteral("(\\S{60})(?=\\S)"));
+    dialog.setLabelText(LinesToQt(prompt).replace(longWord, QStringLiteral("\\1\u200B")));
     dialog.setMinimumWidth(dialog.fontMetrics().averageCharWidth() * 60);
     for (auto* label : dialog.findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);

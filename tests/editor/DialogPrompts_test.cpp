@@ -97,6 +97,14 @@ TEST_F(DialogPromptsTest, NeverOutgrowTheScreen) {
     }
 }
 
+TEST_F(DialogPromptsTest, NeverOutgrowTheScreenForALongName) {
+    modals.Expect<QInputDialog>([](QInputDialog& box) {
+        EXPECT_LE(box.width(), box.screen()->availableGeometry().width());
+        box.reject();
+    });
+    prompts.Input("Rename the file " + std::string(250, 'y') + " to:");
+}
+
 TEST_F(DialogPromptsTest, RefuseWhatTheCodePageLacksInAnAnswer) {
     modals.Expect<QInputDialog>([](QInputDialog& box) {
         box.setTextValue(QStringLiteral("a李e\u0301"));
