@@ -16,11 +16,6 @@ class QPushButton;
 
 namespace velmora {
 
-/// The name of an entry of a control array.
-inline QString Indexed(const char* name, std::size_t index) {
-    return QString::fromLatin1(name) + QLatin1Char('_') + QString::number(index);
-}
-
 /// What the user is doing with the record on show.
 enum class EditMode { Browsing, Editing, Adding };
 

@@ -14,8 +14,6 @@ const std::array<std::string clsUPIssue::*, 6> UPIssueOptions{&U::Option01, &U::
                                                               &U::Option04, &U::Option05, &U::Option06};
 const std::array<std::int32_t clsUPIssue::*, 6> UPIssueOptionValues{
     &U::OptionVal01, &U::OptionVal02, &U::OptionVal03, &U::OptionVal04, &U::OptionVal05, &U::OptionVal06};
-const std::array<std::int32_t clsUPIssue::*, 4> UPIssueValues{&U::Value01, &U::Value02, &U::Value03,
-                                                              &U::Value04};
 const std::array<std::int32_t clsUPIssue::*, 4> UPIssueQuestionSubs{&U::QuestionStr01, &U::QuestionStr02,
                                                                     &U::QuestionStr03, &U::QuestionStr04};
 

@@ -14,11 +14,10 @@
 /// What the game demands of a UP issue, and what it makes of each type's values.
 namespace velmora {
 
-/// The members behind the six option boxes, the six option value boxes, the four value boxes and the four
-/// substitution boxes of the question, in box order.
+/// The members behind the six option boxes, the six option value boxes and the four substitution boxes of the
+/// question, in box order.
 extern const std::array<std::string clsUPIssue::*, 6> UPIssueOptions;
 extern const std::array<std::int32_t clsUPIssue::*, 6> UPIssueOptionValues;
-extern const std::array<std::int32_t clsUPIssue::*, 4> UPIssueValues;
 extern const std::array<std::int32_t clsUPIssue::*, 4> UPIssueQuestionSubs;
 
 /// A recommended length of a text, in characters, with the name of its rule.
