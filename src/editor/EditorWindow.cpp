@@ -4,6 +4,7 @@
 #include "editor/LineBox.h"
 #include "editor/QtText.h"
 #include "editor/TextBox.h"
+#include "editor/Workbench.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
@@ -26,6 +27,16 @@ void EditorWindow::AdoptEditor(const RecordControls& shared) {
     for (const char* menu : {"mnuFile", "mnuEdit", "mnuZoom"})
         connect(Menu(menu), &QMenu::aboutToShow, this,
                 [this, menu] { RunCommand(std::string(menu) + "_Click", [] {}); });
+    workbench->AddTools({{"mnuAddNew", "document-new"},
+                         {words.EditItem, "document-edit"},
+                         {"mnuCommitChanges", "dialog-ok-apply"},
+                         {"mnuDiscardChanges", "dialog-cancel"},
+                         {"", ""},
+                         {"mnuUndo", "edit-undo"},
+                         {"mnuRedo", "edit-redo"},
+                         {"", ""},
+                         {"mnuDelete", "edit-delete"},
+                         {"mnuWriteToFile", "document-save"}});
 }
 
 void EditorWindow::BindSubstitution(std::string_view property, ChoiceBox* box) {

@@ -3,6 +3,7 @@
 #include "editor/FormRoutines.h"
 #include "editor/LineBox.h"
 #include "editor/QtText.h"
+#include "editor/Workbench.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
 
@@ -18,8 +19,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <exception>
+#include <utility>
 
 namespace velmora {
 
@@ -41,6 +44,7 @@ void RecordWindow::AdoptForm(const RecordControls& shared, const std::vector<con
         ClickAtOnce(button);
     KeepDisabledTextLegible();
     connect(Action("mnuExit"), &QAction::triggered, this, &QWidget::close);
+    workbench = new Workbench(*this); // last: the panels' controls are no fields
 }
 
 void RecordWindow::ClickAtOnce(QPushButton* button) {
@@ -82,6 +86,7 @@ void RecordWindow::OnClick(const char* control, const std::function<void()>& bod
 void RecordWindow::Open() {
     currentIndex = 0;
     ShowDetails(true);
+    workbench->Restore();
     resize(size().boundedTo(screen()->availableSize()));
     show();
     RunCommand("Form_Load", [this] {
@@ -107,6 +112,7 @@ void RecordWindow::InitForm() {
             }
         });
     });
+    emit LibraryRead();
 }
 
 void RecordWindow::ShowNothing() {
@@ -179,6 +185,30 @@ void RecordWindow::Display(const Record* record) {
     controls.Status->setText(record ? ToQt(record->Status()) : QString());
     ShowHint(BrowsingText());
     TellOfRecord();
+    emit RecordShown();
+}
+
+void RecordWindow::SetMode(EditMode newMode) {
+    if (std::exchange(editMode, newMode) != newMode)
+        emit ModeChanged();
+}
+
+std::string RecordWindow::ShownRecordName() const {
+    return anyShown ? library.NameOf(library.At(currentIndex)) : std::string();
+}
+
+bool RecordWindow::GoTo(std::size_t position) {
+    if (!Browsing()) {
+        ShowHint(std::string("Commit or discard first"));
+        return false;
+    }
+    RunCommand("GoTo", [&] { PopulateForm(position); });
+    return true;
+}
+
+void RecordWindow::ScrollTo(QWidget* control) {
+    if (auto* area = findChild<QScrollArea*>(QStringLiteral("scrDetails")))
+        area->ensureWidgetVisible(control);
 }
 
 std::vector<std::string> RecordWindow::FilesOffered(const std::string& /*shortName*/) const {
@@ -199,7 +229,7 @@ std::string RecordWindow::EditStatus() const {
 
 void RecordWindow::SetReadOnly() {
     Trap(Routine("SetReadOnly"), NoInputParms, [this] {
-        editMode = EditMode::Browsing;
+        SetMode(EditMode::Browsing);
         EnableFields(false);
         EnableFrames(false);
         for (QLabel* label :
@@ -211,7 +241,7 @@ void RecordWindow::SetReadOnly() {
 }
 
 void RecordWindow::LeaveBrowsing(EditMode newMode, const std::string& statusText) {
-    editMode = newMode;
+    SetMode(newMode);
     ShowHint(statusText);
     EnableFields(true);
     EnableFrames(true);
@@ -300,6 +330,7 @@ void RecordWindow::closeEvent(QCloseEvent* event) {
         // Closing never keeps the user from getting back to the main window.
     }
     editMode = EditMode::Browsing;
+    workbench->Save();
     event->accept();
     emit Closed();
 }

@@ -16,6 +16,8 @@ class QPushButton;
 
 namespace velmora {
 
+class Workbench;
+
 /// What the user is doing with the record on show.
 enum class EditMode { Browsing, Editing, Adding };
 
@@ -59,9 +61,28 @@ class RecordWindow : public QMainWindow {
     [[nodiscard]] const Library& Records() const { return library; }
     /// 0-based position of the record on show, 0 when there is none.
     [[nodiscard]] std::size_t CurrentIndex() const { return currentIndex; }
+    /// Name of the record on show, empty when there is none.
+    [[nodiscard]] std::string ShownRecordName() const;
+    [[nodiscard]] EditMode Mode() const { return editMode; }
+    [[nodiscard]] Edits& Changes() { return edits; }
+    [[nodiscard]] const Form& Fields() const { return form; }
+
+    // What stands around the described window makes use of these.
+
+    /// Shows a record. False, with a hint, while another is being edited.
+    bool GoTo(std::size_t position);
+    /// Brings a field into view.
+    void ScrollTo(QWidget* control);
+    /// Writes into the edit-status line.
+    void ShowHint(const std::string& text);
+    void ShowHint(const QString& text);
 
   signals:
     void Closed();
+    void RecordShown();
+    void ModeChanged();
+    /// The library was read from disk, and its first record is on show.
+    void LibraryRead();
 
   protected:
     explicit RecordWindow(const RecordKind& recordKind, QWidget* parent = nullptr);
@@ -98,9 +119,6 @@ class RecordWindow : public QMainWindow {
     void PopulateForm(std::size_t position);
     void SetReadOnly();
     void SortBy(std::int32_t mode);
-    void ShowHint(const std::string& text);
-    void ShowHint(const QString& text);
-    [[nodiscard]] EditMode Mode() const { return editMode; }
     [[nodiscard]] bool Browsing() const { return editMode == EditMode::Browsing; }
     /// Enters editing or adding mode.
     void LeaveBrowsing(EditMode newMode, const std::string& statusText);
@@ -138,6 +156,7 @@ class RecordWindow : public QMainWindow {
     Edits edits{library};
     Form form{library.Kind, this}; ///< binds the record's fields
     RecordControls controls{};
+    Workbench* workbench = nullptr; ///< what stands around the form
     /// Set when the last load did not run to its end: what was never read must not be written over.
     bool halfRead = false;
 
@@ -154,6 +173,7 @@ class RecordWindow : public QMainWindow {
     /// After a load that failed: what it got to can be browsed, but nothing is on show.
     void ShowNothing();
     void Display(const Record* record);
+    void SetMode(EditMode newMode);
     void ShowDetails(bool shown);
     void Navigate(int step);
     /// Lets a button's key work without delay: a button's own shortcut shows it pressed for a while first.
