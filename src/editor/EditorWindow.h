@@ -3,6 +3,7 @@
 #include "editor/Form.h"
 #include "editor/RecordWindow.h"
 #include "editor/UnwrittenWork.h"
+#include "editor/frmZoomTo.h"
 #include "services/modWriter.h"
 
 #include <span>
@@ -27,8 +28,8 @@ struct EditorWords {
     std::string MoveExtension;
     std::string ZoomNameTitle;
     std::string ZoomFileTitle;
-    std::int32_t ZoomNameMode;
-    std::int32_t ZoomFileMode;
+    frmZoomTo::Mode ZoomNameMode;
+    frmZoomTo::Mode ZoomFileMode;
     std::string InstructionsFile;
     std::string (*OwnFile)(); ///< the user's own file for new records
     std::string (*DataFolder)();
@@ -118,7 +119,7 @@ class EditorWindow : public RecordWindow {
     void OfferOutsideChanges();
     void ReadAgain();
     void SortByMenu(std::int32_t mode);
-    void Zoom(const std::string& title, std::int32_t mode);
+    void Zoom(const std::string& title, frmZoomTo::Mode mode);
     void UpdateEditMenu();
 
     EditorWords words;

@@ -123,7 +123,7 @@ void EditorWindow::SortByMenu(std::int32_t mode) {
     SortBy(mode);
 }
 
-void EditorWindow::Zoom(const std::string& title, std::int32_t mode) {
+void EditorWindow::Zoom(const std::string& title, frmZoomTo::Mode mode) {
     frmZoomTo dialog(library, this);
     const std::int32_t position = dialog.ZoomTo(title, mode, ShownName());
     if (position != -1 && (static_cast<std::size_t>(position) != CurrentIndex() || !anyShown))

@@ -17,7 +17,7 @@ frmZoomTo::frmZoomTo(const Library& zoomedLibrary, QWidget* parent)
 
 frmZoomTo::~frmZoomTo() = default;
 
-std::int32_t frmZoomTo::ZoomTo(const std::string& title, std::int32_t mode, const std::string& name) {
+std::int32_t frmZoomTo::ZoomTo(const std::string& title, Mode mode, const std::string& name) {
     setWindowTitle(ToQt(title));
     ZoomMode = mode;
     SetCurrentName(name);

@@ -19,19 +19,19 @@ class frmZoomTo : public QDialog {
 
   public:
     /// What the list holds. Even modes belong to events, odd ones to UP issues.
-    enum Mode : std::int32_t { EventNames = 0, UPIssueNames = 1, EventFiles = 2, UPIssueFiles = 3 };
+    enum Mode { EventNames = 0, UPIssueNames = 1, EventFiles = 2, UPIssueFiles = 3 };
 
     explicit frmZoomTo(const Library& zoomedLibrary, QWidget* parent = nullptr);
     ~frmZoomTo() override;
 
-    std::int32_t ZoomMode = EventNames;
+    Mode ZoomMode = EventNames;
     std::int32_t ZoomResult = -1; ///< 0-based position chosen with Go, -1 without
 
     /// Fills the list, the record of this name selected (by files: the first file).
     void SetCurrentName(const std::string& name);
 
     /// The whole dialog: shows it modally and returns ZoomResult.
-    std::int32_t ZoomTo(const std::string& title, std::int32_t mode, const std::string& currentName);
+    std::int32_t ZoomTo(const std::string& title, Mode mode, const std::string& currentName);
 
   private:
     void ShowBlurb();

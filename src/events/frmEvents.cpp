@@ -37,8 +37,8 @@ EditorWords EventWords() {
     words.MoveExtension = ".Event";
     words.ZoomNameTitle = "Zoom To Event Name";
     words.ZoomFileTitle = "Zoom To Event File";
-    words.ZoomNameMode = 0;
-    words.ZoomFileMode = 2;
+    words.ZoomNameMode = frmZoomTo::EventNames;
+    words.ZoomFileMode = frmZoomTo::EventFiles;
     words.InstructionsFile = "EventsInstructions.txt";
     words.OwnFile = [] { return Settings.EventFile; };
     words.DataFolder = [] { return Settings.DataPath; };

@@ -39,8 +39,8 @@ EditorWords UPIssueWords() {
     words.MoveExtension = ".UPIssue";
     words.ZoomNameTitle = "Zoom To UP Issue Name";
     words.ZoomFileTitle = "Zoom To UP Issue File";
-    words.ZoomNameMode = 1;
-    words.ZoomFileMode = 3;
+    words.ZoomNameMode = frmZoomTo::UPIssueNames;
+    words.ZoomFileMode = frmZoomTo::UPIssueFiles;
     words.InstructionsFile = "UPIssuesInstructions.txt";
     words.OwnFile = [] { return Settings.UPIssueFile; };
     words.DataFolder = [] { return Settings.UPIssuePath; };
