@@ -25,7 +25,7 @@ TEST(QtTextTest, ConvertsEveryByteThereAndBack) {
 
 TEST(QtTextTest, CarriesPathsThatTheCodePageLacks) {
     const TempFolder folder;
-    const QString path = PathToQt(folder.Path()) + QStringLiteral("行星.pcx");
+    const QString path = PathToQt(folder.Path()) + QChar(Files::Separator) + QStringLiteral("行星.pcx");
     ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
     const std::string core = PathFromQt(path);
     EXPECT_TRUE(Files::FileExists(core));
