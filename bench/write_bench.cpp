@@ -4,6 +4,7 @@
 
 #include "TempFolder.h"
 #include "platform/Files.h"
+#include "records/Edits.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -28,14 +29,18 @@ struct Writable {
     /// Gives one record of every file another text.
     void ChangeEveryFile() {
         ++round;
+        Edits changes(Loaded);
+        Edits::Step step(Loaded, "round");
         std::string last;
-        for (const auto& [name, record] : Loaded.Records) {
-            if (record->ShortName == last)
+        for (const auto& [name, record] : Loaded) {
+            if (record.ShortName == last)
                 continue;
-            last = record->ShortName;
-            static_cast<clsEvent&>(*record).Title = "Round " + std::to_string(round);
-            record->IsDirty = true;
+            last = record.ShortName;
+            auto& event = static_cast<clsEvent&>(step.Change(name));
+            event.Title = "Round " + std::to_string(round);
+            event.IsDirty = true;
         }
+        changes.Do(std::move(step));
     }
 
     const BenchLibrary& From;

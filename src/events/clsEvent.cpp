@@ -59,6 +59,12 @@ RecordKind MakeEventKind() {
     kind.Fields = EventFields;
     kind.Name = TextField<&E::EventName>("EVENT", 1, false, "EventName");
     kind.BlurbOf = TextField<&E::Description>("Description").TextOf;
+    kind.Title = TextField<&E::Title>("Title");
+    kind.TitleWord = "Title";
+    kind.TypeOf = [](const Record& record) -> std::string_view {
+        const std::int32_t type = static_cast<const E&>(record).EventType;
+        return type == 0 ? "Colonial" : type == 1 ? "Random" : "";
+    };
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
     kind.Makes<E>();
     kind.Normalize = [](Record& record) { NormalizeEvent(static_cast<E&>(record)); };

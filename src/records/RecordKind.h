@@ -117,7 +117,11 @@ struct RecordKind {
     std::span<const Field> Fields;                          ///< in file order, those of the header left out
     Field Name;                                             ///< the member that the header names
     const std::string& (*BlurbOf)(const Record&) = nullptr; ///< what a record is about, in its own words
-    std::int32_t& (*Number)(Record&) = nullptr;             ///< 1-based position in the editor's order
+    Field Title;                                            ///< what stands beside the name in a list
+    std::string_view TitleWord;                             ///< "Question": its heading there
+    std::string_view (*TypeOf)(const Record&) =
+        nullptr;                                ///< word of the game's vocabulary, as the form has it
+    std::int32_t& (*Number)(Record&) = nullptr; ///< 1-based position in the editor's order
     std::unique_ptr<Record> (*Make)() = nullptr;
     std::unique_ptr<Record> (*Copy)(const Record&) = nullptr; ///< all of it, flags and numbers included
     /// Makes of a record what showing it makes: legal percent signs and numbers. Not set for a kind without.

@@ -1,6 +1,7 @@
 #include "sbmodules/clsSBModule.h"
 
 #include "platform/CodePage.h"
+#include "services/Catalogues.h"
 
 #include <algorithm>
 #include <array>
@@ -44,6 +45,11 @@ RecordKind MakeSBModuleKind() {
     kind.HeaderNumber = NumberField<&M::SBModuleID>("SBMOD", 1, false, "SBModuleID");
     kind.Fields = SBModuleFields;
     kind.Name = TextField<&M::SBModuleName>("SBMOD", 1, false, "SBModuleName");
+    kind.Title = TextField<&M::DisplayName>("Name", 1, false, "DisplayName");
+    kind.TitleWord = "Display Name";
+    kind.TypeOf = [](const Record& record) -> std::string_view {
+        return NameByNumber(SBModuleTypes, static_cast<const M&>(record).ModuleType);
+    };
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<M&>(record).SBModuleNumber; };
     kind.Makes<M>();
     return kind;

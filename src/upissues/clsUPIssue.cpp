@@ -1,5 +1,6 @@
 #include "upissues/clsUPIssue.h"
 
+#include "services/Catalogues.h"
 #include "upissues/UPIssueRules.h"
 
 #include <array>
@@ -65,6 +66,11 @@ RecordKind MakeUPIssueKind() {
     kind.Fields = UPIssueFields;
     kind.Name = TextField<&U::UPIssueName>("UPISSUE", 1, false, "UPIssueName");
     kind.BlurbOf = TextField<&U::Question>("Question").TextOf;
+    kind.Title = TextField<&U::Question>("Question");
+    kind.TitleWord = "Question";
+    kind.TypeOf = [](const Record& record) -> std::string_view {
+        return NameByNumber(UPIssueTypes, static_cast<const U&>(record).UPIssueAttribute);
+    };
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<U&>(record).UPIssueNumber; };
     kind.Makes<U>();
     kind.Normalize = [](Record& record) { NormalizeUPIssue(static_cast<U&>(record)); };
