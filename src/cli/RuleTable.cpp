@@ -7,10 +7,12 @@ namespace velmora {
 
 namespace {
 
-constexpr std::array<RuleEntry, 27> Table{{
+constexpr std::array<RuleEntry, 29> Table{{
     {"no-data-directory",
      "Events and starbase modules live in the game's Data directory, UP issues in its UP_Issues."},
     {"case-twin-files", "Files whose names differ in letter case only are one file to the game."},
+    {"unusable-file-name", "A file's name holds no backslash, which separates folders to the game."},
+    {"long-file-name", "A file's name is short enough for its backups (told by the editors only)."},
     {"unneeded-space", "Outside quotes a value is one word; blanks inside it are removed."},
     {"unrecognized-token", "A line begins with a key that the game knows; any other line is ignored."},
     {"illegal-name", "A name is made of A to Z, 0 to 9 and the underscore and does not begin with a digit."},

@@ -115,6 +115,8 @@ class EditorWindow : public RecordWindow {
     void WriteToFile();
     /// Asks before changes of another program are written over.
     bool MayReplaceOutsideChanges(const std::vector<std::string>& files);
+    /// Asks before a rewrite drops what no copy keeps.
+    static bool MayGoOnWithoutCopy(const std::string& reason);
     /// While nothing is pending, offers to read again what another program has changed.
     void OfferOutsideChanges();
     void ReadAgain();

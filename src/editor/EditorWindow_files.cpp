@@ -69,10 +69,16 @@ void EditorWindow::WriteToFile() {
             return;
         if (!MayReplaceOutsideChanges(files))
             return;
-        edits.Write(DataFolder(), files);
+        edits.Write(DataFolder(), files, MayGoOnWithoutCopy);
         unwritten.Drop();
         InitForm();
     });
+}
+
+bool EditorWindow::MayGoOnWithoutCopy(const std::string& reason) {
+    return gPrompts->Ask({"What the files hold beyond their records cannot be kept in a dated copy:\r" +
+                              reason + "\r\rWriting drops it for good.  Proceed?",
+                          true});
 }
 
 bool EditorWindow::MayReplaceOutsideChanges(const std::vector<std::string>& files) {

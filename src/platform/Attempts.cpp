@@ -12,7 +12,8 @@ namespace {
 namespace fs = std::filesystem;
 
 bool FolderIsThere(const fs::path& file) {
-    return !file.has_parent_path() || IsFolder(file.parent_path());
+    std::error_code ignored;
+    return !file.has_parent_path() || fs::is_directory(file.parent_path(), ignored);
 }
 
 std::int32_t NumberOf(const std::error_code& code, const fs::path& path, Wanted wanted) {
@@ -29,13 +30,11 @@ std::int32_t NumberOf(const std::error_code& code, const fs::path& path, Wanted 
 } // namespace
 
 bool IsFolder(const fs::path& path) {
-    std::error_code ignored;
-    return fs::is_directory(path, ignored);
+    return HostFiles::EntryAt(path) == HostFiles::Entry::Folder;
 }
 
 bool Exists(const fs::path& path) {
-    std::error_code ignored;
-    return fs::exists(path, ignored);
+    return HostFiles::EntryAt(path) != HostFiles::Entry::Absent;
 }
 
 Failure FailureFor(const std::error_code& code, const char* doing, const fs::path& path, Wanted wanted) {

@@ -12,6 +12,7 @@ namespace velmora::Files {
 
 enum class Wanted { File, Folder };
 
+/// Both throw the host's refusal to tell.
 bool IsFolder(const std::filesystem::path& path);
 bool Exists(const std::filesystem::path& path);
 

@@ -79,7 +79,7 @@ void CopyEntry(const TreeEntry& entry, const fs::path& from, const fs::path& to,
     const fs::path target = to / entry.Relative;
     if (entry.Kind == Wanted::Folder)
         Attempt("create", target, Wanted::Folder, [&] { MakeFolders(target, created); });
-    else if (Exists(target))
+    else if (Attempt("look for", target, Wanted::File, [&] { return Exists(target); }))
         CopyFile(PathText(source), PathText(target));
     else
         Attempt("copy", source, Wanted::File, [&] { CopyNew(source, target, created); });
@@ -118,7 +118,7 @@ std::uint64_t TreeSize(std::string_view folder) {
     for (const auto& entry : TreeOf(root)) {
         const fs::path path = root / entry.Relative;
         if (entry.Kind == Wanted::File)
-            sum += Attempt("read", path, Wanted::File, [&] { return std::uint64_t{fs::file_size(path)}; });
+            sum += Attempt("read", path, Wanted::File, [&] { return HostFiles::SizeOf(path); });
     }
     return sum;
 }

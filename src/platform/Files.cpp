@@ -12,6 +12,7 @@ namespace velmora::Files {
 namespace {
 
 namespace fs = std::filesystem;
+using HostFiles::Entry;
 using HostFiles::InFile;
 using HostFiles::OutFile;
 
@@ -27,9 +28,16 @@ void ReadAll(InFile& file, std::string& bytes) {
     bytes.resize(filled);
 }
 
-void AppendTo(const fs::path& host, std::string_view bytes, bool flush) {
+void ReadInto(const fs::path& host, Sharing sharing, std::string& bytes) {
+    Attempt("read", host, Wanted::File, [&] {
+        InFile file(host, sharing == Sharing::Private);
+        ReadAll(file, bytes);
+    });
+}
+
+void AppendTo(const fs::path& host, Sharing sharing, std::string_view bytes, bool flush) {
     Attempt("write", host, Wanted::File, [&] {
-        OutFile file(host, OutFile::Opening::Append);
+        OutFile file(host, OutFile::Opening::Append, sharing == Sharing::Private);
         file.Write(bytes);
         if (flush)
             file.Flush();
@@ -37,19 +45,17 @@ void AppendTo(const fs::path& host, std::string_view bytes, bool flush) {
     });
 }
 
-bool Holds(std::string_view path, std::string_view bytes) {
-    return FileExists(path) && SizeOf(path) == bytes.size() && ReadWhole(path) == bytes;
-}
-
 } // namespace
 
 bool FileExists(std::string_view path) {
     const fs::path host = HostPath(path);
-    return Exists(host) && !IsFolder(host);
+    return Attempt("look for", host, Wanted::File, [&] { return HostFiles::EntryAt(host); }) == Entry::File;
 }
 
 bool FolderExists(std::string_view path) {
-    return IsFolder(HostPath(path));
+    const fs::path host = HostPath(path);
+    return Attempt("look for", host, Wanted::Folder, [&] { return HostFiles::EntryAt(host); }) ==
+           Entry::Folder;
 }
 
 std::vector<std::string> ListFiles(std::string_view folder) {
@@ -66,38 +72,38 @@ std::vector<std::string> ListFiles(std::string_view folder) {
     });
 }
 
-std::string ReadWhole(std::string_view path) {
+std::string ReadWhole(std::string_view path, Sharing sharing) {
     std::string bytes;
-    ReadWhole(path, bytes);
+    ReadInto(HostPath(path), sharing, bytes);
     return bytes;
 }
 
 void ReadWhole(std::string_view path, std::string& bytes) {
-    const fs::path host = HostPath(path);
-    Attempt("read", host, Wanted::File, [&] {
-        InFile file(host);
-        ReadAll(file, bytes);
-    });
+    ReadInto(HostPath(path), Sharing::Usual, bytes);
 }
 
 std::uint64_t SizeOf(std::string_view path) {
     const fs::path host = HostPath(path);
-    return Attempt("read", host, Wanted::File, [&] { return std::uint64_t{fs::file_size(host)}; });
+    return Attempt("read", host, Wanted::File, [&] { return HostFiles::SizeOf(host); });
 }
 
 void Append(std::string_view path, std::string_view bytes) {
-    AppendTo(HostPath(path), bytes, false);
+    AppendTo(HostPath(path), Sharing::Usual, bytes, false);
 }
 
-void AppendSafely(std::string_view path, std::string_view bytes) {
-    AppendTo(HostPath(path), bytes, true);
+void AppendSafely(std::string_view path, std::string_view bytes, Sharing sharing) {
+    AppendTo(HostPath(path), sharing, bytes, true);
+}
+
+bool Holds(std::string_view path, std::string_view bytes) {
+    return FileExists(path) && SizeOf(path) == bytes.size() && ReadWhole(path) == bytes;
 }
 
 void CopyFile(std::string_view from, std::string_view to) {
     const std::string bytes = ReadWhole(from);
     // Backup copies mostly find their like in place; leaving it spares the disk on every start.
     if (!Holds(to, bytes))
-        ReplaceSafely(to, bytes);
+        ReplaceSafely(to, bytes, {.NoMoreOpenThan = std::string(from)});
 }
 
 void DeleteFile(std::string_view path) {
@@ -114,6 +120,8 @@ std::string WriteRefusal(std::string_view folder) {
         return {};
     } catch (const std::system_error& refusal) {
         return PathTexts::FromHostText(refusal.code().message());
+    } catch (const Failure& failure) {
+        return failure.Description();
     }
 }
 

@@ -28,12 +28,16 @@ std::filesystem::path HostPath(std::string_view path);
 /// The core's text of a host path (inverse of HostPath for existing files).
 std::string PathText(const std::filesystem::path& path);
 
+/// False only where the host knows no such file, or no such folder on the way. Fail when it cannot tell.
 bool FileExists(std::string_view path);
 bool FolderExists(std::string_view path);
 
 /// Names (without folder) of the files of a folder, subfolders left out, in the order in which the file
 /// system lists them.
 std::vector<std::string> ListFiles(std::string_view folder);
+
+/// True when the host has room for a file of that name in the folder.
+bool NameFits(std::string_view folder, std::string_view name);
 
 /// Part after the last separator; the whole text without one.
 std::string NameOf(std::string_view path);
@@ -43,27 +47,40 @@ std::string FolderOf(std::string_view path);
 /// nothing.
 std::string Join(std::string_view folder, std::string_view name);
 
+/// Private files are for the user's eyes only: nobody else may read one made so, and a symbolic link in the
+/// place of one is never followed, reading and appending fail for it, replacing replaces it.
+enum class Sharing { Usual, Private };
+
 /// Whole contents as they stand.
-std::string ReadWhole(std::string_view path);
+std::string ReadWhole(std::string_view path, Sharing sharing = Sharing::Usual);
 /// The same into a text whose memory is used again, for reading many files.
 void ReadWhole(std::string_view path, std::string& bytes);
 std::uint64_t SizeOf(std::string_view path);
+/// True for a file with just this content.
+bool Holds(std::string_view path, std::string_view bytes);
 
 /// Appends bytes, creating the file when it is missing.
 void Append(std::string_view path, std::string_view bytes);
 /// The same, returning once the bytes are on the disk itself.
-void AppendSafely(std::string_view path, std::string_view bytes);
+void AppendSafely(std::string_view path, std::string_view bytes, Sharing sharing = Sharing::Usual);
+
+/// How a file that is put in a place is shared.
+struct Placing {
+    Sharing Readers = Sharing::Usual;
+    std::string NoMoreOpenThan = {}; ///< a path: who may not read or write that file may not do so here
+};
 
 /// Replaces (or creates) a file as a whole: writes beside it, flushes to disk, renames over it, flushes the
 /// folder. Keeps the mode of the old file, follows a symbolic link to its target. On failure the old file is
 /// untouched and the temporary is gone.
-void ReplaceSafely(std::string_view path, std::string_view bytes);
+void ReplaceSafely(std::string_view path, std::string_view bytes, const Placing& placing = {});
 
 /// Removes from a folder what ReplaceSafely left there when its program was killed: temporaries and second
 /// names that are more than a day old, so that no other program still works on them. Never throws.
 void RemoveOldTemporaries(std::string_view folder);
 
-/// Copies one file, replacing an existing target (as a whole, as ReplaceSafely does).
+/// Copies one file, replacing an existing target (as a whole, as ReplaceSafely does). The copy is no more
+/// open than its file.
 void CopyFile(std::string_view from, std::string_view to);
 
 void DeleteFile(std::string_view path);

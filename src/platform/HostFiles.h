@@ -12,10 +12,10 @@ namespace velmora::HostFiles {
 
 using Path = std::filesystem::path;
 
-/// A regular file open for reading. Opening refuses folders, pipes and devices.
+/// A regular file open for reading. Opening refuses folders, pipes and devices, a private one links, too.
 class InFile {
   public:
-    explicit InFile(const Path& path);
+    explicit InFile(const Path& path, bool isPrivate = false);
     ~InFile();
     InFile(const InFile&) = delete;
     InFile& operator=(const InFile&) = delete;
@@ -30,17 +30,20 @@ class InFile {
     std::uint64_t SizeAtOpening = 0;
 };
 
-/// A file open for writing. Whoever wants to know that the bytes arrived calls Close.
+/// A file open for writing. Whoever wants to know that the bytes arrived calls Close. A private one is made
+/// for the user alone, and opening it refuses links.
 class OutFile {
   public:
     enum class Opening { CreateNew, Append };
-    OutFile(const Path& path, Opening opening);
+    OutFile(const Path& path, Opening opening, bool isPrivate = false);
     ~OutFile();
     OutFile(const OutFile&) = delete;
     OutFile& operator=(const OutFile&) = delete;
 
     /// Takes over the mode of another file, and its owner where the user may give files away.
     void TakeModeOf(const Path& other);
+    /// Denies everybody but its owner what another file denies them.
+    void BeNoMoreOpenThan(const Path& other);
     /// Writes all of it or throws.
     void Write(std::string_view bytes);
     /// Lets the host begin to write to the disk what it would write some time later. A hint.
@@ -53,11 +56,17 @@ class OutFile {
     std::intptr_t Handle;
 };
 
+enum class Entry { Absent, Folder, File };
+/// What a path leads to. Only a name or folder that is not there means absent; whatever cannot be asked is
+/// thrown.
+Entry EntryAt(const Path& path);
+std::uint64_t SizeOf(const Path& path);
+
 /// Where a path leads through symbolic links; the last one's target need not exist.
 Path FollowLinks(const Path& path);
 
-/// Throws unless a file may be put in this place: what stands there, if anything, must be a regular file
-/// that the user may write.
+/// Throws unless a file may be put in this place: what stands there, if anything, must be a symbolic link, or
+/// a regular file that the user may write.
 void CheckReplaceable(const Path& target);
 
 /// A file that has been put in the place of another.

@@ -1,6 +1,6 @@
 #include "platform/HostFiles.h"
 
-#include "platform/FaultHook.h"
+#include "platform/SystemCall_posix.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -12,9 +12,9 @@ namespace velmora::HostFiles {
 
 namespace {
 
-[[noreturn]] void Refuse(int code, const char* operation) {
-    throw std::system_error(code, std::generic_category(), operation);
-}
+using SystemCall::Make;
+using SystemCall::Refuse;
+using SystemCall::Try;
 
 int Descriptor(std::intptr_t handle) {
     return static_cast<int>(handle);
@@ -22,8 +22,13 @@ int Descriptor(std::intptr_t handle) {
 
 struct ::stat FactsOf(int descriptor) {
     struct ::stat facts {};
-    if (::fstat(descriptor, &facts) != 0)
-        Refuse(errno, "fstat");
+    Make("stat", [&] { return ::fstat(descriptor, &facts); });
+    return facts;
+}
+
+struct ::stat FactsOf(const Path& path) {
+    struct ::stat facts {};
+    Make("stat", [&] { return ::stat(path.c_str(), &facts); });
     return facts;
 }
 
@@ -35,34 +40,32 @@ void CheckRegular(const struct ::stat& facts) {
         Refuse(EOPNOTSUPP, "open");
 }
 
-int OpenForWriting(const Path& path, OutFile::Opening opening) {
-    CheckFault("open");
+int NoFollow(bool isPrivate) {
+    return isPrivate ? O_NOFOLLOW : 0;
+}
+
+int OpenForWriting(const Path& path, OutFile::Opening opening, bool isPrivate) {
     // Without blocking: a pipe that nobody reads must not hang the program.
     const int how = opening == OutFile::Opening::Append ? O_APPEND | O_NONBLOCK : O_EXCL;
-    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | how, 0666);
-    if (descriptor < 0)
-        Refuse(errno, "open");
-    return descriptor;
+    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | how | NoFollow(isPrivate);
+    return Make("open", [&] { return ::open(path.c_str(), flags, isPrivate ? 0600 : 0666); });
 }
 
 void Rename(const Path& from, const Path& to) {
-    CheckFault("rename");
-    if (::rename(from.c_str(), to.c_str()) != 0)
-        Refuse(errno, "rename");
+    Make("rename", [&] { return ::rename(from.c_str(), to.c_str()); });
 }
 
 void FlushDescriptor(int descriptor) {
-    CheckFault("fsync");
-    if (::fsync(descriptor) != 0)
-        Refuse(errno, "fsync");
+    Make("fsync", [&] { return ::fsync(descriptor); });
 }
 
 /// The folder of a file, held open so that what happens to its names can be flushed.
 class Folder {
   public:
     explicit Folder(const Path& file)
-        : Handle(::open(file.has_parent_path() ? file.parent_path().c_str() : ".",
-                        O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        : Handle(Try("opendir", [path = file.has_parent_path() ? file.parent_path() : "."] {
+              return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+          })) {
         // A folder that may be written but not listed cannot be flushed, which is no reason not to save.
         if (Handle < 0 && errno != EACCES)
             Refuse(errno, "open");
@@ -92,11 +95,10 @@ class Folder {
 
 } // namespace
 
-InFile::InFile(const Path& path) {
-    CheckFault("open");
-    Handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (Handle < 0)
-        Refuse(errno, "open");
+InFile::InFile(const Path& path, bool isPrivate)
+    : Handle(Make("open", [&] {
+          return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | NoFollow(isPrivate));
+      })) {
     try {
         const auto facts = FactsOf(Descriptor(Handle));
         CheckRegular(facts);
@@ -112,17 +114,11 @@ InFile::~InFile() {
 }
 
 std::size_t InFile::Read(char* buffer, std::size_t size) {
-    CheckFault("read");
-    while (true) {
-        const ssize_t got = ::read(Descriptor(Handle), buffer, size);
-        if (got >= 0)
-            return static_cast<std::size_t>(got);
-        if (errno != EINTR)
-            Refuse(errno, "read");
-    }
+    return static_cast<std::size_t>(Make("read", [&] { return ::read(Descriptor(Handle), buffer, size); }));
 }
 
-OutFile::OutFile(const Path& path, Opening opening) : Handle(OpenForWriting(path, opening)) {}
+OutFile::OutFile(const Path& path, Opening opening, bool isPrivate)
+    : Handle(OpenForWriting(path, opening, isPrivate)) {}
 
 OutFile::~OutFile() {
     if (Handle >= 0)
@@ -130,9 +126,7 @@ OutFile::~OutFile() {
 }
 
 void OutFile::TakeModeOf(const Path& other) {
-    struct ::stat wanted {};
-    if (::stat(other.c_str(), &wanted) != 0)
-        Refuse(errno, "stat");
+    const auto wanted = FactsOf(other);
     const auto mine = FactsOf(Descriptor(Handle));
     if (mine.st_uid != wanted.st_uid || mine.st_gid != wanted.st_gid) {
         // Only the administrator may give files away; a group may be one of the user's own.
@@ -140,18 +134,26 @@ void OutFile::TakeModeOf(const Path& other) {
             ::fchown(Descriptor(Handle), static_cast<uid_t>(-1), wanted.st_gid) != 0 && errno != EPERM)
             Refuse(errno, "fchown");
     }
-    if (::fchmod(Descriptor(Handle), wanted.st_mode & 07777) != 0)
-        Refuse(errno, "fchmod");
+    Make("chmod", [&] { return ::fchmod(Descriptor(Handle), wanted.st_mode & 07777); });
+}
+
+void OutFile::BeNoMoreOpenThan(const Path& other) {
+    const auto limit = FactsOf(other);
+    const auto mine = FactsOf(Descriptor(Handle));
+    mode_t allowed = limit.st_mode | S_IRUSR | S_IWUSR;
+    // Another group than the other file's has there the rights of everybody.
+    if (mine.st_gid != limit.st_gid &&
+        ::fchown(Descriptor(Handle), static_cast<uid_t>(-1), limit.st_gid) != 0)
+        allowed = (allowed & ~mode_t{S_IRWXG}) | ((allowed & S_IRWXO) << 3);
+    Make("chmod", [&] { return ::fchmod(Descriptor(Handle), mine.st_mode & allowed & 07777); });
 }
 
 void OutFile::Write(std::string_view bytes) {
     while (!bytes.empty()) {
-        CheckFault("write");
-        const ssize_t written = ::write(Descriptor(Handle), bytes.data(), WritablePiece(bytes.size()));
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            Refuse(written < 0 ? errno : EIO, "write");
+        const std::size_t piece = WritablePiece(bytes.size());
+        const auto written = Make("write", [&] { return ::write(Descriptor(Handle), bytes.data(), piece); });
+        if (written == 0)
+            Refuse(EIO, "write");
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
 }
@@ -167,22 +169,46 @@ void OutFile::Flush() {
 }
 
 void OutFile::Close() {
-    // The system gives the descriptor up even when it reports a failure.
+    // Never made again: the system gives the descriptor up even when it reports a failure or a signal.
     const int result = ::close(Descriptor(std::exchange(Handle, -1)));
-    const int code = errno;
-    CheckFault("close");
-    if (result != 0)
+    const int reported = result == 0 ? 0 : errno;
+    const int fault = FaultAt("close");
+    const int code = fault != 0 ? fault : reported;
+    if (code != 0 && code != EINTR)
         Refuse(code, "close");
+}
+
+Entry EntryAt(const Path& path) {
+    struct ::stat facts {};
+    if (Try("stat", [&] { return ::stat(path.c_str(), &facts); }) == 0)
+        return S_ISDIR(facts.st_mode) ? Entry::Folder : Entry::File;
+    if (errno == ENOENT || errno == ENOTDIR)
+        return Entry::Absent;
+    Refuse(errno, "stat");
+}
+
+std::uint64_t SizeOf(const Path& path) {
+    const auto facts = FactsOf(path);
+    CheckRegular(facts);
+    return static_cast<std::uint64_t>(facts.st_size);
 }
 
 Path FollowLinks(const Path& path) {
     constexpr int mostLinks = 40;
     Path target = path;
     for (int followed = 0; followed < mostLinks; ++followed) {
-        std::error_code none;
-        const Path next = std::filesystem::read_symlink(target, none);
-        if (none)
+        Path next;
+        const int result = Try("readlink", [&] {
+            std::error_code refusal;
+            next = std::filesystem::read_symlink(target, refusal);
+            errno = refusal.value();
+            return refusal ? -1 : 0;
+        });
+        // EINVAL: this is no link.
+        if (result != 0 && (errno == EINVAL || errno == ENOENT || errno == ENOTDIR))
             return target;
+        if (result != 0)
+            Refuse(errno, "readlink");
         target = target.parent_path() / next;
     }
     Refuse(ELOOP, "readlink");
@@ -190,11 +216,13 @@ Path FollowLinks(const Path& path) {
 
 void CheckReplaceable(const Path& target) {
     struct ::stat facts {};
-    if (::stat(target.c_str(), &facts) != 0) {
+    if (Try("stat", [&] { return ::lstat(target.c_str(), &facts); }) != 0) {
         if (errno == ENOENT)
             return;
         Refuse(errno, "stat");
     }
+    if (S_ISLNK(facts.st_mode))
+        return;
     CheckRegular(facts);
     if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
         Refuse(errno, "access");
@@ -202,8 +230,12 @@ void CheckReplaceable(const Path& target) {
 
 Replaced Replace(const Path& finished, const Path& target) {
     Replaced replaced{target, Path(finished).replace_extension(".old")};
-    if (::link(target.c_str(), replaced.Kept.c_str()) != 0) {
+    if (Try("link", [&] { return ::link(target.c_str(), replaced.Kept.c_str()); }) != 0) {
         replaced.WasAbsent = errno == ENOENT;
+        // Some file systems know no second names, some files have all they can have.
+        if (!replaced.WasAbsent && errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS &&
+            errno != EMLINK)
+            Refuse(errno, "link");
         replaced.Kept.clear();
     }
     try {
@@ -236,21 +268,15 @@ void TakeBack(const Replaced& replaced) {
 }
 
 void Unlink(const Path& file) {
-    CheckFault("unlink");
-    if (::unlink(file.c_str()) != 0)
-        Refuse(errno, "unlink");
+    Make("unlink", [&] { return ::unlink(file.c_str()); });
 }
 
 void MakeFolder(const Path& folder) {
-    CheckFault("mkdir");
-    if (::mkdir(folder.c_str(), 0777) != 0)
-        Refuse(errno, "mkdir");
+    Make("mkdir", [&] { return ::mkdir(folder.c_str(), 0777); });
 }
 
 void RemoveFolder(const Path& folder) {
-    CheckFault("rmdir");
-    if (::rmdir(folder.c_str()) != 0)
-        Refuse(errno, "rmdir");
+    Make("rmdir", [&] { return ::rmdir(folder.c_str()); });
 }
 
 void TryCreatingIn(const Path& folder) {

@@ -39,8 +39,25 @@ std::intptr_t Open(const Path& path, DWORD access, DWORD sharing, DWORD creation
     return reinterpret_cast<std::intptr_t>(handle);
 }
 
-std::intptr_t OpenForWriting(const Path& path, OutFile::Opening opening) {
+bool IsLink(const Path& path) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = ::FindFirstFileW(path.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    ::FindClose(search);
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           found.dwReserved0 == IO_REPARSE_TAG_SYMLINK;
+}
+
+void RefuseLink(const Path& path, bool isPrivate) {
+    if (isPrivate && IsLink(path))
+        throw std::system_error(std::make_error_code(std::errc::too_many_symbolic_link_levels), "open");
+}
+
+// What a user's private files need denied to others, the rights of the user's own folders deny here.
+std::intptr_t OpenForWriting(const Path& path, OutFile::Opening opening, bool isPrivate) {
     CheckFault("open");
+    RefuseLink(path, isPrivate);
     if (opening == OutFile::Opening::Append)
         return Open(path, FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL);
     return Open(path, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
@@ -63,9 +80,10 @@ DWORD Piece(std::size_t wanted) {
 
 } // namespace
 
-InFile::InFile(const Path& path)
-    : Handle(Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
-                  FILE_FLAG_SEQUENTIAL_SCAN)) {
+InFile::InFile(const Path& path, bool isPrivate)
+    : Handle((RefuseLink(path, isPrivate),
+              Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
+                   FILE_FLAG_SEQUENTIAL_SCAN))) {
     LARGE_INTEGER size{};
     if (::GetFileType(Native(Handle)) != FILE_TYPE_DISK || !::GetFileSizeEx(Native(Handle), &size)) {
         ::CloseHandle(Native(Handle));
@@ -85,7 +103,8 @@ std::size_t InFile::Read(char* buffer, std::size_t size) {
     return got;
 }
 
-OutFile::OutFile(const Path& path, Opening opening) : Handle(OpenForWriting(path, opening)) {}
+OutFile::OutFile(const Path& path, Opening opening, bool isPrivate)
+    : Handle(OpenForWriting(path, opening, isPrivate)) {}
 
 OutFile::~OutFile() {
     if (Handle != 0)
@@ -94,6 +113,10 @@ OutFile::~OutFile() {
 
 void OutFile::TakeModeOf(const Path& /*other*/) {
     // Replace hands the attributes and rights of the old file on.
+}
+
+void OutFile::BeNoMoreOpenThan(const Path& /*other*/) {
+    // Rights come from the folder here, and the user's own folders are open to the user only.
 }
 
 void OutFile::Write(std::string_view bytes) {
@@ -126,6 +149,36 @@ void OutFile::Close() {
         Refuse(code, "close");
 }
 
+Entry EntryAt(const Path& path) {
+    CheckFault("stat");
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        if (IsLink(path) && !std::filesystem::exists(path))
+            return Entry::Absent;
+        return IsFolder(attributes) ? Entry::Folder : Entry::File;
+    }
+    switch (const DWORD code = ::GetLastError()) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    // Names that nothing can have.
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_DIRECTORY:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+        return Entry::Absent;
+    default:
+        Refuse(code, "stat");
+    }
+}
+
+std::uint64_t SizeOf(const Path& path) {
+    CheckFault("stat");
+    return std::filesystem::file_size(path);
+}
+
 Path FollowLinks(const Path& path) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
@@ -144,6 +197,8 @@ Path FollowLinks(const Path& path) {
 }
 
 void CheckReplaceable(const Path& target) {
+    if (IsLink(target))
+        return;
     const DWORD attributes = ::GetFileAttributesW(target.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         const DWORD code = ::GetLastError();
@@ -161,6 +216,9 @@ Replaced Replace(const Path& finished, const Path& wanted) {
     CheckFault("rename");
     // A file keeps its name, however the caller spells it.
     const Path target = AsOnDisk(wanted);
+    // Only a link that is to be replaced itself comes here, and the host's replacing would follow it.
+    if (IsLink(target))
+        Unlink(target);
     // Without a name to keep the old file by, a replacement that fails half-way would lose it.
     const Path kept = Path(finished).replace_extension(".old");
     if (::ReplaceFileW(target.c_str(), finished.c_str(), kept.c_str(),

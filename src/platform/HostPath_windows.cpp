@@ -8,6 +8,13 @@ namespace velmora::Files {
 
 const char Separator = '\\';
 
+bool NameFits(std::string_view folder, std::string_view name) {
+    constexpr std::size_t longestName = 255;
+    constexpr std::size_t longestPath = 259;
+    const std::size_t length = PathTexts::HostName(name).native().size();
+    return length <= longestName && HostPath(folder).native().size() + 1 + length <= longestPath;
+}
+
 std::filesystem::path HostPath(std::string_view path) {
     const auto components = PathTexts::Components(path);
     const std::size_t leading = std::min(path.find_first_not_of("/\\"), path.size());

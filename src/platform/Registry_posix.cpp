@@ -2,11 +2,11 @@
 
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
-#include "platform/FaultHook.h"
 #include "platform/Files.h"
 #include "platform/PrefixRegistry.h"
 #include "platform/Process.h"
 #include "platform/RegistryFile.h"
+#include "platform/SystemCall_posix.h"
 
 #include <algorithm>
 #include <array>
@@ -28,10 +28,7 @@ namespace fs = std::filesystem;
 class Lock {
   public:
     explicit Lock(const std::string& file) : Lock(Open(Files::HostPath(file))) {
-        int result = -1;
-        while (descriptor >= 0 && (result = ::flock(descriptor, LOCK_EX)) != 0 && errno == EINTR) {
-        }
-        if (result != 0)
+        if (descriptor < 0 || SystemCall::Try("flock", [this] { return ::flock(descriptor, LOCK_EX); }) != 0)
             throw Failure(FailurePermissionDenied, "Cannot lock " + file);
     }
     Lock(const Lock&) = delete;
@@ -42,8 +39,8 @@ class Lock {
     explicit Lock(int opened) : descriptor(opened) {}
 
     static int Open(const fs::path& file) {
-        CheckFault("open");
-        return ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        return SystemCall::Try("open",
+                               [&] { return ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666); });
     }
 
     int descriptor;

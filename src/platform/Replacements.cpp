@@ -4,8 +4,13 @@
 #include "platform/HostFiles.h"
 #include "platform/PathTexts.h"
 
-#include <chrono>
+#include <algorithm>
+#include <atomic>
+#include <charconv>
+#include <cstdint>
 #include <cstdio>
+#include <ctime>
+#include <future>
 #include <memory>
 #include <random>
 #include <utility>
@@ -17,34 +22,42 @@ using HostFiles::OutFile;
 
 namespace {
 
-/// A name that nothing in the folder has, unlike any name that is looked for in it.
+/// A name that nothing in the folder has, unlike any name that is looked for in it. It begins with the time,
+/// since a second name of an old file has that file's age.
 fs::path TemporaryBeside(const fs::path& target) {
     std::random_device random;
     char name[40];
-    std::snprintf(name, sizeof name, ".velmora-%08x%08x.tmp", random(), random());
+    std::snprintf(name, sizeof name, ".velmora-%08x%08x.tmp", static_cast<unsigned>(std::time(nullptr)),
+                  random());
     return target.parent_path() / name;
 }
 
-bool IsTemporary(std::string_view name) {
-    return name.size() == std::string_view(".velmora-0123456789abcdef.tmp").size() &&
-           name.starts_with(".velmora-") && (name.ends_with(".tmp") || name.ends_with(".old"));
+bool IsOldTemporary(std::string_view name) {
+    constexpr std::string_view start = ".velmora-";
+    constexpr unsigned day = 24 * 60 * 60;
+    unsigned made = 0;
+    if (name.size() != std::string_view(".velmora-0123456789abcdef.tmp").size() || !name.starts_with(start) ||
+        !(name.ends_with(".tmp") || name.ends_with(".old")))
+        return false;
+    const char* const time = name.data() + start.size();
+    return std::from_chars(time, time + 8, made, 16).ptr == time + 8 &&
+           std::int64_t{made} + day < std::int64_t{std::time(nullptr)};
 }
 
 } // namespace
 
-void ReplaceSafely(std::string_view path, std::string_view bytes) {
+void ReplaceSafely(std::string_view path, std::string_view bytes, const Placing& placing) {
     Replacements single;
-    single.Put(path, bytes);
+    single.Put(path, bytes, placing);
     single.Settle();
 }
 
 void RemoveOldTemporaries(std::string_view folder) {
     try {
-        const auto dayAgo = fs::file_time_type::clock::now() - std::chrono::hours(24);
         for (const auto& entry : fs::directory_iterator(HostPath(folder)))
-            if (IsTemporary(PathTexts::NameText(entry.path().filename())) && entry.last_write_time() < dayAgo)
+            if (IsOldTemporary(PathTexts::NameText(entry.path().filename())))
                 RemoveQuietly(entry.path(), Wanted::File);
-    } catch (const fs::filesystem_error&) {
+    } catch (const std::exception&) {
         // Nothing depends on it; the next time may do better.
     }
 }
@@ -54,7 +67,8 @@ struct Replacements::Pending {
     fs::path Temporary;
     std::function<void()> Settled;
     std::unique_ptr<OutFile> Open; ///< until it is finished: failures of the disk are told to its writer
-    HostFiles::Replaced Replaced;  ///< once it is finished
+    std::exception_ptr FlushFailure;
+    HostFiles::Replaced Replaced; ///< once it is finished
 };
 
 Replacements::Replacements() = default;
@@ -67,24 +81,28 @@ Replacements::~Replacements() {
     }
 }
 
-void Replacements::Put(std::string_view path, std::string_view bytes, std::function<void()> settled) {
+void Replacements::Put(std::string_view path, std::string_view bytes, std::function<void()> settled,
+                       const Placing& placing) {
     if (failure)
         return; // Settle tells it
     constexpr std::size_t mostOpen = 64;
     if (pending.size() - finished == mostOpen)
-        FinishNext();
+        FinishOpen();
     const fs::path host = HostPath(path);
     Attempt("write", host, Wanted::File, [&] {
-        const fs::path target = HostFiles::FollowLinks(host);
+        const bool isPrivate = placing.Readers == Sharing::Private;
+        const fs::path target = isPrivate ? host : HostFiles::FollowLinks(host);
         HostFiles::CheckReplaceable(target);
         const fs::path temporary = TemporaryBeside(target);
         try {
-            auto file = std::make_unique<OutFile>(temporary, OutFile::Opening::CreateNew);
-            if (Exists(target))
+            auto file = std::make_unique<OutFile>(temporary, OutFile::Opening::CreateNew, isPrivate);
+            if (!isPrivate && Exists(target))
                 file->TakeModeOf(target);
+            if (!placing.NoMoreOpenThan.empty())
+                file->BeNoMoreOpenThan(HostPath(placing.NoMoreOpenThan));
             file->Write(bytes);
             file->StartFlush();
-            pending.push_back({target, temporary, std::move(settled), std::move(file), {}});
+            pending.push_back({target, temporary, std::move(settled), std::move(file), {}, {}});
         } catch (...) {
             RemoveQuietly(temporary, Wanted::File);
             throw;
@@ -92,11 +110,36 @@ void Replacements::Put(std::string_view path, std::string_view bytes, std::funct
     });
 }
 
+void Replacements::FinishOpen() {
+    FlushOpen();
+    while (!failure && finished < pending.size())
+        FinishNext();
+}
+
+/// Several at a time: a disk takes as long for the flushes that wait together as for one.
+void Replacements::FlushOpen() {
+    constexpr std::size_t mostWaiting = 8;
+    std::atomic<std::size_t> next = finished;
+    const auto flush = [&] {
+        for (std::size_t i = next++; i < pending.size(); i = next++)
+            try {
+                pending[i].Open->Flush();
+            } catch (...) {
+                pending[i].FlushFailure = std::current_exception();
+            }
+    };
+    std::vector<std::future<void>> helpers;
+    for (std::size_t i = finished + 1; i < std::min(pending.size(), finished + mostWaiting); ++i)
+        helpers.push_back(std::async(flush));
+    flush();
+}
+
 void Replacements::FinishNext() {
     Pending& next = pending[finished];
     try {
         Attempt("write", next.Target, Wanted::File, [&] {
-            next.Open->Flush();
+            if (next.FlushFailure)
+                std::rethrow_exception(next.FlushFailure);
             next.Open->Close();
             next.Replaced = HostFiles::Replace(next.Temporary, next.Target);
         });
@@ -108,8 +151,7 @@ void Replacements::FinishNext() {
 }
 
 void Replacements::Settle() {
-    while (!failure && finished < pending.size())
-        FinishNext();
+    FinishOpen();
     auto replaced = std::exchange(pending, {});
     for (; replaced.size() > finished; replaced.pop_back()) {
         replaced.back().Open.reset();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Files.h"
+
 #include <cstddef>
 #include <exception>
 #include <functional>
@@ -20,7 +22,11 @@ class Replacements {
 
     /// Writes a file beside its place. It is there, and lasts, from Settle on, which then calls `settled`. On
     /// failure the old file is untouched and the temporary is gone.
-    void Put(std::string_view path, std::string_view bytes, std::function<void()> settled = {});
+    void Put(std::string_view path, std::string_view bytes, std::function<void()> settled = {},
+             const Placing& placing = {});
+    void Put(std::string_view path, std::string_view bytes, const Placing& placing) {
+        Put(path, bytes, {}, placing);
+    }
 
     /// Makes everything put so far last. A file that fails ends it: those put before are settled, those put
     /// after are not replaced. When the folder fails, the old files of all that could not be settled are in
@@ -29,6 +35,8 @@ class Replacements {
 
   private:
     struct Pending;
+    void FinishOpen();
+    void FlushOpen();
     void FinishNext();
     static void FlushFolders(const std::vector<Pending>& replaced);
     static void MakeLast(std::vector<Pending> replaced);

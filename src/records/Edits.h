@@ -125,8 +125,10 @@ class Edits {
     /// Gives a record the form in which it is shown, without a step: it is no edit.
     void Normalize(std::size_t position);
 
-    /// Writes files (Library::WriteFiles); after a success no file is losing a record.
-    void Write(const std::string& folder, const std::vector<std::string>& shortNames);
+    /// Writes files (Library::WriteFiles); after a success no file is losing a record. Returns the dated
+    /// copies.
+    std::vector<std::string> Write(const std::string& folder, const std::vector<std::string>& shortNames,
+                                   const Library::MissingCopy& goOnWithoutCopy = {});
     /// Empties and reads the library. The history goes on, as far as its records are on disk what they were
     /// here; the names of those that are not are returned, for they end the history before them.
     std::vector<std::string> Reread(const std::function<void()>& read);

@@ -21,9 +21,11 @@ std::size_t Edits::BytesOf(const Step& step) const {
                            });
 }
 
-void Edits::Write(const std::string& folder, const std::vector<std::string>& shortNames) {
+std::vector<std::string> Edits::Write(const std::string& folder, const std::vector<std::string>& shortNames,
+                                      const Library::MissingCopy& goOnWithoutCopy) {
+    std::vector<std::string> copies;
     try {
-        library.WriteFiles(folder, shortNames);
+        copies = library.WriteFiles(folder, shortNames, goOnWithoutCopy);
     } catch (...) {
         // Some files may be written: what was as on disk may be no longer.
         ForEachStep([](Step& step) {
@@ -36,6 +38,7 @@ void Edits::Write(const std::string& folder, const std::vector<std::string>& sho
     library.filesLosingRecords.clear();
     library.removedRecords.RemoveAll();
     written = true;
+    return copies;
 }
 
 std::vector<std::string> Edits::Reread(const std::function<void()>& read) {

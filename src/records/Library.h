@@ -89,14 +89,17 @@ class Library {
 
     /// Short names of the files that hold an edited record or lost one, as first met, told apart by case.
     [[nodiscard]] std::vector<std::string> FilesToWrite() const;
+    using MissingCopy = std::function<bool(const std::string& reason)>;
     /// Rewrites files from their records in list order, those marked for deletion left out; a file left
     /// without records is deleted. A file that gains a record is written before the one that loses it. Names
     /// that differ in case only mean one file. A failure tells which files were written; the records stay
     /// such that writing the same files again does the rest.
     /// Before a rewrite that drops something (LossesOf) or replaces what another program wrote, a dated copy
-    /// of the file goes to the backup folder of the last load. Files whose names differ in case only on disk
-    /// are never written.
-    void WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames);
+    /// of the file goes to the backup folder of the last load; where it cannot be made `goOnWithoutCopy` is
+    /// asked, once a save, with the reason. Returns the paths of the copies. Files whose names differ in case
+    /// only on disk are never written.
+    std::vector<std::string> WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames,
+                                        const MissingCopy& goOnWithoutCopy = {});
     /// What a file's rewrite drops of these bytes, which stand in it.
     [[nodiscard]] LossCounts LossesOf(const std::string& shortName, std::string_view bytes) const;
     /// Those of some files whose content on disk is not what was last read or written here.
@@ -109,8 +112,7 @@ class Library {
     friend class Edits; // the only writer of records and lists, beside loading
 
     class Writer;
-    std::vector<std::string> ListAndBackUp(const LoadRequest& request);
-    void BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const;
+    std::vector<std::string> ListFiles(const LoadRequest& request);
     void ReportCaseTwins(const LoadRequest& request, const std::vector<std::string>& names);
     void NoteContent(const std::string& shortName, const ContentHash& content, const LossCounts& losses = {});
     void ParseFile(const LoadRequest& request, const std::string& path, const FileBytes& file);

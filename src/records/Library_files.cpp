@@ -1,5 +1,6 @@
 // The library's reading from disk: a folder of files, with backups.
 #include "platform/Files.h"
+#include "records/Backups.h"
 #include "records/BlockReader.h"
 #include "records/FilesAhead.h"
 #include "records/Library.h"
@@ -17,41 +18,42 @@ bool Library::Load(const LoadRequest& request) {
                 {Kind.Word, {}, 0, "no-data-directory", std::string(Kind.MissingFolderText), Icon::Critical});
             return false;
         }
-        const std::vector<std::string> paths = ListAndBackUp(request);
+        backupFolder = request.BackupFolder;
+        const std::vector<std::string> names = ListFiles(request);
+        if (request.MakeBackups && request.AutoBackup)
+            Backups(Kind, backupFolder).KeepLoaded(request.Folder, names, request.Reading, request.Findings);
+        std::vector<std::string> paths;
+        for (const std::string& name : names)
+            paths.push_back(request.Folder + name);
         FilesAhead ahead(Kind, paths);
         for (std::size_t i = 0; i < paths.size(); ++i) {
-            const std::string name = velmora::Files::NameOf(paths[i]);
             if (request.Reading)
-                request.Reading(name, i, paths.size());
+                request.Reading(names[i], i, paths.size());
             ParseFile(request, paths[i], ahead.Next());
-            files.TryAdd(name, static_cast<std::int32_t>(i));
+            files.TryAdd(names[i], static_cast<std::int32_t>(i));
         }
         files.TryAdd(request.OwnFile, static_cast<std::int32_t>(paths.size()));
         return true;
     });
 }
 
-std::vector<std::string> Library::ListAndBackUp(const LoadRequest& request) {
-    backupFolder = request.BackupFolder;
+std::vector<std::string> Library::ListFiles(const LoadRequest& request) {
     std::vector<std::string> names;
-    for (std::string& name : velmora::Files::ListFiles(request.Folder))
-        if (CodePage::EndsWithNoCase(name, Kind.Extension))
+    for (std::string& name : velmora::Files::ListFiles(request.Folder)) {
+        if (!CodePage::EndsWithNoCase(name, Kind.Extension))
+            continue;
+        if (velmora::Files::NameOf(name) == name)
             names.push_back(std::move(name));
+        else
+            request.Findings(
+                {Kind.Word, name, 0, "unusable-file-name",
+                 "The file " + name + " is left out: to the game a \\ separates a folder from what is in it.",
+                 Icon::Exclamation});
+    }
     std::sort(names.begin(), names.end()); // names that differ in case only have no order of their own
     BubbleSort(names);
     ReportCaseTwins(request, names);
-    // The first in order has the shorter name for its backups; a whole file name is never a shorter one.
-    KeyedCollection<bool> bases;
-    std::vector<std::string> paths;
-    for (const std::string& name : names) {
-        paths.push_back(request.Folder + name);
-        std::string base = CodePage::ReplaceNoCase(name, Kind.Extension, "");
-        if (!bases.TryAdd(base, true))
-            base = name;
-        if (request.MakeBackups && request.AutoBackup)
-            BackUp(request, name, base);
-    }
-    return paths;
+    return names;
 }
 
 void Library::ReportCaseTwins(const LoadRequest& request, const std::vector<std::string>& names) {
@@ -68,15 +70,6 @@ void Library::ReportCaseTwins(const LoadRequest& request, const std::vector<std:
                               .append(" are one file to the game.  Neither will be written to."),
                           Icon::Exclamation});
     }
-}
-
-void Library::BackUp(const LoadRequest& request, const std::string& fileName, const std::string& base) const {
-    const auto backup = [&](std::string_view which) {
-        return std::string(request.BackupFolder).append(base).append(which).append(Kind.BackupMark);
-    };
-    if (!velmora::Files::FileExists(backup(".1st")))
-        velmora::Files::CopyFile(request.Folder + fileName, backup(".1st"));
-    velmora::Files::CopyFile(request.Folder + fileName, backup(".latest"));
 }
 
 void Library::NoteContent(const std::string& shortName, const ContentHash& content,

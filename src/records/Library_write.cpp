@@ -1,7 +1,7 @@
 // The library's writing to disk.
 #include "platform/Files.h"
 #include "platform/Replacements.h"
-#include "platform/TimeText.h"
+#include "records/Backups.h"
 #include "records/Library.h"
 #include "services/Trap.h"
 #include "services/modWriter.h"
@@ -12,24 +12,12 @@
 
 namespace velmora {
 
-namespace {
-
-constexpr std::size_t CopiesKept = 20;
-
-bool IsDateMark(std::string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if (i == 0 ? text[i] != '.' : i == 9 ? text[i] != '-' : text[i] < '0' || text[i] > '9')
-            return false;
-    return true;
-}
-
-} // namespace
-
 /// One save of some files.
 class Library::Writer {
   public:
-    Writer(Library& owner, const std::string& dataFolder, const std::vector<std::string>& shortNames)
-        : library(owner), folder(dataFolder) {
+    Writer(Library& owner, const std::string& dataFolder, const std::vector<std::string>& shortNames,
+           const MissingCopy& aboutMissingCopies)
+        : library(owner), folder(dataFolder), goOnWithoutCopy(aboutMissingCopies) {
         for (const std::string& name : shortNames) {
             Trap(library.Kind.Routine("WriteItDown"), {name}, [&] { RefuseTwins(name); });
             files.TryAdd(name, File{library.PlaceOf(name)});
@@ -40,8 +28,8 @@ class Library::Writer {
     }
 
     /// Gaining files first. Where files gain from each other, the first of them is written with what it
-    /// still has to give away, and once more when that has arrived.
-    void Run() {
+    /// still has to give away, and once more when that has arrived. Returns the dated copies made.
+    std::vector<std::string> Run() {
         for (auto& [name, file] : files)
             if (file.Gains)
                 WriteItDown(name, file);
@@ -50,6 +38,7 @@ class Library::Writer {
             if (!file.Done)
                 WriteItDown(name, file);
         Settle();
+        return std::move(copies);
     }
 
   private:
@@ -156,33 +145,17 @@ class Library::Writer {
 
     /// What only the old file holds must be found again: comments, lines that make no sense, another
     /// program's changes.
-    void KeepDatedCopy(const std::string& name, const std::string& old) const {
-        if (library.backupFolder.empty())
-            return;
-        const std::string extension(library.Kind.Extension);
-        const std::string base = name.substr(0, name.size() - extension.size());
-        const std::string stem = library.backupFolder + base + DateMark(std::time(nullptr));
-        const auto named = [&](const std::string& mark) { return stem + mark + extension; };
-        std::string copy = named("");
-        for (int n = 2; velmora::Files::FileExists(copy); ++n)
-            copy = named('_' + std::to_string(n));
-        velmora::Files::ReplaceSafely(copy, old);
-        DropOldCopies(base, extension);
-    }
-
-    /// Keeps the newest copies of a file: their names sort by date.
-    void DropOldCopies(const std::string& base, const std::string& extension) const {
-        std::vector<std::string> copies;
-        const std::size_t length = base.size() + DateMark(0).size();
-        for (std::string& name : velmora::Files::ListFiles(library.backupFolder))
-            if (name.size() >= length + extension.size() &&
-                CodePage::EqualNoCase(std::string_view(name).substr(0, base.size()), base) &&
-                CodePage::EndsWithNoCase(name, extension) &&
-                IsDateMark(name.substr(base.size(), length - base.size())))
-                copies.push_back(std::move(name));
-        std::sort(copies.begin(), copies.end());
-        for (std::size_t i = 0; i + CopiesKept < copies.size(); ++i)
-            velmora::Files::DeleteFile(library.backupFolder + copies[i]);
+    void KeepDatedCopy(const std::string& name, const std::string& old) {
+        try {
+            const std::string copy =
+                Backups(library.Kind, library.backupFolder).KeepDated(folder + name, old);
+            if (!copy.empty())
+                copies.push_back(copy);
+        } catch (const Failure& failure) {
+            withoutCopies = withoutCopies || (goOnWithoutCopy && goOnWithoutCopy(failure.Description()));
+            if (!withoutCopies)
+                throw;
+        }
     }
 
     [[nodiscard]] std::string Outcome() const {
@@ -196,6 +169,9 @@ class Library::Writer {
 
     Library& library;
     const std::string& folder;
+    const MissingCopy& goOnWithoutCopy;
+    bool withoutCopies = false; ///< the user has agreed
+    std::vector<std::string> copies;
     KeyedCollection<File> files;
     std::deque<std::string> unsettled; ///< names of the files in the replacements
     velmora::Files::Replacements replacements;
@@ -220,6 +196,8 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder,
                                                  const std::vector<std::string>& shortNames) const {
     std::vector<std::string> changed;
     for (const std::string& name : shortNames) {
+        if (caseTwins.Find(name))
+            continue; // neither is ever written, and only one could be known
         const KnownFile* file = knownFiles.Find(name);
         const bool exists = velmora::Files::FileExists(folder + name);
         if (exists != (file != nullptr) ||
@@ -236,9 +214,12 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder) cons
     return ChangedOutside(folder, names);
 }
 
-void Library::WriteFiles(const std::string& folder, const std::vector<std::string>& shortNames) {
-    Writer(*this, folder, shortNames).Run();
+std::vector<std::string> Library::WriteFiles(const std::string& folder,
+                                             const std::vector<std::string>& shortNames,
+                                             const MissingCopy& goOnWithoutCopy) {
+    auto copies = Writer(*this, folder, shortNames, goOnWithoutCopy).Run();
     velmora::Files::RemoveOldTemporaries(folder);
+    return copies;
 }
 
 } // namespace velmora

@@ -78,10 +78,14 @@ TEST(FilesFaults, AFileThatFailsEndsTheReplacing) {
     Files::Replacements replacements;
     for (int i = 0; i < 70; ++i) // more than are open at a time
         replacements.Put(folder / std::to_string(i), "new", [&settled] { ++settled; });
-    EXPECT_THAT(FailureOf([&] { replacements.Settle(); }).Description(),
-                HasSubstr("Cannot write " + (folder / "1") + ":"));
-    EXPECT_EQ(settled, 1);
-    EXPECT_EQ(ContentsOf(folder), (Contents{{"0", "new"}}));
+    const std::string told = FailureOf([&] { replacements.Settle(); }).Description();
+    Contents
+        before; // several flushes wait at a time: any of the first files may be the second one to be flushed
+    for (int i = 0; i < settled; ++i)
+        before.emplace(std::to_string(i), "new");
+    EXPECT_THAT(told, HasSubstr("Cannot write " + (folder / std::to_string(settled)) + ":"));
+    EXPECT_LT(settled, 64);
+    EXPECT_EQ(ContentsOf(folder), before);
 }
 
 TEST(FilesFaults, TheDiskIsWaitedForLateAndBeforeAnyRenamingButFewFilesAreOpen) {
@@ -89,17 +93,23 @@ TEST(FilesFaults, TheDiskIsWaitedForLateAndBeforeAnyRenamingButFewFilesAreOpen) 
     const Fault none;
     std::string expected;
     constexpr int mostOpen = 64;
+    std::string flushes;
+    std::string renames;
+    for (int i = 0; i < mostOpen; ++i) {
+        flushes += "fsync ";
+        renames += "close rename ";
+    }
     {
         Files::Replacements replacements;
         for (int i = 0; i <= mostOpen; ++i) {
             replacements.Put(folder / std::to_string(i), "x");
-            expected += i < mostOpen ? "open write " : "fsync close rename open write ";
+            if (i == mostOpen)
+                expected += flushes + renames;
+            expected += "open write ";
         }
         EXPECT_EQ(none.Calls, expected);
     }
-    for (int i = 0; i < mostOpen; ++i)
-        expected += "fsync close rename ";
-    EXPECT_THAT(none.Calls, StartsWith(expected));
+    EXPECT_THAT(none.Calls, StartsWith(expected + "fsync close rename "));
 }
 
 TEST(FilesFaults, ShortWritesAreCarriedOn) {

@@ -69,6 +69,27 @@ TEST_F(LibraryTest, FailingBackupEndsTheLoad) {
     EXPECT_TRUE(library.Empty());
 }
 
+TEST_F(LibraryTest, ASaveGoesOnWithoutItsDatedCopyOnlyWhereThatIsAgreedTo) {
+    for (const char* name : {"a.event", "b.event"})
+        Put(name, "// by hand\r\n" + Block(name));
+    ASSERT_TRUE(Load());
+    std::filesystem::remove_all(backups);
+    for (const std::string& name : library.Names())
+        Edit(name);
+    for (const bool agreed : {false, true}) {
+        int asked = 0;
+        const auto answer = [&](const std::string& reason) {
+            EXPECT_THAT(reason, HasSubstr(backups));
+            ++asked;
+            return agreed;
+        };
+        EXPECT_EQ(FailureOf([&] { library.WriteFiles(data, library.FilesToWrite(), answer); }).Number,
+                  agreed ? 0 : FailureAlreadyReported);
+        EXPECT_EQ(asked, 1);
+        EXPECT_EQ(Get("b.event").find("by hand") != std::string::npos, !agreed);
+    }
+}
+
 class LibraryMovesTest : public LibraryTest {};
 
 TEST_F(LibraryMovesTest, LosesNoRecordWhereverTheSaveEnds) {
@@ -167,17 +188,26 @@ TEST_F(LibraryTest, NoticesWhatOthersDoToItsFiles) {
     EXPECT_THAT(library.ChangedOutside(data), IsEmpty());
 }
 
+/// The temporary of a save at some time, without ending.
+std::string TemporaryOf(std::time_t made) {
+    char name[26];
+    std::snprintf(name, sizeof name, ".velmora-%08x01234567", static_cast<unsigned>(made));
+    return name;
+}
+
 TEST_F(LibraryTest, ClearsAwayWhatAKilledSaveLeft) {
-    const std::string fresh = ".velmora-fedcba9876543210.tmp";
-    const auto now = std::filesystem::file_time_type::clock::now();
-    for (const std::string name : {".velmora-fedcba9876543210.tmp", ".velmora-0123456789abcdef.tmp",
-                                   ".velmora-0123456789abcdef.old", ".velmora-notes-of-mine-01.txt"}) {
+    // What a program has in use may be a second name of a file that is years old.
+    const std::string fresh = TemporaryOf(std::time(nullptr) - 23 * 3600);
+    const std::string stale = TemporaryOf(std::time(nullptr) - 25 * 3600);
+    for (const std::string& name :
+         {fresh + ".old", stale + ".tmp", stale + ".old", std::string(".velmora-notes-of-mine-01.txt")}) {
         Put(name, "x");
-        std::filesystem::last_write_time(data + name, now - std::chrono::hours(name == fresh ? 23 : 25));
+        std::filesystem::last_write_time(data + name, std::filesystem::file_time_type::clock::now() -
+                                                          std::chrono::hours(99));
     }
     library.WriteFiles(data, {});
     EXPECT_THAT(Files::ListFiles(data),
-                ::testing::UnorderedElementsAre(fresh, ".velmora-notes-of-mine-01.txt"));
+                ::testing::UnorderedElementsAre(fresh + ".old", ".velmora-notes-of-mine-01.txt"));
 }
 
 TEST_F(LibraryTest, GivesBackEveryByteThatFitsIntoTheFile) {

@@ -89,6 +89,16 @@ TEST_F(LossesTest, AreKeptInADatedCopy) {
     EXPECT_EQ(kept.front(), "a.20100116-120000.event");
     EXPECT_EQ(Files::ReadWhole(backups + kept[19]), commented);
     EXPECT_EQ(kept.back(), "a.b.20100101-120000.event");
+
+    for (int day = 10; day < 30; ++day)
+        Files::ReplaceSafely(backups + "a.299901" + std::to_string(day) + "-120000.event",
+                             "from a wrong clock");
+    Put("a.event", commented);
+    ASSERT_TRUE(Load());
+    const std::vector<std::string> made = library.WriteFiles(data, {"a.event"});
+    ASSERT_EQ(made.size(), 1u);
+    EXPECT_EQ(Files::ReadWhole(made[0]), commented);
+    EXPECT_EQ(Files::ListFiles(backups).size(), 21u);
 }
 
 TEST(TextDiff, ListsTheLinesThatDiffer) {
