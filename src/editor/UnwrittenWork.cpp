@@ -1,23 +1,32 @@
 #include "editor/UnwrittenWork.h"
 
-#include "editor/QtText.h"
 #include "services/Prompts.h"
 #include "services/modWriter.h"
 
-#include <QLockFile>
-
 namespace velmora {
+
+namespace {
+
+const std::string NotKept =
+    "Your changes are safe in this window, but could not be noted on disk in case the "
+    "program ends before they are written to file.\r";
+
+} // namespace
 
 UnwrittenWork::UnwrittenWork(Edits& libraryEdits, const Library& library)
     : edits(libraryEdits), journal(library) {
     edits.OnChange([this](const Edits::Change& change) { Keep(change); });
 }
-UnwrittenWork::~UnwrittenWork() = default;
 
 bool UnwrittenWork::Lock(const std::string& path) {
-    lock = std::make_unique<QLockFile>(PathToQt(path + ".lock"));
-    lock->setStaleLockTime(0); // however long it is held: only the end of its program frees it
-    return lock->tryLock() || lock->error() != QLockFile::LockFailedError;
+    lock.reset();
+    try {
+        if (auto taken = FileLock::Try(path + ".lock"))
+            lock.emplace(std::move(*taken));
+        return lock.has_value();
+    } catch (const Failure&) {
+        return true; // where nothing can be locked work is kept all the same
+    }
 }
 
 bool UnwrittenWork::Offer(const std::string& path, const std::string& folder) {
@@ -36,7 +45,7 @@ bool UnwrittenWork::Offer(const std::string& path, const std::string& folder) {
         edits.Do(journal.TakeUp(found));
     else if (!found.Empty() && found.Complaint.empty())
         gPrompts->Message("The changes are kept as " + journal.KeepCopy());
-    TellTrouble(journal.Begin());
+    TellTrouble(NotKept, journal.Begin());
     return wanted;
 }
 
@@ -54,20 +63,20 @@ bool UnwrittenWork::AskToTakeUp(const Journal::Leftover& found) const {
 void UnwrittenWork::Keep(const Edits::Change& change) {
     const bool committed = change.Kind != Edits::How::Opened && change.Kind != Edits::How::TakenBack;
     if (committed)
-        TellTrouble(journal.Note(change.Names));
+        TellTrouble(NotKept, journal.Note(change.Names));
 }
 
 void UnwrittenWork::Drop() {
-    TellTrouble(journal.Remove());
+    TellTrouble(
+        "What was kept on disk in case the program ends could not be removed.  These changes are written "
+        "to file or given up, and will be offered once more.\r",
+        journal.Remove());
     lock.reset();
 }
 
-void UnwrittenWork::TellTrouble(const std::string& reason) {
+void UnwrittenWork::TellTrouble(const std::string& trouble, const std::string& reason) {
     if (!reason.empty())
-        gPrompts->Message("Your changes are safe in this window, but could not be noted on disk in case the "
-                          "program ends before they are written to file.\r" +
-                              reason,
-                          Icon::Exclamation);
+        gPrompts->Message(trouble + reason, Icon::Exclamation);
 }
 
 } // namespace velmora

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "platform/FileLock.h"
 #include "records/Journal.h"
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
-
-class QLockFile;
 
 namespace velmora {
 
@@ -14,7 +13,6 @@ namespace velmora {
 class UnwrittenWork {
   public:
     explicit UnwrittenWork(Edits& libraryEdits, const Library& library);
-    ~UnwrittenWork();
 
     /// To be called after loading: asks whether to take up what an earlier run left. True when it was taken
     /// up. While another program has the journal, edits are not kept.
@@ -26,11 +24,11 @@ class UnwrittenWork {
     void Keep(const Edits::Change& change);
     bool Lock(const std::string& path);
     [[nodiscard]] bool AskToTakeUp(const Journal::Leftover& found) const;
-    static void TellTrouble(const std::string& reason);
+    static void TellTrouble(const std::string& trouble, const std::string& reason);
 
     Edits& edits;
     Journal journal;
-    std::unique_ptr<QLockFile> lock;
+    std::optional<FileLock> lock;
 };
 
 } // namespace velmora

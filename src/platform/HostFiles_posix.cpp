@@ -182,7 +182,7 @@ Entry EntryAt(const Path& path) {
     struct ::stat facts {};
     if (Try("stat", [&] { return ::stat(path.c_str(), &facts); }) == 0)
         return S_ISDIR(facts.st_mode) ? Entry::Folder : Entry::File;
-    if (errno == ENOENT || errno == ENOTDIR)
+    if (errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG) // which nothing can have
         return Entry::Absent;
     Refuse(errno, "stat");
 }

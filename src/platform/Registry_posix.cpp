@@ -2,19 +2,15 @@
 
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/PrefixRegistry.h"
 #include "platform/Process.h"
 #include "platform/RegistryFile.h"
-#include "platform/SystemCall_posix.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
-#include <unistd.h>
 #include <utility>
 
 namespace velmora {
@@ -22,29 +18,6 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Keeps other programs off while the registry is read, changed and written. The lock's file stays: removing
-/// it would let two programs hold a lock each.
-class Lock {
-  public:
-    explicit Lock(const std::string& file) : Lock(Open(Files::HostPath(file))) {
-        if (descriptor < 0 || SystemCall::Try("flock", [this] { return ::flock(descriptor, LOCK_EX); }) != 0)
-            throw Failure(FailurePermissionDenied, "Cannot lock " + file);
-    }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-    ~Lock() { ::close(descriptor); }
-
-  private:
-    explicit Lock(int opened) : descriptor(opened) {}
-
-    static int Open(const fs::path& file) {
-        return SystemCall::Try("open",
-                               [&] { return ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666); });
-    }
-
-    int descriptor;
-};
 
 /// Where a user's Windows programs live on this host.
 class CompatibilityPrefix {
@@ -174,7 +147,8 @@ class FileRegistry : public Registry {
     Result Change(const Work& work, Result failed) {
         try {
             Files::CreateFolder(Files::FolderOf(file));
-            const Lock lock(file + ".lock");
+            // No other program comes between reading, changing and writing.
+            const FileLock lock(file + ".lock");
             const std::string before = Text();
             RegistryFile registry(before);
             const std::string readBack = registry.Text();

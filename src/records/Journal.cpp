@@ -18,6 +18,9 @@ constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view Deleted = "DELETED";
 constexpr std::string_view AsOnDisk = "CLEAN ";
 constexpr std::string_view Removed = "REMOVED ";
+constexpr std::string_view Void = "VOID\r\n"; ///< an entry: what stands before it is written or given up
+
+const Files::Placing JustForTheUser{.Readers = Files::Sharing::Private};
 
 std::string FirstLines(const RecordKind& kind, const std::string& folder) {
     return "VELMORA JOURNAL 2 " + std::string(kind.Word) + "\r\nFOLDER " + folder + "\r\n";
@@ -57,8 +60,8 @@ std::string_view TakeEntry(std::string_view& text) {
     return content;
 }
 
-void AppendEntry(const std::string& entry, std::string& text) {
-    text += "ENTRY " + std::to_string(entry.size()) + ' ' + Checksum(entry) + "\r\n" + entry;
+void AppendEntry(std::string_view entry, std::string& text) {
+    text.append("ENTRY " + std::to_string(entry.size()) + ' ' + Checksum(entry) + "\r\n").append(entry);
 }
 
 std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block) {
@@ -72,6 +75,12 @@ std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block
 
 /// False when it tells of no record.
 bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover& found) {
+    if (entry == Void) {
+        found.Records.RemoveAll();
+        found.RemovedRecords.clear();
+        found.FilesLosingRecords.clear();
+        return true;
+    }
     std::string_view file = TakeLine(entry);
     if (const bool removed = Skip(file, Removed); removed || Skip(file, AsOnDisk)) {
         found.Records.Remove(file);
@@ -109,7 +118,7 @@ void Journal::Find(const std::string& journalPath, const std::string& dataFolder
     noted.RemoveAll();
     if (!Files::FileExists(path))
         return;
-    const std::string bytes = Files::ReadWhole(path);
+    const std::string bytes = Files::ReadWhole(path, Files::Sharing::Private);
     std::string_view text = bytes;
     if (!Skip(text, FirstLines(library.Kind, folder))) {
         found.Complaint = "There are unwritten edits in " + path +
@@ -126,7 +135,7 @@ std::string Journal::KeepCopy() const {
     std::string copy = path + DateMark(std::time(nullptr));
     while (Files::FileExists(copy))
         copy += '+';
-    Files::CopyFile(path, copy);
+    Files::ReplaceSafely(copy, Files::ReadWhole(path, Files::Sharing::Private), JustForTheUser);
     return copy;
 }
 
@@ -185,19 +194,32 @@ std::string Journal::Note(const std::vector<std::string_view>& names) {
         for (const std::string_view name : names)
             AppendState(name, text);
         if (!text.empty())
-            Files::AppendSafely(path, text);
+            Files::AppendSafely(path, text, Files::Sharing::Private);
     });
 }
 
 std::string Journal::Remove() {
     if (!std::exchange(noting, false))
         return {};
-    return Attempt([this] { RemoveFile(); });
+    try {
+        RemoveFile();
+        return {};
+    } catch (const Failure& failure) {
+        return failure.Description();
+    }
 }
 
 void Journal::RemoveFile() const {
-    if (Files::FileExists(path))
+    if (!Files::FileExists(path))
+        return;
+    try {
         Files::DeleteFile(path);
+    } catch (const Failure&) {
+        // It must not be offered again.
+        std::string text;
+        AppendEntry(Void, text);
+        Files::AppendSafely(path, text, Files::Sharing::Private);
+    }
 }
 
 bool Journal::AnyLosingTakenBack() const {
@@ -216,7 +238,7 @@ void Journal::Rewrite() {
             AppendEdit(record, text);
     for (const auto& [name, file] : library.RemovedRecords())
         AppendState(name, text);
-    Files::ReplaceSafely(path, text);
+    Files::ReplaceSafely(path, text, JustForTheUser);
     whole = true;
 }
 

@@ -42,7 +42,8 @@ class Journal {
     std::string Begin();
     /// Notes what the records of these names are now.
     std::string Note(const std::vector<std::string_view>& names);
-    /// Removes the journal: its edits are written, or given up.
+    /// Removes the journal, or voids it where the host does not let it go: its edits are written, or given
+    /// up. Trouble is told each time.
     std::string Remove();
 
   private:

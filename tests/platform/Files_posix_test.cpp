@@ -64,6 +64,35 @@ TEST_F(FilesPosixTest, ReplacingFollowsLinks) {
     EXPECT_THAT(Files::ListFiles(folder / "real"), UnorderedElementsAre("a.event", "made.event"));
 }
 
+TEST_F(FilesPosixTest, ALinkThatCannotBeReadFailsTheWriteAndPrivateFilesFollowNone) {
+    folder.Write("real", "old");
+    Link("link", "real");
+    {
+        const Fault refused("readlink", 0, EIO);
+        EXPECT_EQ(FailureOf([&] { Files::ReplaceSafely(folder / "link", "new"); }).Number,
+                  FailureDeviceError);
+    }
+    EXPECT_TRUE(fs::is_symlink(folder.Host() / "link"));
+    constexpr auto onlyMine = Files::Sharing::Private;
+    EXPECT_NE(FailureOf([&] { Files::AppendSafely(folder / "link", "new", onlyMine); }).Number, 0);
+    EXPECT_NE(FailureOf([&] { Files::ReadWhole(folder / "link", onlyMine); }).Number, 0);
+    Files::ReplaceSafely(folder / "link", "new", {.Readers = onlyMine});
+    Files::AppendSafely(folder / "link", "er", onlyMine);
+    Files::AppendSafely(folder / "made", "made", onlyMine);
+    EXPECT_EQ(Files::ReadWhole(folder / "link", onlyMine), "newer");
+    EXPECT_EQ(folder.Read("real"), "old");
+    for (const char* name : {"link", "made"})
+        EXPECT_EQ(fs::symlink_status(folder.Host() / name).permissions(),
+                  fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(folder.EntryCount(), 3);
+}
+
+TEST_F(FilesPosixTest, AFileThatTheHostCannotTellOfIsNotMissing) {
+    const Fault refused("stat", 0, EIO);
+    EXPECT_EQ(FailureOf([&] { Files::FileExists(folder / "a"); }).Number, FailureDeviceError);
+    EXPECT_EQ(FailureOf([&] { Files::FolderExists(folder.Path()); }).Number, FailureDeviceError);
+}
+
 TEST_F(FilesPosixTest, ListsBrokenLinksButNoLinksToFolders) {
     folder.Write("d/a.event", "x");
     Link("file.event", "d/a.event");
