@@ -132,7 +132,7 @@ void LoadInto(Library& library, const BenchLibrary& files) {
     LoadRequest request;
     request.Folder = files.Folder;
     request.OwnFile = "MyEvents.event";
-    request.Findings = [](const Finding&) {};
+    request.Problems = [](const Problem&) {};
     library.Load(request);
 }
 

@@ -22,7 +22,7 @@ struct Writable {
         request.Folder = Temp / "Data/";
         request.BackupFolder = Temp / "BackupData/";
         request.OwnFile = "MyEvents.event";
-        request.Findings = [](const Finding&) {};
+        request.Problems = [](const Problem&) {};
         Loaded.Load(request);
     }
 
@@ -84,7 +84,7 @@ void Write(benchmark::State& state) {
     Library again(EventKind);
     LoadRequest request;
     request.Folder = folder;
-    request.Findings = [](const Finding&) {};
+    request.Problems = [](const Problem&) {};
     again.Load(request);
     if (names.size() != files.From.EventPaths.size() ||
         BlockOf(EventKind, again.At(0)) != BlockOf(EventKind, files.Loaded.At(0)))

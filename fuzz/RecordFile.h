@@ -14,7 +14,7 @@ namespace velmora {
 /// The records of a file's bytes, written as blocks.
 inline std::string Write(const RecordKind& kind, const WrittenBlocks& file) {
     std::string written;
-    const FindingSink nobody = [](const Finding&) {};
+    const ProblemSink nobody = [](const Problem&) {};
     BlockReader reader(kind, "Fuzz", nobody, [&](std::unique_ptr<Record> record, std::size_t) {
         written += BlockOf(kind, *record);
     });

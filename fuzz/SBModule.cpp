@@ -20,7 +20,7 @@ void ExpectNoneTwice(const std::vector<std::string>& list) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const velmora::FindingSink nobody = [](const velmora::Finding&) {};
+    const velmora::ProblemSink nobody = [](const velmora::Problem&) {};
     velmora::BlockReader reader(velmora::SBModuleKind, "Fuzz.SBModule", nobody,
                                 [](std::unique_ptr<velmora::Record> record, std::size_t) {
                                     const auto& module = static_cast<const velmora::clsSBModule&>(*record);

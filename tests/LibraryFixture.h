@@ -36,7 +36,7 @@ struct LibraryInFolder {
         request.OwnFile = ownFile;
         request.MakeBackups = true;
         request.AutoBackup = autoBackup;
-        request.Findings = [this](const Finding& finding) {
+        request.Problems = [this](const Problem& finding) {
             texts.push_back(finding.File + ":" + std::to_string(finding.Line) + ": " +
                             ReplaceAll(finding.Text, "\r", "|") + " [" + std::string(finding.Rule) + "]");
         };
@@ -168,7 +168,7 @@ class LibraryFixture : public ::testing::Test, protected LibraryInFolder {
     /// Every byte that a quoted text can hold.
     static std::string AllBytes() {
         std::string bytes;
-        for (int byte = 0; byte < 256; ++byte)
+        for (int byte = 1; byte < 256; ++byte)
             if (byte != '"' && byte != '\r' && byte != '\n')
                 bytes += static_cast<char>(byte);
         return bytes;

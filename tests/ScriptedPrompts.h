@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/Prompts.h"
+#include "services/ProblemMessages.h"
 
 #include <gtest/gtest.h>
 
@@ -22,6 +22,7 @@ class ScriptedPrompts : public Prompts {
     ScriptedPrompts& operator=(const ScriptedPrompts&) = delete;
     ~ScriptedPrompts() override {
         gPrompts = previous;
+        ProblemMessages::AsOneList = false;
         for (const Expected& missing : expected)
             ADD_FAILURE() << "never asked: " << missing.Kind << ": " << missing.Text;
     }
@@ -43,7 +44,8 @@ class ScriptedPrompts : public Prompts {
     /// One line a prompt: "Message[Exclamation]: text", "Ask[No default]: text -> Yes", "Input: prompt ->
     /// answer".
     std::vector<std::string> Transcript;
-    std::vector<Question> Questions; ///< every question asked, with its details
+    std::vector<Question> Questions;  ///< every question asked, with its details
+    std::vector<std::string> Details; ///< of every message
     std::vector<FileRequest> FileRequests;
     std::vector<std::string> PickedFrom; ///< where each picker of folders started
     std::vector<ErrorDetails> Errors;    ///< every error reported
@@ -54,11 +56,12 @@ class ScriptedPrompts : public Prompts {
     /// The transcript so far, which starts anew.
     std::vector<std::string> TakeTranscript() { return std::exchange(Transcript, {}); }
 
-    void Message(const std::string& text, Icon icon) override {
+    void Message(const std::string& text, Icon icon, const std::string& details) override {
+        Details.push_back(details);
         Transcript.push_back("Message" + IconTag(icon) + ": " + Shown(text));
     }
-    bool MessageInSeries(const std::string& text, Icon icon) override {
-        Message(text, icon);
+    bool MessageInSeries(const std::string& text, Icon icon, const std::string& details) override {
+        Message(text, icon, details);
         return ShowRestAsList;
     }
     void MessageList(const std::vector<std::string>& texts) override {

@@ -1,7 +1,8 @@
 #include "cli/Commands.h"
 #include "cli/Reports.h"
-#include "cli/RuleTable.h"
+#include "records/CheckRecords.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace velmora {
@@ -21,7 +22,7 @@ class Checking {
             Load(*kind);
         report->Begin(CheckReport::Section::Reasons);
         for (std::size_t i = 0; i < libraries.size(); ++i)
-            CheckRecords(*options.Game.Kinds[i], *libraries[i]);
+            Check(*options.Game.Kinds[i], *libraries[i]);
         report->Begin(CheckReport::Section::Errors);
         for (const LoadError& error : loader.Errors())
             if (!IsIgnored(LoadFailureRule))
@@ -39,7 +40,7 @@ class Checking {
 
     void Load(const KindEntry& kind) {
         libraries.push_back(std::make_unique<Library>(*kind.Kind));
-        loader.Load(kind, *libraries.back(), [&](const Finding& message) {
+        loader.Load(kind, *libraries.back(), [&](const Problem& message) {
             if (IsIgnored(message.Rule))
                 return;
             report->Add(kind, message);
@@ -47,17 +48,13 @@ class Checking {
         });
     }
 
-    void CheckRecords(const KindEntry& kind, const Library& library) {
-        if (kind.Check == nullptr)
-            return;
-        for (const auto& [name, record] : library) {
-            std::vector<Reason> reasons = kind.Check(*kind.Kind->Copy(record), context);
-            std::erase_if(reasons, [&](const Reason& reason) { return IsIgnored(reason.Rule); });
-            if (reasons.empty())
-                continue;
-            report->Add(kind, record, reasons);
-            foundAny = true;
-        }
+    void Check(const KindEntry& kind, const Library& library) {
+        CheckRecords(library, context, [&](const Record& record, std::vector<Problem>& problems) {
+            std::erase_if(problems, [&](const Problem& problem) { return IsIgnored(problem.Rule); });
+            report->Add(kind, record, problems);
+            foundAny |= std::any_of(problems.begin(), problems.end(),
+                                    [](const Problem& problem) { return problem.Level != Severity::Note; });
+        });
     }
 
     const CheckOptions& options;

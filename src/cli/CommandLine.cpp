@@ -2,10 +2,11 @@
 
 #include "cli/Commands.h"
 #include "cli/OutputText.h"
-#include "cli/RuleTable.h"
+#include "kinds/Rules.h"
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/PathTexts.h"
 #include "services/Catalogues.h"
 
 #include <CLI/CLI.hpp>
@@ -41,6 +42,7 @@ struct Words {
     std::vector<std::string> Files;
     bool Check = false;
     bool Write = false;
+    bool ToTerminal = false;
 };
 
 /// What the words do not add up to.
@@ -116,6 +118,14 @@ std::string OwnFileName(const KindEntry& kind, const std::string& utf8) {
     return *name;
 }
 
+void ExpectGame(const std::string& directory) {
+    const std::vector<std::string_view> names = PathTexts::Components(directory);
+    if (!names.empty() && CodePage::EqualNoCase(names.back(), "Data") &&
+        !Files::FolderExists(Files::Join(directory, "Data")))
+        throw Failure(FailurePathNotFound,
+                      directory + ": GAME_DIR is the directory that holds Data, not Data itself");
+}
+
 GameChoice ChooseGame(const Words& words) {
     if (words.Directory.empty())
         throw BadUsage("GAME_DIR is required");
@@ -123,6 +133,7 @@ GameChoice ChooseGame(const Words& words) {
     game.Directory = OutputText::TypedPath(words.Directory);
     if (!Files::FolderExists(game.Directory))
         throw Failure(FailurePathNotFound, game.Directory + ": no such directory");
+    ExpectGame(game.Directory);
     for (std::size_t i = 0; i < Kinds().size(); ++i) {
         const KindEntry& kind = Kinds()[i];
         if (words.Kind.empty() || words.Kind == kind.Option)
@@ -169,6 +180,7 @@ ExitStatus Format(const Words& words, std::ostream& out, std::ostream& err) {
     FormatOptions options;
     options.Check = words.Check;
     options.Write = words.Write;
+    options.ToTerminal = words.ToTerminal;
     for (const std::string& file : words.Files) {
         options.Paths.push_back(OutputText::TypedPath(file));
         const KindEntry* kind = KindOfFile(options.Paths.back());
@@ -178,8 +190,8 @@ ExitStatus Format(const Words& words, std::ostream& out, std::ostream& err) {
     return RunFormat(options, out, err);
 }
 
-ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
-    Words words;
+ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, std::ostream& out,
+               std::ostream& err) {
     const CLI::App* check = AddCheck(app, words);
     const CLI::App* exporting = AddExport(app, words);
     AddFormat(app, words);
@@ -196,7 +208,7 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, std::ostream& 
 
 } // namespace
 
-int RunVelwriter(std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
+int RunVelwriter(std::vector<std::string> arguments, std::ostream& out, std::ostream& err, bool toTerminal) {
     CLI::App app("Checks, exports and formats the content files of the game Velmora.", "velwriter");
     app.footer(Examples);
     app.set_version_flag("--version", "velwriter " VELMORA_VERSION);
@@ -205,9 +217,11 @@ int RunVelwriter(std::vector<std::string> arguments, std::ostream& out, std::ost
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
         return std::string("velwriter: ") + error.what() + "\nRun velwriter --help for more information.\n";
     });
+    Words words;
+    words.ToTerminal = toTerminal;
     int status = ExitFailure;
     try {
-        status = Run(app, std::move(arguments), out, err);
+        status = Run(app, std::move(arguments), words, out, err);
     } catch (const CLI::ParseError& error) {
         status = app.exit(error, out, err) == 0 ? ExitWell : ExitFailure;
     } catch (const std::exception& exception) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/GameLoader.h"
-#include "cli/KindTable.h"
+#include "kinds/Kinds.h"
 
 #include <ostream>
 #include <string>
@@ -34,8 +34,9 @@ struct ExportOptions {
 
 struct FormatOptions {
     std::vector<std::string> Paths;
-    bool Check = false; ///< only tell what would change
-    bool Write = false; ///< replace the files
+    bool Check = false;      ///< only tell what would change
+    bool Write = false;      ///< replace the files
+    bool ToTerminal = false; ///< print UTF-8, not the bytes of the files
 };
 
 /// Prints every message of loading and every reason of the record checks.

@@ -25,8 +25,11 @@ class ErrorCollector : public Prompts {
 
     std::string ReportError(const ErrorDetails& error) override;
     // Loading reports through its sink; nothing else talks to a person here.
-    void Message(const std::string& /*text*/, Icon /*icon*/) override {}
-    bool MessageInSeries(const std::string& /*text*/, Icon /*icon*/) override { return false; }
+    void Message(const std::string& /*text*/, Icon /*icon*/, const std::string& /*details*/) override {}
+    bool MessageInSeries(const std::string& /*text*/, Icon /*icon*/,
+                         const std::string& /*details*/) override {
+        return false;
+    }
     void MessageList(const std::vector<std::string>& /*texts*/) override {}
     bool Ask(const Question& /*question*/) override { return false; }
     std::string Input(const std::string& /*prompt*/) override { return {}; }

@@ -13,14 +13,14 @@ class Exporting {
         : options(chosen), loader(chosen.Game.Directory, chosen.Game.Own) {}
 
     void WriteJson(std::ostream& out) {
-        std::vector<Finding> messages;
+        std::vector<Problem> messages;
         JsonDocument document(out);
         // A kind at a time: only one library is held at once.
         for (const KindEntry* kind : options.Game.Kinds)
             WriteKind(*kind, document, messages);
         document.BeginList("messages");
-        for (const Finding& message : messages)
-            document.Add(MessageToJson(message));
+        for (const Problem& message : messages)
+            document.Add(ProblemToJson(message));
         document.BeginList("errors");
         for (const LoadError& error : loader.Errors())
             document.Add(ErrorToJson(error));
@@ -30,9 +30,9 @@ class Exporting {
     /// What loading has to tell finds no place in a table.
     void WriteCsv(std::ostream& out, std::ostream& err) {
         const KindEntry& kind = *options.Game.Kinds.front();
-        FindingLines lines(err, loader.FolderOf(kind));
+        ProblemLines lines(err, loader.FolderOf(kind));
         Library library(*kind.Kind);
-        Load(kind, library, [&](const Finding& message) { lines.Warn(message); });
+        Load(kind, library, [&](const Problem& message) { lines.Print(message); });
         out << CsvHeader(RecordToJson(kind, *kind.Kind->Make())) << '\n';
         for (const auto& [name, record] : library)
             out << CsvRow(RecordToJson(kind, record)) << '\n';
@@ -41,15 +41,18 @@ class Exporting {
     bool Report(std::ostream& err) const { return loader.Report(err); }
 
   private:
-    void Load(const KindEntry& kind, Library& library, const FindingSink& findings) {
-        loader.Load(kind, library, findings);
+    void Load(const KindEntry& kind, Library& library, const ProblemSink& problems) {
+        loader.Load(kind, library, [&](const Problem& problem) {
+            if (problem.Rule != UnfinishedBlockRule) // no message of the windows
+                problems(problem);
+        });
         if (options.SortByName)
             library.SortBy(1);
     }
 
-    void WriteKind(const KindEntry& kind, JsonDocument& document, std::vector<Finding>& messages) {
+    void WriteKind(const KindEntry& kind, JsonDocument& document, std::vector<Problem>& messages) {
         Library library(*kind.Kind);
-        Load(kind, library, [&](const Finding& message) { messages.push_back(message); });
+        Load(kind, library, [&](const Problem& message) { messages.push_back(message); });
         document.BeginList(kind.Option);
         for (const auto& [name, record] : library)
             document.Add(RecordToJson(kind, record));

@@ -9,14 +9,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <filesystem>
 
 namespace velmora {
 
 namespace {
 
-constexpr std::size_t LongestLine = std::size_t{16} << 20;
 constexpr std::int32_t FailureInvalidFileFormat = 321;
 
 /// Failures of reading name their line behind the file, whose name may hold anything.
@@ -30,22 +28,6 @@ std::size_t LineNamedIn(std::string_view description) {
 
 } // namespace
 
-TextFault FindTextFault(std::string_view bytes) {
-    TextFault fault;
-    while (!bytes.empty()) {
-        ++fault.Line;
-        const std::string_view line = bytes.substr(0, bytes.find('\n'));
-        if (line.size() > LongestLine)
-            fault.Text = "a line of " + std::to_string(line.size()) + " bytes";
-        else if (line.find('\0') != std::string_view::npos)
-            fault.Text = "a NUL byte";
-        if (!fault.Text.empty())
-            return fault;
-        bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
-    }
-    return {};
-}
-
 GameLoader::GameLoader(const std::string& gameDirectory, OwnFiles ownFiles)
     : gamePath(Files::Join(gameDirectory, "")), own(std::move(ownFiles)) {}
 
@@ -53,18 +35,20 @@ std::string GameLoader::FolderOf(const KindEntry& entry) const {
     return gamePath + std::string(entry.Folder);
 }
 
-void GameLoader::Load(const KindEntry& entry, Library& library, const FindingSink& findings) {
+void GameLoader::Load(const KindEntry& entry, Library& library, const ProblemSink& problems) {
     std::string file;
     LoadRequest request;
     request.Folder = FolderOf(entry);
     const auto named = own.find(&entry);
     request.OwnFile = named == own.end() ? std::string(entry.OwnFile) : named->second;
     request.MakeBackups = true;
-    request.Findings = findings;
-    request.Reading = [&](const std::string& name, std::size_t, std::size_t) { file = name; };
-    request.Accept = [&](const std::string& name, std::string_view bytes) {
-        return Accept(entry, name, bytes);
+    request.Problems = [&](const Problem& problem) {
+        if (problem.Rule == LoadFailureRule)
+            AddError(entry, problem.File, problem.Line, FailureInvalidFileFormat, problem.Text);
+        else
+            problems(problem);
     };
+    request.Reading = [&](const std::string& name, std::size_t, std::size_t) { file = name; };
     if (entry.MakeAdmission)
         library.Admit = entry.MakeAdmission();
 
@@ -84,23 +68,15 @@ bool GameLoader::LoadTrapped(const KindEntry& entry, Library& library, const Loa
         Trap(entry.Kind->Routine("InitForm"), NoInputParms, [&] { folderFound = library.Load(request); });
     });
     for (const auto& [details, routines] : collector.Reports)
-        errors.push_back({&entry, file, request.Folder + file, LineNamedIn(details.Description),
-                          details.Number, details.Description, routines});
+        AddError(entry, file, LineNamedIn(details.Description), details.Number, details.Description,
+                 routines);
     return folderFound;
 }
 
-bool GameLoader::Accept(const KindEntry& entry, const std::string& file, std::string_view bytes) {
-    const TextFault fault = FindTextFault(bytes);
-    if (fault.Text.empty())
-        return true;
-    errors.push_back({&entry,
-                      file,
-                      FolderOf(entry) + file,
-                      fault.Line,
-                      FailureInvalidFileFormat,
-                      "This is no text file: " + fault.Text + " in line " + std::to_string(fault.Line),
-                      {}});
-    return false;
+void GameLoader::AddError(const KindEntry& entry, const std::string& file, std::size_t line,
+                          std::int32_t number, const std::string& text, std::vector<std::string> routines) {
+    Problem told{LoadFailureRule, text, Severity::Error, {}, {}, entry.Kind->Word, file, line};
+    errors.push_back({&entry, std::move(told), FolderOf(entry) + file, number, std::move(routines)});
 }
 
 void GameLoader::SetFoldersAside(const KindEntry& entry) {
@@ -115,13 +91,12 @@ void GameLoader::SetFoldersAside(const KindEntry& entry) {
                 names.push_back(std::move(name));
     std::sort(names.begin(), names.end());
     for (const std::string& name : names)
-        errors.push_back(
-            {&entry, name, folder + name, 0, FailurePathFileAccess, "This is a directory, not a file", {}});
+        AddError(entry, name, 0, FailurePathFileAccess, "This is a directory, not a file");
 }
 
 bool GameLoader::Report(std::ostream& err) const {
     for (const LoadError& error : errors)
-        err << "velwriter: " << OutputText::Path(error.Path) << ": " << OutputText::OneLine(error.Description)
+        err << "velwriter: " << OutputText::Path(error.Path) << ": " << OutputText::OneLine(error.Told.Text)
             << '\n';
     for (const std::string& folder : missingFolders)
         err << "velwriter: " << OutputText::Path(folder) << ": no such directory\n";

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "cli/KindTable.h"
-#include "records/Finding.h"
+#include "kinds/Kinds.h"
 #include "records/Library.h"
+#include "services/Problem.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,20 +16,12 @@ namespace velmora {
 /// A failure that kept files from being loaded.
 struct LoadError {
     const KindEntry* Kind = nullptr;
-    std::string File; ///< name without folder, empty when it concerns the folder
+    Problem Told;     ///< its file is empty when it concerns the folder
     std::string Path; ///< of the file or folder
-    std::size_t Line = 0;
     std::int32_t Number = 0;
-    std::string Description;
-    std::vector<std::string> Routines; ///< the call stack, event routine first; empty for a file set aside
+    std::vector<std::string> Routines =
+        {}; ///< the call stack, event routine first; empty for a file set aside
 };
-
-/// Why a file's bytes are no text, with the line; an empty text for a file that is one.
-struct TextFault {
-    std::size_t Line = 0;
-    std::string Text;
-};
-TextFault FindTextFault(std::string_view bytes);
 
 /// The user's own target files by kind; a kind that is missing has its default.
 using OwnFiles = std::unordered_map<const KindEntry*, std::string>;
@@ -44,7 +36,7 @@ class GameLoader {
     [[nodiscard]] std::string FolderOf(const KindEntry& entry) const;
 
     /// Loads one kind; what was read before a failure stays in the library.
-    void Load(const KindEntry& entry, Library& library, const FindingSink& findings);
+    void Load(const KindEntry& entry, Library& library, const ProblemSink& problems);
 
     [[nodiscard]] const std::vector<LoadError>& Errors() const { return errors; }
     /// Tells of every failure and missing folder. False when anything failed, or nothing could be looked at.
@@ -53,7 +45,8 @@ class GameLoader {
   private:
     bool LoadTrapped(const KindEntry& entry, Library& library, const LoadRequest& request,
                      const std::string& file);
-    bool Accept(const KindEntry& entry, const std::string& file, std::string_view bytes);
+    void AddError(const KindEntry& entry, const std::string& file, std::size_t line, std::int32_t number,
+                  const std::string& text, std::vector<std::string> routines = {});
     void SetFoldersAside(const KindEntry& entry);
 
     std::string gamePath;

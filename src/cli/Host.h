@@ -9,6 +9,9 @@ namespace velmora::Host {
 /// The words after the program's name, in UTF-8.
 std::vector<std::string> Arguments(int argc, char** argv);
 
+/// True when the standard output is a terminal, not a file or a pipe.
+bool OutputIsTerminal();
+
 /// Makes the standard streams pass bytes on as they are and show UTF-8.
 void PrepareStreams();
 

@@ -23,6 +23,10 @@ std::vector<std::string> Arguments(int /*argc*/, char** /*argv*/) {
     return arguments;
 }
 
+bool OutputIsTerminal() {
+    return _isatty(_fileno(stdout)) != 0;
+}
+
 void PrepareStreams() {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);

@@ -12,7 +12,7 @@ using Json = nlohmann::ordered_json;
 
 /// A core text as a JSON string.
 Json JsonText(std::string_view text);
-/// A file's name as a JSON string.
+/// A file's name, or a text that mentions one, as a JSON string.
 Json JsonName(std::string_view name);
 
 /// Streams one object whose members are lists, an entry a line: no library is ever held twice.

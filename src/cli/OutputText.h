@@ -7,7 +7,8 @@
 /// Texts of the core as they go out, and texts of the command line as they come in.
 namespace velmora::OutputText {
 
-/// A core text on one line, in UTF-8: its line breaks become "; ", other control characters "\xNN".
+/// A core text on one line, in UTF-8: its line breaks become "; ", other control characters, and those that
+/// turn the direction of writing, "\xNN" or "\uNNNN".
 std::string OneLine(std::string_view text);
 
 /// A file's name, in UTF-8.

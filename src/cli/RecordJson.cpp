@@ -24,15 +24,22 @@ std::string CsvText(const std::string& text) {
     return quoted += '"';
 }
 
+std::string Joined(const Json& values, const char* separator, std::string (*textOf)(const Json&)) {
+    std::string joined;
+    const char* before = "";
+    for (const Json& value : values) {
+        joined.append(before).append(textOf(value));
+        before = separator; // also behind an empty text
+    }
+    return joined;
+}
+
 std::string CsvCell(const Json& value) {
     if (value.is_string())
         return CsvText(value.get_ref<const std::string&>());
     if (!value.is_array())
         return value.dump();
-    std::string joined;
-    for (const Json& entry : value)
-        joined += (joined.empty() ? "" : "; ") + entry.get_ref<const std::string&>();
-    return CsvText(joined);
+    return CsvText(Joined(value, "; ", [](const Json& entry) { return entry.get<std::string>(); }));
 }
 
 } // namespace
@@ -54,17 +61,14 @@ Json RecordToJson(const KindEntry& kind, const Record& record) {
 }
 
 std::string CsvRow(const Json& record) {
-    std::string row;
-    for (const auto& [name, value] : record.items())
-        row.append(row.empty() ? "" : ",").append(CsvCell(value));
-    return row;
+    return Joined(record, ",", CsvCell);
 }
 
 std::string CsvHeader(const Json& record) {
-    std::string row;
+    Json names = Json::array();
     for (const auto& [name, value] : record.items())
-        row.append(row.empty() ? "" : ",").append(CsvText(name));
-    return row;
+        names.push_back(name);
+    return CsvRow(names);
 }
 
 } // namespace velmora

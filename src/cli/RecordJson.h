@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/JsonDocument.h"
-#include "cli/KindTable.h"
+#include "kinds/Kinds.h"
 
 #include <string>
 

@@ -2,8 +2,8 @@
 
 #include "cli/GameLoader.h"
 #include "cli/JsonDocument.h"
-#include "cli/KindTable.h"
-#include "records/Finding.h"
+#include "kinds/Kinds.h"
+#include "services/Problem.h"
 
 #include <memory>
 #include <ostream>
@@ -14,23 +14,21 @@
 
 namespace velmora {
 
-/// Prints findings one a line: "PATH:LINE: warning|error: TEXT [RULE]". Line 0 stands for the whole file.
-class FindingLines {
+/// Prints problems one a line: "PATH:LINE: error|warning|note: TEXT [RULE]". Line 0 stands for the whole
+/// file.
+class ProblemLines {
   public:
-    FindingLines(std::ostream& stream, const std::string& folderPath);
+    ProblemLines(std::ostream& stream, const std::string& folderPath);
 
-    void Warn(const Finding& finding);
-    void Fail(std::string_view file, std::size_t line, const std::string& text, std::string_view rule);
+    /// `before` stands in front of the text.
+    void Print(const Problem& problem, const std::string& before = {});
 
   private:
-    void Print(std::string_view file, std::size_t line, std::string_view severity, const std::string& text,
-               std::string_view rule);
-
     std::ostream& out;
     std::string folder; ///< as it is shown, with trailing separator
 };
 
-Json MessageToJson(const Finding& finding);
+Json ProblemToJson(const Problem& problem);
 Json ErrorToJson(const LoadError& error);
 
 /// What `check` has found, in the order of its sections: messages, reasons, errors.
@@ -40,8 +38,9 @@ class CheckReport {
 
     virtual ~CheckReport() = default;
     virtual void Begin(Section section) = 0;
-    virtual void Add(const KindEntry& kind, const Finding& message) = 0;
-    virtual void Add(const KindEntry& kind, const Record& record, const std::vector<Reason>& reasons) = 0;
+    virtual void Add(const KindEntry& kind, const Problem& message) = 0;
+    /// Those of one record.
+    virtual void Add(const KindEntry& kind, const Record& record, const std::vector<Problem>& problems) = 0;
     virtual void Add(const LoadError& error) = 0;
     virtual void Finish() = 0;
 };

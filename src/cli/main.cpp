@@ -6,5 +6,6 @@
 int main(int argc, char** argv) {
     velmora::Host::PrepareStreams();
     std::ios::sync_with_stdio(false);
-    return velmora::RunVelwriter(velmora::Host::Arguments(argc, argv), std::cout, std::cerr);
+    return velmora::RunVelwriter(velmora::Host::Arguments(argc, argv), std::cout, std::cerr,
+                                 velmora::Host::OutputIsTerminal());
 }

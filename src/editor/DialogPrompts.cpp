@@ -126,8 +126,10 @@ class DialogProgress : public Progress {
 };
 
 /// Lines are compared by eye: they need characters of one width, and room.
-void ShowDetails(QMessageBox& box, const QString& details) {
-    box.setDetailedText(details);
+void ShowDetails(QMessageBox& box, const std::string& details) {
+    if (details.empty())
+        return;
+    box.setDetailedText(LinesToQt(details));
     auto* text = box.findChild<QTextEdit*>();
     text->setFont(FixedWidthFont());
     text->setLineWrapMode(QTextEdit::NoWrap);
@@ -144,12 +146,15 @@ void OpenDetails(const QMessageBox& box) {
 
 } // namespace
 
-void DialogPrompts::Message(const std::string& text, Icon icon) {
-    Box(text, icon, QMessageBox::Ok).exec();
+void DialogPrompts::Message(const std::string& text, Icon icon, const std::string& details) {
+    Box box(text, icon, QMessageBox::Ok);
+    ShowDetails(box, details);
+    box.exec();
 }
 
-bool DialogPrompts::MessageInSeries(const std::string& text, Icon icon) {
+bool DialogPrompts::MessageInSeries(const std::string& text, Icon icon, const std::string& details) {
     Box box(text, icon, QMessageBox::Ok);
+    ShowDetails(box, details);
     auto* rest = new QCheckBox(QStringLiteral("Show the remaining messages as one list"));
     rest->setObjectName(QStringLiteral("chkRestAsList"));
     box.setCheckBox(rest);
@@ -169,8 +174,7 @@ void DialogPrompts::MessageList(const std::vector<std::string>& texts) {
 bool DialogPrompts::Ask(const Question& question) {
     Box box(question.Text, Icon::None, QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(question.DefaultNo ? QMessageBox::No : QMessageBox::Yes);
-    if (!question.Details.empty())
-        ShowDetails(box, LinesToQt(question.Details));
+    ShowDetails(box, question.Details);
     if (question.DetailsOpen)
         OpenDetails(box);
     return box.exec() == QMessageBox::Yes;
@@ -191,7 +195,7 @@ std::string DialogPrompts::Input(const std::string& prompt) {
         const InputRules::Admitted answer = InputRules::KeepCodePage(dialog.textValue());
         if (answer.Hint.isEmpty())
             return FromQt(answer.Text);
-        Message(FromQt(answer.Hint), Icon::Exclamation);
+        Message(FromQt(answer.Hint), Icon::Exclamation, {});
         dialog.setTextValue(answer.Text);
     }
     return {};

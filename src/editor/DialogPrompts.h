@@ -7,8 +7,8 @@ namespace velmora {
 /// Answers prompts with real dialogs over the active window.
 class DialogPrompts : public Prompts {
   public:
-    void Message(const std::string& text, Icon icon) override;
-    bool MessageInSeries(const std::string& text, Icon icon) override;
+    void Message(const std::string& text, Icon icon, const std::string& details) override;
+    bool MessageInSeries(const std::string& text, Icon icon, const std::string& details) override;
     void MessageList(const std::vector<std::string>& texts) override;
     bool Ask(const Question& question) override;
     std::string Input(const std::string& prompt) override;

@@ -256,7 +256,7 @@ void EditorWindow::OnPick(ChoiceBox* box, const char* procedure,
     connect(box, &QComboBox::activated, this, run);
 }
 
-bool EditorWindow::AcceptReasons(const std::vector<Reason>& reasons) {
+bool EditorWindow::AcceptReasons(const std::vector<Problem>& reasons) {
     return reasons.empty() || gPrompts->Ask({FailedValidationText(reasons), true});
 }
 

@@ -88,7 +88,7 @@ class EditorWindow : public RecordWindow {
     void OnPick(ChoiceBox* box, const char* procedure,
                 const std::function<void(const std::string& name)>& picked);
     /// Asks whether to proceed in spite of the reasons; true without any.
-    static bool AcceptReasons(const std::vector<Reason>& reasons);
+    static bool AcceptReasons(const std::vector<Problem>& reasons);
     /// Shows a text with the names in its substitution boxes put in.
     void DisplayReview(const std::string& text, std::span<ChoiceBox* const> substituting,
                        const std::vector<std::string>& parameters = {"NO INPUT PARMS"});

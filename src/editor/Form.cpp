@@ -225,10 +225,7 @@ void Form::LeaveText(const Binding& binding) {
         binding.SetText(text);
     const TextRule& rule = binding.Rule;
     if (rule.Limit > 0 && text.size() > rule.Limit)
-        gPrompts->Message(rule.Label + " text length (" + std::to_string(text.size()) +
-                              ") higher than maximum recommended length (" + std::to_string(rule.Limit) +
-                              ")!",
-                          Icon::Exclamation);
+        gPrompts->Message(LengthText(rule.Label, text.size(), rule.Limit), Icon::Exclamation);
     if (rule.OnLeave)
         rule.OnLeave(text);
 }

@@ -4,6 +4,7 @@
 #include "editor/LineBox.h"
 #include "editor/QtText.h"
 #include "editor/Workbench.h"
+#include "services/ProblemMessages.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
 
@@ -134,13 +135,13 @@ void RecordWindow::Load() {
 }
 
 bool RecordWindow::ReadLibrary() {
-    FindingMessages messages;
+    ProblemMessages messages;
     auto progress = gPrompts->StartProgress(windowTitle().toStdString());
     LoadRequest request = Request();
     request.BackupFolder = Settings.BackupPath;
     request.MakeBackups = true;
     request.AutoBackup = Settings.AutoBackup;
-    request.Findings = [&](const Finding& finding) { messages.Show(finding); };
+    request.Problems = [&](const Problem& problem) { messages.Show(problem); };
     request.Reading = [&](const std::string& file, std::size_t done, std::size_t total) {
         progress->Working(file, done, total);
     };

@@ -11,10 +11,10 @@ namespace velmora {
 using E = clsEvent;
 
 const std::array<EventText, 4> EventTexts{{
-    {"Description", &E::Description, 540, 4, 0, 4, "description-length"},
-    {"Good Option", &E::GoodOption, 200, 2, 4, 2, "option-length"},
-    {"Neutral Option", &E::NeutralOption, 200, 2, 6, 2, "option-length"},
-    {"Evil Option", &E::EvilOption, 200, 2, 8, 2, "option-length"},
+    {"Description", &E::Description, "Description", 540, 4, 0, 4, "description-length"},
+    {"Good Option", &E::GoodOption, "GoodOption", 200, 2, 4, 2, "option-length"},
+    {"Neutral Option", &E::NeutralOption, "NeutralOption", 200, 2, 6, 2, "option-length"},
+    {"Evil Option", &E::EvilOption, "EvilOption", 200, 2, 8, 2, "option-length"},
 }};
 
 const std::array<std::int32_t clsEvent::*, 10> EventSubstitutions{
@@ -68,25 +68,36 @@ void NormalizeEvent(clsEvent& event) {
     event.MoralityWeight = LegalMoralityWeight(event.MoralityWeight);
 }
 
-std::vector<Reason> CheckEvent(const clsEvent& event, const std::string& picturePath, const Catalogue& subs) {
-    std::vector<Reason> reasons;
-    if (event.Title.empty())
-        reasons.push_back({"No Title text set, please specify a title.", "no-title"});
-    if (!Files::FileExists(picturePath))
-        reasons.push_back({"Unable to locate specified image file.", "no-image"});
-    if (event.Description.empty())
-        reasons.push_back({"No Description text set, please specify a Description.", "no-description"});
-    if (event.GoodOption.empty())
-        reasons.push_back({"No Good option text set, please specify a Good option.", "no-good-option"});
-    if (event.NeutralOption.empty())
-        reasons.push_back(
-            {"No Neutral option text set, please specify a Neutral option.", "no-neutral-option"});
-    if (event.EvilOption.empty())
-        reasons.push_back({"No Evil option text set, please specify a Evil option.", "no-evil-option"});
+std::vector<Problem> CheckEvent(const clsEvent& event, bool hasPicture, const Catalogue& subs) {
+    std::vector<Problem> problems;
+    const auto demand = [&](bool met, std::string_view rule, std::string_view field, const char* text) {
+        if (!met)
+            problems.push_back(Reason(rule, field, text));
+    };
+    demand(!event.Title.empty(), "no-title", "Title", "No Title text set, please specify a title.");
+    demand(hasPicture, "no-image", "Image", "Unable to locate specified image file.");
+    demand(!event.Description.empty(), "no-description", "Description",
+           "No Description text set, please specify a Description.");
+    demand(!event.GoodOption.empty(), "no-good-option", "GoodOption",
+           "No Good option text set, please specify a Good option.");
+    demand(!event.NeutralOption.empty(), "no-neutral-option", "NeutralOption",
+           "No Neutral option text set, please specify a Neutral option.");
+    demand(!event.EvilOption.empty(), "no-evil-option", "EvilOption",
+           "No Evil option text set, please specify a Evil option.");
     for (const EventText& text : EventTexts)
         CheckWildCards(event.*text.Text, text.MaximumWildCards, text.Label,
-                       SetSubstitutions(event, text, subs), reasons);
-    return reasons;
+                       SetSubstitutions(event, text, subs), problems, text.Field);
+    return problems;
+}
+
+std::vector<Problem> CheckEvent(const clsEvent& event, const std::string& picturePath,
+                                const Catalogue& subs) {
+    return CheckEvent(event, Files::FileExists(picturePath), subs);
+}
+
+void CheckEventLengths(const clsEvent& event, std::vector<Problem>& problems) {
+    for (const EventText& text : EventTexts)
+        CheckLength(event.*text.Text, text.MaximumLength, text.Label, text.LengthRule, text.Field, problems);
 }
 
 std::string ImageForRecord(std::string_view path, std::string_view gamePath) {

@@ -17,6 +17,7 @@ namespace velmora {
 struct EventText {
     std::string_view Label; ///< "Good Option"
     std::string clsEvent::*Text;
+    std::string_view Field;
     std::size_t MaximumLength; ///< recommended, in characters
     std::int32_t MaximumWildCards;
     std::size_t FirstBox; ///< of the ten substitution boxes
@@ -43,9 +44,13 @@ std::int32_t LegalMoralityWeight(std::int32_t weight);
 /// does.
 void NormalizeEvent(clsEvent& event);
 
-/// Every reason that an event is not fit for the game. `picturePath` is where its picture is looked for.
-/// Substitution numbers that the catalogue lacks count as "Nothing".
-std::vector<Reason> CheckEvent(const clsEvent& event, const std::string& picturePath, const Catalogue& subs);
+/// Every reason that an event is not fit for the game. Substitution numbers that the catalogue lacks count as
+/// "Nothing".
+std::vector<Problem> CheckEvent(const clsEvent& event, bool hasPicture, const Catalogue& subs);
+/// The same with the path where its picture is looked for.
+std::vector<Problem> CheckEvent(const clsEvent& event, const std::string& picturePath, const Catalogue& subs);
+/// Notes on texts that are longer than recommended once the event is normalised.
+void CheckEventLengths(const clsEvent& event, std::vector<Problem>& problems);
 
 /// A picture's path as an event holds it: relative to the game directory, backslashes doubled once. A path
 /// that already holds "Gfx" with doubled backslashes, or any doubled one, is left alone.

@@ -1,6 +1,8 @@
 #include "events/clsEvent.h"
 
 #include "events/EventRules.h"
+#include "records/CheckContext.h"
+#include "services/Numbers.h"
 
 #include <array>
 
@@ -41,6 +43,17 @@ constexpr std::array<Field, 28> EventFields{
     NumberField<&E::EvilOptStr02>("EvilOptStr02", 2, true),
 };
 
+struct Subs : Catalogue {
+    Subs() { BuildWildCardSubs(*this); }
+};
+
+void CheckRecord(const Record& record, const CheckContext& context, std::vector<Problem>& problems) {
+    static const Subs subs;
+    const auto& event = static_cast<const E&>(record);
+    problems = CheckEvent(event, context.HasPicture(event.Image), subs);
+    CheckEventLengths(event, problems);
+}
+
 RecordKind MakeEventKind() {
     RecordKind kind;
     kind.Word = "event";
@@ -68,6 +81,8 @@ RecordKind MakeEventKind() {
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
     kind.Makes<E>();
     kind.Normalize = [](Record& record) { NormalizeEvent(static_cast<E&>(record)); };
+    kind.Check = CheckRecord;
+    kind.ReadNumber = LeadingNumber;
     return kind;
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace velmora {
@@ -27,13 +28,14 @@ enum FailureNumber : std::int32_t {
 
 /// A failure on its way up to the user-interface event that started the action.
 /// Number, Description and Source are what the error dialog and the error log show;
-/// Line is the source line it was raised at, 0 when not known.
+/// Line is the source line it was raised at, 0 when not known; Source names the file of that line where
+/// nothing else is said.
 class Failure : public std::runtime_error {
   public:
     // std::source_location is still missing from the clang that fuzzes; the builtin serves every compiler
     // here.
-    Failure(std::int32_t number, const std::string& description, std::string source = {},
-            std::int32_t line = __builtin_LINE())
+    Failure(std::int32_t number, const std::string& description,
+            std::string source = SourceOf(__builtin_FILE()), std::int32_t line = __builtin_LINE())
         : std::runtime_error(description), Number(number), Source(std::move(source)), Line(line) {}
 
     [[nodiscard]] std::string Description() const { return what(); }
@@ -41,6 +43,13 @@ class Failure : public std::runtime_error {
     std::int32_t Number;
     std::string Source;
     std::int32_t Line;
+
+  private:
+    /// "Numbers" of ".../services/Numbers.cpp".
+    static std::string SourceOf(std::string_view file) {
+        file.remove_prefix(file.find_last_of("/\\") + 1);
+        return std::string(file.substr(0, file.find('.')));
+    }
 };
 
 } // namespace velmora

@@ -33,7 +33,7 @@ bool EndsWhole(std::string_view cut, std::string_view whole) {
 } // namespace
 
 void Backups::KeepLoaded(const std::string& dataFolder, const std::vector<std::string>& names,
-                         const Copying& copying, const FindingSink& findings) const {
+                         const Copying& copying, const ProblemSink& problems) const {
     const auto ending = [this](std::string_view which) { return std::string(which).append(kind.BackupMark); };
     // The first in order has the shorter name for its backups; a whole file name is never a shorter one.
     KeyedCollection<bool> bases;
@@ -50,10 +50,12 @@ void Backups::KeepLoaded(const std::string& dataFolder, const std::vector<std::s
         if (!Files::FileExists(stem + ending(".1st"))) {
             copies.Put(stem + ending(".1st"), bytes, {.NoMoreOpenThan = path});
             if (stem != folder + base)
-                findings({kind.Word, names[i], 0, "long-file-name",
-                          "The name of this file is too long for its backups.  They are named " + stem +
-                              ending(".1st") + " and the like.",
-                          Icon::Information});
+                problems({.Rule = "long-file-name",
+                          .Text = "The name of this file is too long for its backups.  They are named " +
+                                  stem + ending(".1st") + " and the like.",
+                          .Kind = kind.Word,
+                          .File = names[i],
+                          .MessageIcon = Icon::Information});
         }
         // Mostly the latest copy is in place; leaving it spares the disk on every start.
         if (!Files::Holds(stem + ending(".latest"), bytes))

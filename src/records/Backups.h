@@ -1,7 +1,7 @@
 #pragma once
 
-#include "records/Finding.h"
 #include "records/RecordKind.h"
+#include "services/Problem.h"
 
 #include <functional>
 #include <string>
@@ -24,7 +24,7 @@ class Backups {
     /// load order; where two have the same base the second keeps its whole name. All copies last once it
     /// returns; the first failure ends it.
     void KeepLoaded(const std::string& dataFolder, const std::vector<std::string>& names,
-                    const Copying& copying, const FindingSink& findings) const;
+                    const Copying& copying, const ProblemSink& problems) const;
 
     /// Keeps bytes that stand in a file under a dated name, and of the file's dated copies the newest 20.
     /// Returns the copy's path, empty without a backup folder.

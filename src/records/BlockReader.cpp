@@ -19,15 +19,15 @@ bool IsRule(std::string_view line) {
     return std::all_of(line.begin(), line.end(), [](char c) { return c == '/' || c == '-' || c == ' '; });
 }
 
-bool IsCut(std::string_view number) {
-    return std::to_string(std::llrint(LeadingNumber(number))) != TextLines::Stripped(number);
+bool IsCut(double value, std::string_view text) {
+    return std::to_string(std::llrint(value)) != TextLines::Stripped(text);
 }
 
 } // namespace
 
-BlockReader::BlockReader(const RecordKind& recordKind, std::string fileName, const FindingSink& findings,
+BlockReader::BlockReader(const RecordKind& recordKind, std::string fileName, const ProblemSink& problems,
                          Taker taker)
-    : kind(recordKind), file(std::move(fileName)), sink(findings), take(std::move(taker)),
+    : kind(recordKind), file(std::move(fileName)), sink(problems), take(std::move(taker)),
       held(recordKind.Fields.size()) {
     for (std::size_t i = 0; i < kind.Fields.size(); ++i)
         fieldsByLength.at(kind.Fields[i].Key.size()).push_back(i);
@@ -103,10 +103,13 @@ void BlockReader::ReadLine(std::string_view line) {
     }
     Losses.Add(Loss::Blanks, parts.UnneededSpace);
     Losses.Add(Loss::AfterQuote, parts.TextAfterQuote);
+    const std::size_t at = FindField(parts.Key);
+    const bool isField = at < kind.Fields.size();
     if (parts.UnneededSpace)
-        Report("unneeded-space", "Unneeded space removed from " + LineForMessage(line) + ".");
+        Report("unneeded-space", "Unneeded space removed from " + LineForMessage(line) + ".",
+               isField ? kind.Fields[at].Property : std::string_view{});
 
-    if (const std::size_t at = FindField(parts.Key); at < kind.Fields.size())
+    if (isField)
         Hold(at, parts.Value);
     else if (CodePage::EqualNoCase(parts.Key, kind.Header))
         BeginBlock(parts.Value);
@@ -149,12 +152,11 @@ void BlockReader::Hold(std::size_t at, std::string_view value) {
         holding.Entries.push_back(Keep(value));
         break;
     case FieldType::Number:
-        holding.Number = ToNumber(LeadingNumber(value), field.Key);
-        Losses.Add(Loss::Cut, IsCut(value));
-        break;
     case FieldType::LateNumber:
-        holding.Late = LeadingNumber(value);
-        Losses.Add(Loss::Cut, IsCut(value));
+        holding.Late = kind.ReadNumber(value);
+        if (field.Type == FieldType::Number)
+            holding.Number = ToNumber(holding.Late, field.Key);
+        Losses.Add(Loss::Cut, IsCut(holding.Late, value));
         break;
     }
 }
@@ -172,14 +174,14 @@ void BlockReader::BeginBlock(std::string_view value) {
     if (kind.HeaderNumber) {
         // The pieces stand after an empty one: the value starts with a blank.
         const auto pieces = Split(value, " ");
-        headerNumber = pieces.size() > 1 ? ToNumber(LeadingNumber(pieces[1]), kind.Header) : 0;
+        headerNumber = pieces.size() > 1 ? ToNumber(kind.ReadNumber(pieces[1]), kind.Header) : 0;
         name = pieces.size() > 2 ? pieces[2] : std::string();
     } else {
         name = value;
     }
     if (std::string report = SanitizeName(name, kind.NameWord); !report.empty()) {
         Losses.Add(Loss::Names);
-        Report("illegal-name", std::move(report));
+        Report("illegal-name", std::move(report), kind.Name.Property);
     }
 }
 
@@ -187,12 +189,14 @@ void BlockReader::LeaveUnfinished() {
     if (!std::exchange(inBlock, false))
         return;
     Losses.Add(Loss::Unfinished);
+    sink({UnfinishedBlockRule, "This block has no " + std::string(kind.End), Severity::Error,
+          kind.Name.Property, name, kind.Word, file, headerLine});
     ++blockNumber;
 }
 
 void BlockReader::EndBlock() {
     auto record = kind.Make();
-    record->HeaderLine = headerLine;
+    record->HeaderLine = inBlock ? headerLine : lineNumber;
     Fill(*record);
     take(std::move(record), lineNumber);
     for (Held& holding : held)
@@ -239,13 +243,16 @@ std::int32_t BlockReader::ToNumber(double value, std::string_view key) const {
     try {
         return RoundToInt32(value);
     } catch (const Failure& failure) {
-        throw Failure(failure.Number, failure.Description() + " (file " + file + ", line " +
-                                          std::to_string(lineNumber) + ", key " + std::string(key) + ")");
+        throw Failure(failure.Number,
+                      failure.Description() + " (file " + file + ", line " + std::to_string(lineNumber) +
+                          ", key " + std::string(key) + ")",
+                      failure.Source, failure.Line);
     }
 }
 
-void BlockReader::Report(std::string_view rule, std::string text) const {
-    sink({kind.Word, file, lineNumber, rule, std::move(text)});
+void BlockReader::Report(std::string_view rule, std::string text, std::string_view field) const {
+    sink({rule, std::move(text), Severity::Warning, field, inBlock ? name : std::string(), kind.Word, file,
+          lineNumber});
 }
 
 } // namespace velmora

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "records/Finding.h"
 #include "records/LineGrammar.h"
 #include "records/LossCounts.h"
 #include "records/RecordKind.h"
 #include "records/WrittenBlocks.h"
+#include "services/Problem.h"
 
 #include <array>
 #include <deque>
@@ -23,7 +23,7 @@ class BlockReader {
     /// `take` gets each record at the end of its block, content and HeaderLine set, and the block's end line.
     using Taker = std::function<void(std::unique_ptr<Record>, std::size_t endLine)>;
 
-    BlockReader(const RecordKind& recordKind, std::string fileName, const FindingSink& findings, Taker taker);
+    BlockReader(const RecordKind& recordKind, std::string fileName, const ProblemSink& problems, Taker taker);
 
     /// Reads a file's bytes; lines end with CR LF or LF. Throws Failure (6 or 13) naming file, line and key
     /// for a number beyond 32 bits or a late number that was never given.
@@ -57,11 +57,11 @@ class BlockReader {
     /// A view that outlives the line it was read from.
     std::string_view Keep(std::string_view value);
     std::int32_t ToNumber(double value, std::string_view key) const;
-    void Report(std::string_view rule, std::string text) const;
+    void Report(std::string_view rule, std::string text, std::string_view field = {}) const;
 
     const RecordKind& kind;
     std::string file;
-    const FindingSink& sink;
+    const ProblemSink& sink;
     Taker take;
 
     std::vector<Held> held; // one an entry of kind.Fields

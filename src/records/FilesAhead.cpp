@@ -9,7 +9,9 @@ void FileBytes::Read(const RecordKind& kind, const std::string& path) {
     try {
         Files::ReadWhole(path, Bytes);
         Content = HashOf(Bytes);
-        Blocks.Find(kind, Bytes);
+        Fault = FindTextFault(Bytes);
+        if (Fault.Text.empty())
+            Blocks.Find(kind, Bytes);
     } catch (...) {
         Failure = std::current_exception();
     }

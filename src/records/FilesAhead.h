@@ -2,6 +2,7 @@
 
 #include "platform/ContentHash.h"
 
+#include "records/TextFault.h"
 #include "records/WrittenBlocks.h"
 
 #include <array>
@@ -19,6 +20,7 @@ namespace velmora {
 struct FileBytes {
     std::string Bytes;
     ContentHash Content;
+    TextFault Fault; ///< Blocks are those of a text only
     WrittenBlocks Blocks;
     std::exception_ptr Failure;
 

@@ -66,7 +66,7 @@ void AppendEntry(std::string_view entry, std::string& text) {
 
 std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block) {
     std::unique_ptr<Record> read;
-    const FindingSink silent = [](const Finding&) {};
+    const ProblemSink silent = [](const Problem&) {};
     BlockReader reader(kind, {}, silent,
                        [&](std::unique_ptr<Record> record, std::size_t) { read = std::move(record); });
     reader.Read(block);

@@ -14,7 +14,7 @@ void Library::Clear() {
     files.RemoveAll();
     removedRecords.RemoveAll();
     knownFiles.RemoveAll();
-    caseTwins.RemoveAll();
+    notWritten.RemoveAll();
 }
 
 const Record* Library::Find(std::string_view name) const {

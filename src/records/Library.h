@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/ContentHash.h"
-#include "records/Finding.h"
 #include "records/LossCounts.h"
 #include "records/RecordKind.h"
 #include "services/KeyedCollection.h"
+#include "services/Problem.h"
 
 #include <cstdint>
 #include <functional>
@@ -24,7 +24,7 @@ struct LoadRequest {
     std::string OwnFile;      ///< the user's own target file, listed even before it exists
     bool MakeBackups = false; ///< the caller allows backups
     bool AutoBackup = false;  ///< the user wants them
-    FindingSink Findings;
+    ProblemSink Problems;
     std::function<void(const std::string& file, std::size_t done, std::size_t total)> Reading;
     /// Asked of each file's bytes before they are read; false leaves the file's records out.
     std::function<bool(const std::string& file, std::string_view bytes)> Accept;
@@ -66,12 +66,14 @@ class Library {
     [[nodiscard]] const std::vector<std::string>& FilesLosingRecords() const { return filesLosingRecords; }
 
     using Report = std::function<void(std::string_view rule, std::string text)>;
-    /// Asked of each record before it is added; false drops it. May change it and report findings.
+    /// Asked of each record before it is added; false drops it. May change it and report problems of the
+    /// number in its header.
     using Admission = std::function<bool(Record&, const Report&)>;
     Admission Admit;
 
-    /// Reads every file of the folder in path order, after backing it up. False, with a finding, when the
-    /// folder does not exist. A failure leaves the records completed so far.
+    /// Reads every file of the folder in path order, after backing it up. A file that is no text
+    /// (TextFault.h) is told, left out and never written to. False, with a problem, when the folder does not
+    /// exist. A failure leaves the records completed so far.
     bool Load(const LoadRequest& request);
     /// Reads one file, named by its full path.
     void ParseFile(const LoadRequest& request, const std::string& path);
@@ -118,7 +120,7 @@ class Library {
     void ParseFile(const LoadRequest& request, const std::string& path, const FileBytes& file);
     /// False for a record that is dropped.
     bool Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
-              std::size_t line, const FindingSink& findings);
+              std::size_t line, const ProblemSink& problems);
 
     /// A file as it was last read or written.
     struct KnownFile {
@@ -134,8 +136,8 @@ class Library {
     KeyedCollection<std::string> removedRecords;
     bool alphabetical = false; // how they were last sorted
     KeyedCollection<KnownFile> knownFiles;
-    KeyedCollection<std::string> caseTwins;
-    std::string backupFolder; // of the last load
+    KeyedCollection<std::string> notWritten; // files that are left alone, with the reason
+    std::string backupFolder;                // of the last load
 };
 
 /// Where a walk through a library is.

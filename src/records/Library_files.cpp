@@ -14,14 +14,16 @@ namespace velmora {
 bool Library::Load(const LoadRequest& request) {
     return Trap(Kind.Routine(Kind.LoadRoutine), {ParameterText(request.MakeBackups)}, [&] {
         if (!velmora::Files::FolderExists(request.Folder)) {
-            request.Findings(
-                {Kind.Word, {}, 0, "no-data-directory", std::string(Kind.MissingFolderText), Icon::Critical});
+            request.Problems({.Rule = "no-data-directory",
+                              .Text = std::string(Kind.MissingFolderText),
+                              .Kind = Kind.Word,
+                              .MessageIcon = Icon::Critical});
             return false;
         }
         backupFolder = request.BackupFolder;
         const std::vector<std::string> names = ListFiles(request);
         if (request.MakeBackups && request.AutoBackup)
-            Backups(Kind, backupFolder).KeepLoaded(request.Folder, names, request.Reading, request.Findings);
+            Backups(Kind, backupFolder).KeepLoaded(request.Folder, names, request.Reading, request.Problems);
         std::vector<std::string> paths;
         for (const std::string& name : names)
             paths.push_back(request.Folder + name);
@@ -45,10 +47,12 @@ std::vector<std::string> Library::ListFiles(const LoadRequest& request) {
         if (velmora::Files::NameOf(name) == name)
             names.push_back(std::move(name));
         else
-            request.Findings(
-                {Kind.Word, name, 0, "unusable-file-name",
-                 "The file " + name + " is left out: to the game a \\ separates a folder from what is in it.",
-                 Icon::Exclamation});
+            request.Problems({.Rule = "unusable-file-name",
+                              .Text = "The file " + name +
+                                      " is left out: to the game a \\ separates a folder from what is in it.",
+                              .Kind = Kind.Word,
+                              .File = name,
+                              .MessageIcon = Icon::Exclamation});
     }
     std::sort(names.begin(), names.end()); // names that differ in case only have no order of their own
     BubbleSort(names);
@@ -63,12 +67,13 @@ void Library::ReportCaseTwins(const LoadRequest& request, const std::vector<std:
             continue;
         const std::string& twin = *met.Find(name);
         const std::string both = std::string(twin).append(" and ").append(name);
-        caseTwins.TryAdd(name, both);
-        request.Findings({Kind.Word, name, 0, "case-twin-files",
-                          std::string("The files ")
-                              .append(both)
-                              .append(" are one file to the game.  Neither will be written to."),
-                          Icon::Exclamation});
+        notWritten.TryAdd(name, both + " are one file to the game");
+        request.Problems(
+            {.Rule = "case-twin-files",
+             .Text = "The files " + both + " are one file to the game.  Neither will be written to.",
+             .Kind = Kind.Word,
+             .File = name,
+             .MessageIcon = Icon::Exclamation});
     }
 }
 
@@ -90,14 +95,25 @@ void Library::ParseFile(const LoadRequest& request, const std::string& path, con
     Trap(Kind.Routine(Kind.ParseRoutine), {name}, [&] {
         if (file.Failure)
             std::rethrow_exception(file.Failure);
+        if (!file.Fault.Text.empty()) {
+            notWritten.TryAdd(name, name + " could not be read: " + file.Fault.Text);
+            request.Problems({.Rule = LoadFailureRule,
+                              .Text = file.Fault.Text,
+                              .Level = Severity::Error,
+                              .Kind = Kind.Word,
+                              .File = name,
+                              .Line = file.Fault.Line,
+                              .MessageIcon = Icon::Exclamation});
+            return;
+        }
         if (request.Accept && !request.Accept(name, file.Bytes))
             return;
         const auto place = static_cast<std::int32_t>(std::min(files.IndexOf(name), files.Count()));
         BlockReader reader(
-            Kind, name, request.Findings, [&](std::unique_ptr<Record> record, std::size_t line) {
+            Kind, name, request.Problems, [&](std::unique_ptr<Record> record, std::size_t line) {
                 record->FileOnDisk = place;
                 reader.Losses.Add(Loss::Dropped,
-                                  !Take(std::move(record), path, name, line, request.Findings));
+                                  !Take(std::move(record), path, name, line, request.Problems));
             });
         NoteContent(name, file.Content);
         reader.Read(file.Blocks);
@@ -106,19 +122,22 @@ void Library::ParseFile(const LoadRequest& request, const std::string& path, con
 }
 
 bool Library::Take(std::unique_ptr<Record> record, const std::string& path, const std::string& fileName,
-                   std::size_t line, const FindingSink& findings) {
+                   std::size_t line, const ProblemSink& problems) {
     record->FileName = path;
     record->ShortName = fileName;
     record->OrigNumber = Kind.Number(*record) = static_cast<std::int32_t>(records.Count()) + 1;
-    const auto report = [&](std::string_view rule, std::string text) {
-        findings({Kind.Word, fileName, line, rule, std::move(text)});
-    };
-    const bool admitted = !Admit || Admit(*record, report);
     const std::string& name = NameOf(*record); // stays where it is when the record moves
+    const auto report = [&](std::string_view rule, std::string_view field, std::string text) {
+        problems({rule, std::move(text), Severity::Warning, field, name, Kind.Word, fileName, line});
+    };
+    const bool admitted = !Admit || Admit(*record, [&](std::string_view rule, std::string text) {
+        report(rule, Kind.HeaderNumber->Property, std::move(text));
+    });
     if (admitted && records.TryAdd(name, std::move(record)))
         return true;
     if (admitted || records.Exists(name))
-        report(Kind.DuplicateRule, std::string(Kind.DuplicateText) + name + ", File = " + fileName);
+        report(Kind.DuplicateRule, Kind.Name.Property,
+               std::string(Kind.DuplicateText) + name + ", File = " + fileName);
     return false;
 }
 
@@ -128,7 +147,7 @@ LossCounts Library::LossesOf(const std::string& shortName, std::string_view byte
         return file->Losses;
     // Another program's content: what it holds has not been read.
     KeyedCollection<bool> met;
-    const FindingSink nobody = [](const Finding&) {};
+    const ProblemSink nobody = [](const Problem&) {};
     BlockReader reader(Kind, shortName, nobody, [&](const std::unique_ptr<Record>& record, std::size_t) {
         const Record* mine = Find(NameOf(*record));
         const bool kept =

@@ -19,7 +19,7 @@ class Library::Writer {
            const MissingCopy& aboutMissingCopies)
         : library(owner), folder(dataFolder), goOnWithoutCopy(aboutMissingCopies) {
         for (const std::string& name : shortNames) {
-            Trap(library.Kind.Routine("WriteItDown"), {name}, [&] { RefuseTwins(name); });
+            Trap(library.Kind.Routine("WriteItDown"), {name}, [&] { RefuseOthers(name); });
             files.TryAdd(name, File{library.PlaceOf(name)});
         }
         for (const auto& [name, record] : library.records)
@@ -50,9 +50,9 @@ class Library::Writer {
         bool Done = false;
     };
 
-    void RefuseTwins(const std::string& name) const {
-        if (const std::string* twins = library.caseTwins.Find(name))
-            throw Failure(FailurePathFileAccess, *twins + " are one file to the game; nothing was written");
+    void RefuseOthers(const std::string& name) const {
+        if (const std::string* reason = library.notWritten.Find(name))
+            throw Failure(FailurePathFileAccess, *reason + "; nothing was written");
     }
 
     void Assign(Record& record) {
@@ -196,8 +196,8 @@ std::vector<std::string> Library::ChangedOutside(const std::string& folder,
                                                  const std::vector<std::string>& shortNames) const {
     std::vector<std::string> changed;
     for (const std::string& name : shortNames) {
-        if (caseTwins.Find(name))
-            continue; // neither is ever written, and only one could be known
+        if (notWritten.Find(name))
+            continue; // of case twins only one could be known
         const KnownFile* file = knownFiles.Find(name);
         const bool exists = velmora::Files::FileExists(folder + name);
         if (exists != (file != nullptr) ||

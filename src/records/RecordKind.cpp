@@ -18,7 +18,7 @@ void AppendNumber(std::int32_t number, std::string& text) {
 
 void AppendQuoted(const std::string& value, std::string& text) {
     const auto lacks = [&](char c) { return value.find(c) == std::string::npos; };
-    const bool asItIs = lacks('"') && lacks('\r') && lacks('\n');
+    const bool asItIs = lacks('"') && lacks('\r') && lacks('\n') && lacks('\0');
     text += '"';
     if (asItIs)
         text += value;

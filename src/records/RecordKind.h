@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/Record.h"
+#include "services/Problem.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -94,6 +95,8 @@ constexpr Field ListField(std::string_view key, std::string_view property) {
     return field;
 }
 
+class CheckContext;
+
 /// Everything that tells one kind of record from another: the words of its files, the table of its fields and
 /// the names that failures are reported under.
 struct RecordKind {
@@ -126,6 +129,10 @@ struct RecordKind {
     std::unique_ptr<Record> (*Copy)(const Record&) = nullptr; ///< all of it, flags and numbers included
     /// Makes of a record what showing it makes: legal percent signs and numbers. Not set for a kind without.
     void (*Normalize)(Record&) = nullptr;
+    /// Appends what is wrong with a record, as it would be once it is normalised. Any thread may ask. Not set
+    /// for a kind without checks beyond those of loading.
+    void (*Check)(const Record&, const CheckContext&, std::vector<Problem>&) = nullptr;
+    double (*ReadNumber)(std::string_view) = nullptr; ///< the number at the start of a value
 
     [[nodiscard]] std::string Routine(std::string_view procedure) const {
         return std::string(Window) + "_" + std::string(procedure);

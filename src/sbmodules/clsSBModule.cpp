@@ -2,6 +2,7 @@
 
 #include "platform/CodePage.h"
 #include "services/Catalogues.h"
+#include "services/Numbers.h"
 
 #include <algorithm>
 #include <array>
@@ -42,6 +43,7 @@ RecordKind MakeSBModuleKind() {
     kind.DuplicateText = "Duplicate SBModule found!  SBModuleName = ";
     kind.DuplicateRule = "duplicate-sbmodule";
     kind.ValuesKeepBlanks = true;
+    kind.ReadNumber = LeadingDecimal;
     kind.HeaderNumber = NumberField<&M::SBModuleID>("SBMOD", 1, false, "SBModuleID");
     kind.Fields = SBModuleFields;
     kind.Name = TextField<&M::SBModuleName>("SBMOD", 1, false, "SBModuleName");

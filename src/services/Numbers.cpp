@@ -134,6 +134,15 @@ double LeadingNumber(std::string_view text) {
     return length == 0 ? 0 : DecimalValue(std::string_view(cleaned).substr(0, length));
 }
 
+double LeadingDecimal(std::string_view text) {
+    std::int32_t value = 0;
+    if (ReadPlainInteger(text, value))
+        return value;
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    const std::size_t length = DecimalLength(text);
+    return length == 0 ? 0 : DecimalValue(text.substr(0, length));
+}
+
 std::int32_t RoundToInt32(double value) {
     const double rounded = std::nearbyint(value);
     if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&

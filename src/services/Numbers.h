@@ -10,6 +10,10 @@ namespace velmora {
 /// octal digits. A text that does not start with a number gives 0.
 double LeadingNumber(std::string_view text);
 
+/// The decimal number at the start of a text, blanks before it skipped: optional sign, digits, decimal point
+/// with digits, exponent of E or D. A text that does not start with a number gives 0.
+double LeadingDecimal(std::string_view text);
+
 /// Reads a text that is nothing but a short whole number, as nearly every number in the game's files is.
 /// False, `value` untouched, for any other text.
 bool ReadPlainInteger(std::string_view text, std::int32_t& value);

@@ -52,10 +52,12 @@ class Prompts {
   public:
     virtual ~Prompts() = default;
 
-    /// Message box with an OK button.
-    virtual void Message(const std::string& text, Icon icon = Icon::None) = 0;
+    /// Message box with an OK button. `details` is shown on demand, below the text.
+    virtual void Message(const std::string& text, Icon icon = Icon::None,
+                         const std::string& details = {}) = 0;
     /// The same as one of many: also offers "Show the remaining messages as one list". True when taken up.
-    virtual bool MessageInSeries(const std::string& text, Icon icon = Icon::None) = 0;
+    virtual bool MessageInSeries(const std::string& text, Icon icon = Icon::None,
+                                 const std::string& details = {}) = 0;
     /// One scrollable list of messages that can be copied.
     virtual void MessageList(const std::vector<std::string>& texts) = 0;
     /// True for Yes.

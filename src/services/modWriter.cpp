@@ -40,6 +40,20 @@ std::vector<std::string_view> SplitAtWildCards(std::string_view text) {
     return parts;
 }
 
+/// Wild cards do not overlap: each percent sign that an s follows makes one.
+std::int32_t CountWildCards(std::string_view text) {
+    std::int32_t count = 0;
+    for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1))
+        count += at + 1 < text.size() && (text[at + 1] == 's' || text[at + 1] == 'S') ? 1 : 0;
+    return count;
+}
+
+/// A name as each line of a report quotes it: a report must not grow with the square of the name.
+std::string Shortened(const std::string& name) {
+    constexpr std::size_t longest = 200;
+    return name.size() <= longest ? name : name.substr(0, longest) + "...";
+}
+
 std::int32_t CodeAt(std::span<const std::int32_t> subs, std::size_t at) {
     if (at >= subs.size())
         throw Failure(FailureSubscript, "Subscript out of range");
@@ -63,7 +77,8 @@ std::string SanitizeName(std::string& name, std::string_view kind) {
                  " will be converted.  1 will become One, 2 will become Two, etc.";
         name.replace(0, 1, DigitWords[static_cast<std::size_t>(name[0] - '0')]);
     }
-    const std::string found = "\" found in the " + kindText + " name " + name + ".  It will be removed.";
+    const std::string found =
+        "\" found in the " + kindText + " name " + Shortened(name) + ".  It will be removed.";
     for (const char c : name) {
         if (IsLegalInName(c))
             continue;
@@ -117,36 +132,54 @@ void NormalizeWildCards(std::string& text) {
 }
 
 void CheckWildCards(std::string_view text, std::int32_t maximum, std::string_view label,
-                    std::span<const std::int32_t> subs, std::vector<Reason>& reasons) {
-    const std::string field(label);
-    auto wildCards = static_cast<std::int32_t>(SplitAtWildCards(text).size()) - 1;
-    if (wildCards > maximum) {
-        reasons.push_back({"Too many wild cards in the " + field + " text (" + std::to_string(wildCards) +
-                               ") !  You are limited to " + std::to_string(maximum) + " wild cards.",
-                           "too-many-wild-cards"});
-        wildCards = maximum;
-    }
+                    std::span<const std::int32_t> subs, std::vector<Problem>& problems,
+                    std::string_view field) {
+    auto wildCards = CountWildCards(text);
     const auto set = static_cast<std::int32_t>(
         std::count_if(subs.begin(), subs.end(), [](auto code) { return code != 0; }));
+    if (wildCards == 0 && set == 0)
+        return;
+    const std::string words(label);
+    const auto add = [&](std::string_view rule, std::string reason) {
+        problems.push_back(Reason(rule, field, std::move(reason)));
+    };
+    if (wildCards > maximum) {
+        add("too-many-wild-cards", "Too many wild cards in the " + words + " text (" +
+                                       std::to_string(wildCards) + ") !  You are limited to " +
+                                       std::to_string(maximum) + " wild cards.");
+        wildCards = maximum;
+    }
     if (wildCards == 0 && set > 0)
-        reasons.push_back(
-            {"No wild cards in the " + field + " text, but Wild Card subs were set.", "wild-cards-missing"});
+        add("wild-cards-missing", "No wild cards in the " + words + " text, but Wild Card subs were set.");
     for (std::int32_t j = 0; j < wildCards; ++j)
         if (CodeAt(subs, static_cast<std::size_t>(j)) == 0)
-            reasons.push_back(
-                {"The number or placement of wild cards (%s) used in the " + field +
-                     " text do not match the number of wild card subs set using the drop down boxes.",
-                 "wild-card-placement"});
+            add("wild-card-placement",
+                "The number or placement of wild cards (%s) used in the " + words +
+                    " text do not match the number of wild card subs set using the drop down boxes.");
     if (set != wildCards)
-        reasons.push_back({std::to_string(set) + " Wild Card Sub boxes were set, but there are " +
-                               std::to_string(wildCards) + " '%s' character groupings in the " + field +
-                               " text.",
-                           "wild-card-count"});
+        add("wild-card-count", std::to_string(set) + " Wild Card Sub boxes were set, but there are " +
+                                   std::to_string(wildCards) + " '%s' character groupings in the " + words +
+                                   " text.");
 }
 
-std::string FailedValidationText(std::span<const Reason> reasons) {
+std::string LengthText(std::string_view label, std::size_t length, std::size_t maximum) {
+    return std::string(label) + " text length (" + std::to_string(length) +
+           ") higher than maximum recommended length (" + std::to_string(maximum) + ")!";
+}
+
+void CheckLength(std::string_view text, std::size_t maximum, std::string_view label, std::string_view rule,
+                 std::string_view field, std::vector<Problem>& problems) {
+    if (text.size() <= maximum / 2) // doubled percent signs cannot make it too long
+        return;
+    std::string normal(text);
+    NormalizeWildCards(normal);
+    if (normal.size() > maximum)
+        problems.push_back({rule, LengthText(label, normal.size(), maximum), Severity::Note, field});
+}
+
+std::string FailedValidationText(std::span<const Problem> reasons) {
     std::string text = "Failed validation!  Reasons: \r";
-    for (const Reason& reason : reasons)
+    for (const Problem& reason : reasons)
         text += "\r" + reason.Text;
     return text +
            "\r\rDo you still wish to proceed? (proceeding in this state might render Velmora inoperative)";
@@ -163,7 +196,7 @@ std::string TextForFile(std::string_view text) {
             if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
                 ++i;
         } else {
-            result += text[i];
+            result += text[i] == '\0' ? ' ' : text[i];
         }
     }
     return result;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "services/Problem.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -9,12 +11,6 @@
 
 /// The rules that all editors apply to texts: names, file names, keys, percent signs, wild cards.
 namespace velmora {
-
-/// A reason that a record is not fit for the game, with the stable name of the rule it breaks.
-struct Reason {
-    std::string Text;
-    std::string Rule;
-};
 
 /// True for a name that SanitizeName leaves alone.
 bool IsLegalName(std::string_view name);
@@ -34,15 +30,22 @@ void FilterKeyPress(std::int16_t& keyCode);
 void NormalizeWildCards(std::string& text);
 
 /// Checks the wild cards of a text against its substitution boxes. `subs` holds their codes, the first box's
-/// first; 0 means not set. Appends its reasons.
+/// first; 0 means not set. Appends its reasons, which are about `field`.
 void CheckWildCards(std::string_view text, std::int32_t maximum, std::string_view label,
-                    std::span<const std::int32_t> subs, std::vector<Reason>& reasons);
+                    std::span<const std::int32_t> subs, std::vector<Problem>& problems,
+                    std::string_view field = {});
+
+/// What is said of a text that is longer than recommended; lengths in characters.
+std::string LengthText(std::string_view label, std::size_t length, std::size_t maximum);
+/// Appends a note on a text that is too long once its percent signs are made legal.
+void CheckLength(std::string_view text, std::size_t maximum, std::string_view label, std::string_view rule,
+                 std::string_view field, std::vector<Problem>& problems);
 
 /// The question that lists reasons and lets the author proceed all the same. Lines end with 13.
-std::string FailedValidationText(std::span<const Reason> reasons);
+std::string FailedValidationText(std::span<const Problem> reasons);
 
 /// A text as it may stand between quotes in a file: a double quote becomes a single one, a line break the two
-/// characters "\n".
+/// characters "\n", a NUL character, which no text file holds, a blank.
 std::string TextForFile(std::string_view text);
 
 /// A text as the game will show it: the first four "%s" replaced by the names in brackets and capitals (an

@@ -91,19 +91,21 @@ bool HasOptions(const clsUPIssue& issue) {
                        [&](auto option) { return !(issue.*option).empty(); });
 }
 
-void CheckOptions(bool autoListed, bool hasOptions, bool hasValues, std::vector<Reason>& reasons) {
-    if (!autoListed && !hasOptions)
-        reasons.push_back({"None of the Option text fields have been filled in.", "no-options"});
-    if (!autoListed && !hasValues)
-        reasons.push_back({"None of the Option Value fields have been filled in.", "no-option-values"});
-    if (autoListed && hasOptions)
-        reasons.push_back({"The Option text fields have been filled in, but this is not necessary when the "
-                           "choices are auto-listed.",
-                           "unneeded-options"});
-    if (autoListed && hasValues)
-        reasons.push_back({"The Option Value fields have been filled in, but this is not necessary when the "
-                           "choices are auto-listed.",
-                           "unneeded-option-values"});
+void CheckOptions(bool autoListed, bool hasOptions, bool hasValues, std::vector<Problem>& problems) {
+    const auto demand = [&](bool met, std::string_view rule, std::string_view field, const char* text) {
+        if (!met)
+            problems.push_back(Reason(rule, field, text));
+    };
+    demand(autoListed || hasOptions, "no-options", "Option01",
+           "None of the Option text fields have been filled in.");
+    demand(autoListed || hasValues, "no-option-values", "OptionVal01",
+           "None of the Option Value fields have been filled in.");
+    demand(!autoListed || !hasOptions, "unneeded-options", "Option01",
+           "The Option text fields have been filled in, but this is not necessary when the choices are "
+           "auto-listed.");
+    demand(!autoListed || !hasValues, "unneeded-option-values", "OptionVal01",
+           "The Option Value fields have been filled in, but this is not necessary when the choices are "
+           "auto-listed.");
 }
 
 } // namespace
@@ -148,27 +150,40 @@ void NormalizeUPIssue(clsUPIssue& issue) {
         NormalizeWildCards(issue.*option);
 }
 
-std::vector<Reason> CheckUPIssue(const clsUPIssue& issue, std::string_view guidanceCaption,
-                                 double optionValueSum, const Catalogue& subs) {
-    std::vector<Reason> reasons;
+std::vector<Problem> CheckUPIssue(const clsUPIssue& issue, std::string_view guidanceCaption,
+                                  double optionValueSum, const Catalogue& subs) {
+    std::vector<Problem> problems;
     if (issue.Question.empty())
-        reasons.push_back(
-            {"No Question text set, please specify the question before the UP High Council.", "no-question"});
+        problems.push_back(
+            Reason("no-question", "Question",
+                   "No Question text set, please specify the question before the UP High Council."));
     const bool autoListed = CodePage::FindNoCase(guidanceCaption, AutoListed) != std::string_view::npos;
-    CheckOptions(autoListed, HasOptions(issue), optionValueSum != 0, reasons);
+    CheckOptions(autoListed, HasOptions(issue), optionValueSum != 0, problems);
     std::array<std::int32_t, 4> codes{};
     for (std::size_t i = 0; i < codes.size(); ++i)
         codes[i] = subs.ItemAt(PositionByNumber(subs, issue.*UPIssueQuestionSubs[i]));
-    CheckWildCards(issue.Question, UPIssueMaximumWildCards, UPIssueQuestionLimit.Label, codes, reasons);
-    return reasons;
+    CheckWildCards(issue.Question, UPIssueMaximumWildCards, UPIssueQuestionLimit.Label, codes, problems,
+                   "Question");
+    return problems;
 }
 
-std::vector<Reason> CheckUPIssue(const clsUPIssue& issue, const Catalogue& subs) {
+std::vector<Problem> CheckUPIssue(const clsUPIssue& issue, const Catalogue& subs) {
     const std::int32_t type = UPIssueTypes.ItemAt(PositionByNumber(UPIssueTypes, issue.UPIssueAttribute));
     double sum = 0;
     for (const auto value : UPIssueOptionValues)
         sum += std::abs(static_cast<double>(issue.*value));
     return CheckUPIssue(issue, OfferGuidance(type).Caption, sum, subs);
+}
+
+void CheckUPIssueLengths(const clsUPIssue& issue, std::vector<Problem>& problems) {
+    static constexpr std::array<std::string_view, 6> fields{"Option01", "Option02", "Option03",
+                                                            "Option04", "Option05", "Option06"};
+    const auto check = [&](const std::string& text, const UPIssueTextLimit& limit, std::string_view field) {
+        CheckLength(text, limit.MaximumLength, limit.Label, limit.Rule, field, problems);
+    };
+    check(issue.Question, UPIssueQuestionLimit, "Question");
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        check(issue.*UPIssueOptions[i], UPIssueOptionLimit, fields[i]);
 }
 
 } // namespace velmora

@@ -54,9 +54,11 @@ void NormalizeUPIssue(clsUPIssue& issue);
 /// Every reason that an issue is not fit for the game. Types whose guidance says that the game lists the
 /// races itself must not have options or option values; all others must have some. `optionValueSum` is the
 /// sum of the absolute option values. Substitution codes that the catalogue lacks count as "Nothing".
-std::vector<Reason> CheckUPIssue(const clsUPIssue& issue, std::string_view guidanceCaption,
-                                 double optionValueSum, const Catalogue& subs);
+std::vector<Problem> CheckUPIssue(const clsUPIssue& issue, std::string_view guidanceCaption,
+                                  double optionValueSum, const Catalogue& subs);
 /// The same from the record alone; a type that UPIssueTypes lacks counts as its first entry.
-std::vector<Reason> CheckUPIssue(const clsUPIssue& issue, const Catalogue& subs);
+std::vector<Problem> CheckUPIssue(const clsUPIssue& issue, const Catalogue& subs);
+/// Notes on texts that are longer than recommended once the issue is normalised.
+void CheckUPIssueLengths(const clsUPIssue& issue, std::vector<Problem>& problems);
 
 } // namespace velmora

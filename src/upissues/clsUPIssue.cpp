@@ -1,6 +1,7 @@
 #include "upissues/clsUPIssue.h"
 
 #include "services/Catalogues.h"
+#include "services/Numbers.h"
 #include "upissues/UPIssueRules.h"
 
 #include <array>
@@ -47,6 +48,17 @@ constexpr std::array<Field, 28> UPIssueFields{
     NumberField<&U::HowAIWouldVote>("HowAIWouldVote", 1, true),
 };
 
+struct Subs : Catalogue {
+    Subs() { BuildUPIssueSubstitutions(*this); }
+};
+
+void CheckRecord(const Record& record, const CheckContext& /*context*/, std::vector<Problem>& problems) {
+    static const Subs subs;
+    const auto& issue = static_cast<const U&>(record);
+    problems = CheckUPIssue(issue, subs);
+    CheckUPIssueLengths(issue, problems);
+}
+
 RecordKind MakeUPIssueKind() {
     RecordKind kind;
     kind.Word = "upissue";
@@ -74,6 +86,8 @@ RecordKind MakeUPIssueKind() {
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<U&>(record).UPIssueNumber; };
     kind.Makes<U>();
     kind.Normalize = [](Record& record) { NormalizeUPIssue(static_cast<U&>(record)); };
+    kind.Check = CheckRecord;
+    kind.ReadNumber = LeadingDecimal;
     return kind;
 }
 

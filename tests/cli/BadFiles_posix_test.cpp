@@ -1,5 +1,7 @@
 #include "CliRun.h"
 #include "GameFolder.h"
+#include "cli/OutputText.h"
+#include "platform/PathTexts.h"
 
 #include <gmock/gmock.h>
 
@@ -40,7 +42,13 @@ TEST(BadFiles, OddNamesArePrintedAsTheyAreOnOneLine) {
     EXPECT_THAT(CliRun("check", game.Typed()).Lines(),
                 ElementsAre(HasSubstr("Data/a; b\\x1B.event:1: warning:"),
                             HasSubstr("Data/\xE6\x98\x9F \xC3\xA9.event:1: warning:")));
-    EXPECT_EQ(CliRun("export", game.Typed()).Parsed()["messages"][1]["file"], "\xE6\x98\x9F \xC3\xA9.event");
+    const Json message = CliRun("export", game.Typed()).Parsed()["messages"][1];
+    EXPECT_EQ(message["file"], "\xE6\x98\x9F \xC3\xA9.event");
+    EXPECT_THAT(message["text"].get<std::string>(),
+                ::testing::EndsWith("File = \xE6\x98\x9F \xC3\xA9.event"));
+    EXPECT_THAT(CliRun("check", game.Typed()).Lines()[1],
+                HasSubstr("File = \xE6\x98\x9F \xC3\xA9.event [unrecognized-token]"));
+    EXPECT_EQ(OutputText::Name(PathTexts::FromHostText("a\xE2\x80\xAE\xC2\x9B")), "a\\u202E\\x9B");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <regex>
 
 namespace velmora {
@@ -35,7 +36,9 @@ TEST(CheckCommand, PrintsThePlantedFaultsOfTheSampleAndNoOthers) {
         const std::string text = std::regex_replace((*at)[3].str(), std::regex("(<CR>)+"), "; ");
         EXPECT_THAT(run.Out, HasSubstr(at->format(":$1: $2: ") + text + " ["));
     }
-    EXPECT_EQ(planted, run.Lines().size());
+    const std::vector<std::string> lines = run.Lines();
+    const auto isNote = [](const std::string& line) { return line.find(": note: ") != std::string::npos; };
+    EXPECT_EQ(planted, lines.size() - std::count_if(lines.begin(), lines.end(), isNote));
     EXPECT_EQ(CliRun("check", VELMORA_SAMPLE, "--kind", "upissues").Status, 0);
     EXPECT_EQ(CliRun("check", VELMORA_SAMPLE, "--kind", "events").Status, 1);
 }
@@ -54,14 +57,56 @@ TEST(CheckCommand, ChecksRecordsAsTheyAreShown) {
         game.Write("Data/UP_Issues/A.UPIssue", issue.GenerateUPIssueString(false));
         return CliRun("check", game.Typed(), "--format", "json");
     };
-    EXPECT_EQ(checkAsJson().Out, "{\n\"messages\":[],\n\"reasons\":[],\n\"errors\":[]\n}\n");
+    EXPECT_EQ(checkAsJson().Out, "{\n\"messages\":[],\n\"reasons\":[],\n\"errors\":[],\n\"notes\":[]\n}\n");
     event.Image.clear();
     issue.OptionVal01 = 0;
     EXPECT_EQ(checkAsJson().Parsed()["reasons"], Json::parse(R"([
         {"kind":"event","file":"A.event","line":2,"name":"Raid",
-         "reasons":["Unable to locate specified image file."],"rules":["no-image"]},
+         "reasons":["Unable to locate specified image file."],"rules":["no-image"],
+         "findings":[{"kind":"event","file":"A.event","line":6,"rule":"no-image",
+                      "text":"Unable to locate specified image file.","name":"Raid","field":"Image",
+                      "severity":"error"}]},
         {"kind":"upissue","file":"A.UPIssue","line":2,"name":"Tax",
-         "reasons":["None of the Option Value fields have been filled in."],"rules":["no-option-values"]}])"));
+         "reasons":["None of the Option Value fields have been filled in."],"rules":["no-option-values"],
+         "findings":[{"kind":"upissue","file":"A.UPIssue","line":14,"rule":"no-option-values",
+                      "text":"None of the Option Value fields have been filled in.","name":"Tax",
+                      "field":"OptionVal01","severity":"error"}]}])"));
+}
+
+TEST(CheckCommand, PutsEachFindingAtTheLineOfItsField) {
+    GameFolder game;
+    const std::string sound = ReplaceAll(GameFolder::Event("Base"), "\r\n", "\n");
+    const auto start = static_cast<int>(std::count(sound.begin(), sound.end(), '\n'));
+    const auto at = [&](int line, const std::string& rest) {
+        return HasSubstr("A.event:" + std::to_string(start + line) + ": " + rest);
+    };
+    game.Write("Data/A.event", sound + "EVENT One\n// remark\n\n  title\t\"\"\nTitle \"\"\nEvilOption \"" +
+                                   std::string(199, 'x') +
+                                   "%\"\nGoodOptStr01 1\nGoodOption \"\"\nENDEVENT\n"
+                                   "EVENT Two\nGoodOption \"ok\"\nENDEVENT\nENDEVENT\nEVENT base\nENDEVENT\n"
+                                   "EVENT Open\nTitle \"x\"\n");
+    const CliRun run("check", game.Typed());
+    EXPECT_THAT(run.Lines(),
+                ElementsAre(at(13, "warning: Duplicate event found!  EventName = Two"),
+                            at(15, "warning: Duplicate event found!  EventName = base"),
+                            at(16, "error: This block has no ENDEVENT [unfinished-block]"),
+                            at(5, "error: One: No Title text set"), at(8, "error: One: No Good option"),
+                            at(8, "error: One: No wild cards in the Good Option"),
+                            at(8, "error: One: 1 Wild Card"),
+                            at(6, "note: One: Evil Option text length (201) higher than maximum recommended "
+                                  "length (200)! [option-length]"),
+                            at(10, "error: Two: No Title text set"),
+                            at(11, "error: Two: No wild cards in the Good Option"),
+                            at(11, "error: Two: 1 Wild Card"), at(10, "note: Two: Evil Option text")))
+        << "a value carried over stands at the header of the record that has it";
+    game.Write("Data/A.event", sound + "EVENT One\nEvilOption \"" + std::string(201, 'x') + "\"\nENDEVENT\n");
+    const CliRun noted("check", game.Typed(), "--format", "json");
+    EXPECT_EQ(noted.Status, 0) << "a note is no fault";
+    EXPECT_THAT(Values(noted.Parsed()["notes"], "line"), ElementsAre(start + 2));
+    EXPECT_THAT(Values(noted.Parsed()["notes"], "severity"), ElementsAre("note"));
+    const CliRun inside("check", game.Typed("Data"));
+    EXPECT_EQ(inside.Status, 2);
+    EXPECT_THAT(inside.Err, HasSubstr("the directory that holds Data"));
 }
 
 TEST(CheckCommand, LeavesOutIgnoredRules) {
@@ -147,7 +192,8 @@ TEST(CheckCommand, PrintsOneFindingALine) {
     game.Write("Data/A.event", "EVENT 9!\r\nA\rB\x1B[2J \"x\"\r\n");
     EXPECT_THAT(CliRun("check", game.Typed()).Lines(),
                 ElementsAre(HasSubstr("It will be removed.; Final revised Event name is now: Nine."),
-                            HasSubstr("a(0) = A; B\\x1B[2J, sValue = x")));
+                            HasSubstr("a(0) = A; B\\x1B[2J, sValue = x"), HasSubstr("no ENDEVENT")));
+    EXPECT_EQ(OutputText::OneLine("a\x81\t\x80"), "a\\x81\\x09\xE2\x82\xAC");
     const Json json = CliRun("check", game.Typed(), "--format", "json").Parsed();
     EXPECT_THAT(json["messages"][0]["text"].get<std::string>(), HasSubstr("removed.\r\rFinal"));
 }

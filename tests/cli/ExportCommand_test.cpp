@@ -84,6 +84,11 @@ TEST(ExportCommand, SeparatesValuesByCommas) {
     ASSERT_EQ(run.Lines().size(), 2u);
     EXPECT_THAT(run.Lines()[1], StartsWith("Raid,\"Raid, or 'not'\",about Raid,Gfx\\\\P.pcx,0,Talk,Wait,"));
     EXPECT_THAT(run.Err, HasSubstr("A.event:1: warning: Unrecognized token!"));
+    game.Write("Data/A.event", "EVENT\r\nTitle \"x\"\r\nENDEVENT\r\n");
+    EXPECT_THAT(exportAsCsv().Lines()[1], StartsWith(",x,,,0,")) << "each value under its name";
+    game.Write("Data/A.SBModule", "SBMOD 1 A\r\nTech_Requirement \"\"\r\nTech_Requirement \"b\"\r\nENDSBMOD");
+    EXPECT_THAT(CliRun("export", game.Typed(), "--kind", "sbmodules", "--format", "csv").Lines()[1],
+                StartsWith("A,1,,,; b,,"));
 }
 
 } // namespace

@@ -37,8 +37,8 @@ TEST_F(DialogPromptsTest, ShowEveryWordOfATextOfAnyLength) {
         SCOPED_TRACE(text);
         for (int box = 0; box < 3; ++box)
             modals.Expect<QMessageBox>(ExpectWholeText);
-        prompts.Message(text, Icon::None);
-        prompts.MessageInSeries(text, Icon::Critical);
+        prompts.Message(text, Icon::None, {});
+        prompts.MessageInSeries(text, Icon::Critical, {});
         prompts.Ask({text, true});
     }
 }
@@ -52,7 +52,7 @@ TEST_F(DialogPromptsTest, BreakTheLinesOfAMessage) {
         EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
         box.button(QMessageBox::Ok)->click();
     });
-    prompts.Message("one\r\rtwo <b>", Icon::Exclamation);
+    prompts.Message("one\r\rtwo <b>", Icon::Exclamation, {});
 }
 
 TEST_F(DialogPromptsTest, AskWithTheDefaultToldAndDetailsOneUnderTheOther) {
@@ -134,11 +134,12 @@ TEST_F(DialogPromptsTest, BreakTheLinesOfAnInputsPrompt) {
 TEST_F(DialogPromptsTest, OfferTheRestOfASeriesAsOneList) {
     for (const bool taken : {true, false}) {
         modals.Expect<QMessageBox>([taken](QMessageBox& box) {
+            EXPECT_EQ(box.detailedText(), QStringLiteral("A.event"));
             EXPECT_EQ(box.checkBox()->text(), QStringLiteral("Show the remaining messages as one list"));
             box.checkBox()->setChecked(taken);
             box.accept();
         });
-        EXPECT_EQ(prompts.MessageInSeries("text", Icon::None), taken);
+        EXPECT_EQ(prompts.MessageInSeries("text", Icon::None, "A.event"), taken);
     }
     modals.Expect<QDialog>([](QDialog& viewer) {
         EXPECT_EQ(viewer.findChild<QPlainTextEdit*>()->toPlainText(), QStringLiteral("a\nb\n\nc"));

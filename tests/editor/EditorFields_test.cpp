@@ -52,7 +52,7 @@ TEST_P(EditorFields, TellOverlongTextsAndLiftTheirLimits) {
 TEST_P(EditorFields, AreAllOnShowBeforeANoticeOfOneOfThem) {
     struct : ScriptedPrompts {
         std::function<std::string()> Look;
-        void Message(const std::string&, Icon) override { Transcript.push_back(Look()); }
+        void Message(const std::string&, Icon, const std::string&) override { Transcript.push_back(Look()); }
     } watching;
     watching.Look = [this] { return Shown() + Text(fileBox); };
     const LongText& text = editor.LongTexts.front();

@@ -25,8 +25,8 @@ TEST(EventRules, ListEveryReasonInOrder) {
     BuildWildCardSubs(subs);
     const auto rules = [&](const clsEvent& event) {
         std::vector<std::string> found;
-        for (const Reason& reason : CheckEvent(event, game.Path(), subs))
-            found.push_back(reason.Rule);
+        for (const Problem& reason : CheckEvent(event, game.Path(), subs))
+            found.emplace_back(reason.Rule);
         return found;
     };
     clsEvent event;

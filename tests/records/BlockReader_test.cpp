@@ -14,7 +14,7 @@ namespace {
 /// All that comes of reading: records, findings, losses, a failure.
 std::vector<std::string> Read(const WrittenBlocks& blocks) {
     std::vector<std::string> outcome;
-    const FindingSink note = [&](const Finding& finding) {
+    const ProblemSink note = [&](const Problem& finding) {
         outcome.push_back(std::to_string(finding.Line) + finding.Text);
     };
     const auto take = [&](const std::unique_ptr<Record>& record, std::size_t line) {

@@ -170,6 +170,22 @@ TEST_F(LibraryTest, NamesThatDifferInCaseMeanOneFile) {
     EXPECT_THAT(Names(), ElementsAre("Three 1", "One 2", "Gone 3", "Two 4"));
 }
 
+TEST_F(LibraryTest, LeavesAFileThatIsNoTextAlone) {
+    const std::string zeros(10000000, '\0');
+    Put("a.event", "\n" + zeros);
+    Put("b.event", Block("Two"));
+    ASSERT_TRUE(Load());
+    EXPECT_THAT(texts, ElementsAre("a.event:2: This is no text file: a NUL byte in line 2 [load-failure]"));
+    EXPECT_THAT(Names(), ElementsAre("Two 1"));
+    Add("New", "a.event");
+    ScriptedPrompts prompts;
+    handler.Unattended = false;
+    TrapEvent("Click", NoInputParms, [&] { library.WriteFiles(data, {"a.event"}); });
+    ASSERT_EQ(prompts.Errors.size(), 1u);
+    EXPECT_THAT(prompts.Errors[0].Description, HasSubstr("a.event could not be read"));
+    EXPECT_EQ(Get("a.event"), "\n" + zeros);
+}
+
 TEST_F(LibraryTest, NoticesWhatOthersDoToItsFiles) {
     for (const std::string name : {"a", "b", "c"})
         Put(name + ".event", Block(name));

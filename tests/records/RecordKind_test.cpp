@@ -23,7 +23,7 @@ std::pair<FieldValue, FieldValue> ValuesOf(const Field& field, int byte) {
 
 std::unique_ptr<Record> ReadBack(const RecordKind& kind, const Record& record) {
     std::vector<std::unique_ptr<Record>> read;
-    const FindingSink fail = [](const Finding& finding) { ADD_FAILURE() << finding.Text; };
+    const ProblemSink fail = [](const Problem& finding) { ADD_FAILURE() << finding.Text; };
     BlockReader reader(kind, "a", fail, [&](auto taken, std::size_t) { read.push_back(std::move(taken)); });
     const std::string block = BlockOf(kind, record);
     reader.Read(block);
@@ -61,6 +61,28 @@ TEST(RecordKind, WritesCopiesAndClonesEveryValueOfEveryKind) {
                 EXPECT_EQ(field.Get(*clone), given) << field.Property;
             });
         }
+}
+
+TEST(RecordKind, ReadsNumbersByTheRuleOfItsFiles) {
+    const auto numbers = [](const RecordKind& kind, const std::string& key) {
+        std::string read;
+        for (const char* value : {"\"1 2\"", "&H10", "12abc"}) {
+            const ProblemSink nobody = [](const Problem&) {};
+            BlockReader reader(kind, "a", nobody, [&](const auto& record, std::size_t) {
+                for (const Field& field : kind.Fields)
+                    if (field.Key == key)
+                        read += std::to_string(field.NumberOf(*record)) + ' ';
+            });
+            std::string block = BlockOf(kind, *kind.Make());
+            block.insert(block.find(kind.End), key + ' ' + value + "\r\n");
+            reader.Read(block);
+        }
+        return read;
+    };
+    EXPECT_EQ(numbers(EventKind, "Probability"), "12 16 12 ");
+    EXPECT_EQ(numbers(UPIssueKind, "Value01"), "1 0 12 ");
+    EXPECT_EQ(numbers(UPIssueKind, "OptionVal01"), "1 0 12 ");
+    EXPECT_EQ(numbers(SBModuleKind, "ModuleSize"), "1 0 12 ");
 }
 
 } // namespace

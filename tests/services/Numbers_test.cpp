@@ -34,6 +34,14 @@ TEST(LeadingNumber, ReadsTheLongestLeadingPartWhateverTheLocale) {
     std::setlocale(LC_ALL, before.c_str());
 }
 
+TEST(LeadingDecimal, StopsAtTheFirstOtherCharacter) {
+    using Case = std::pair<const char*, double>;
+    for (const auto& [text, value] :
+         {Case{"", 0}, Case{"  ", 0}, Case{" 2", 2}, Case{"1 2", 1}, Case{"- 5", 0}, Case{"-2.5x", -2.5},
+          Case{"&H10", 0}, Case{"\t5", 0}, Case{"1e3", 1000}, Case{"123456789", 123456789}})
+        EXPECT_EQ(LeadingDecimal(text), value) << '[' << text << ']';
+}
+
 TEST(RoundToInt32, TakesHalvesToTheEvenNeighbourAndOverflowsBeyond32Bits) {
     using Case = std::pair<double, std::int32_t>;
     for (const auto& [value, rounded] :

@@ -35,6 +35,11 @@ TEST(SanitizeName, GivesTheNameThatTheGameAcceptsAndReportsEachChangeInWords) {
                                            "removed.\r\rFinal revised Event name is now: ab.");
 }
 
+TEST(SanitizeName, KeepsItsReportInProportionToTheName) {
+    std::string name(30000, '!');
+    EXPECT_LT(SanitizeName(name, "Event").size(), 30000u * 300);
+}
+
 TEST(FilterKeyPress, SwallowsEnterAndSoftensTheDoubleQuote) {
     std::vector<std::int16_t> keys{13, 34, 39, 10, 65};
     for (std::int16_t& key : keys)
@@ -59,22 +64,22 @@ TEST(CheckWildCards, FindsWhatDoesNotMatch) {
           Case{"one %s", {1, 2}, "wild-card-count "}, Case{"%s%s%s", {1, 2}, "too-many-wild-cards "},
           Case{"%s%s%s", {1, 2, 3}, "too-many-wild-cards wild-card-count "},
           Case{"none", {1, 0}, "wild-cards-missing wild-card-count "}}) {
-        std::vector<Reason> reasons;
+        std::vector<Problem> reasons;
         CheckWildCards(text, 2, "Good Option", subs, reasons);
         std::string found;
-        for (const Reason& reason : reasons)
+        for (const Problem& reason : reasons)
             found += std::string(reason.Rule) + ' ';
         EXPECT_EQ(found, rules) << text;
     }
 }
 
 TEST(CheckWildCards, SaysItInTheGamesWordsBehindWhatIsThereAndFailsBeyondTheBoxes) {
-    std::vector<Reason> reasons{{"earlier", "rule"}};
+    std::vector<Problem> reasons{{"rule", "earlier"}};
     const std::vector<std::int32_t> boxes{1, 0};
     CheckWildCards("%s%s%s", 2, "Good Option", boxes, reasons);
     CheckWildCards("none", 4, "Description", boxes, reasons);
     std::string texts;
-    for (const Reason& reason : reasons)
+    for (const Problem& reason : reasons)
         texts += reason.Text + '|';
     EXPECT_EQ(
         texts,

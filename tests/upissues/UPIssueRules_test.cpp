@@ -30,10 +30,10 @@ class UPIssueRulesTest : public ::testing::Test {
         issue.*member = std::move(value);
         return issue;
     }
-    static std::string RulesOf(const std::vector<Reason>& reasons) {
+    static std::string RulesOf(const std::vector<Problem>& reasons) {
         std::string rules;
-        for (const Reason& reason : reasons)
-            rules += reason.Rule + " ";
+        for (const Problem& reason : reasons)
+            rules.append(reason.Rule).append(" ");
         return rules;
     }
 

@@ -1,4 +1,6 @@
-#include "cli/RuleTable.h"
+#include "kinds/Rules.h"
+
+#include "services/Problem.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +9,7 @@ namespace velmora {
 
 namespace {
 
-constexpr std::array<RuleEntry, 29> Table{{
+constexpr std::array<RuleEntry, 32> Table{{
     {"no-data-directory",
      "Events and starbase modules live in the game's Data directory, UP issues in its UP_Issues."},
     {"case-twin-files", "Files whose names differ in letter case only are one file to the game."},
@@ -41,7 +43,11 @@ constexpr std::array<RuleEntry, 29> Table{{
     {"wild-cards-missing", "A substitution is set only for a text that holds a \"%s\"."},
     {"wild-card-placement", "Every \"%s\" has its substitution, the first \"%s\" the first one."},
     {"wild-card-count", "As many substitutions are set as the text holds \"%s\"."},
-    {"unfinished-block", "Every block has its end line, or nothing of it is read (told by format only)."},
+    {"description-length", "An event's description shows well up to 540 characters."},
+    {"option-length",
+     "An answer of an event shows well up to 200 characters, an option of a UP issue up to 30."},
+    {"question-length", "A UP issue's question shows well up to 530 characters."},
+    {UnfinishedBlockRule, "Every block has its end line, or nothing of it is read."},
     {LoadFailureRule,
      "A file that cannot be read, is no text, or holds a number beyond 32 bits is a failure."},
 }};

@@ -1,0 +1,44 @@
+#include "kinds/Kinds.h"
+
+#include "events/clsEvent.h"
+#include "platform/CodePage.h"
+#include "sbmodules/ModuleIDPool.h"
+#include "sbmodules/clsSBModule.h"
+#include "upissues/clsUPIssue.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+namespace velmora {
+
+namespace {
+
+Library::Admission AdmitModules() {
+    return [pool = std::make_shared<ModuleIDPool>()](Record& record, const Library::Report& report) {
+        return pool->Admit(record, report);
+    };
+}
+
+const std::array<KindEntry, 3> Entries{{
+    {&EventKind, "events", "eventFiles", "EventNumber", "Data/", "--event-file", "MyEvents.event"},
+    {&UPIssueKind, "upissues", "upissueFiles", "UPIssueNumber", "Data/UP_Issues/", "--upissue-file",
+     "MyUPIssues.upissue"},
+    {&SBModuleKind, "sbmodules", "sbmoduleFiles", "SBModuleNumber", "Data/", "--sbmodule-file",
+     "MySBModules.SBModule", AdmitModules, false},
+}};
+
+} // namespace
+
+std::span<const KindEntry> Kinds() {
+    return Entries;
+}
+
+const KindEntry* KindOfFile(std::string_view path) {
+    const auto* found = std::find_if(Entries.begin(), Entries.end(), [&](const KindEntry& entry) {
+        return CodePage::EndsWithNoCase(path, entry.Kind->Extension);
+    });
+    return found == Entries.end() ? nullptr : found;
+}
+
+} // namespace velmora
