@@ -1,0 +1,27 @@
+#include "records/RecordFile.h"
+
+#include "records/BlockReader.h"
+
+namespace velmora {
+
+void RecordFile::Read(const RecordKind& kind, std::string bytes) {
+    Bytes = std::move(bytes);
+    Parts.RemoveAll();
+    std::vector<std::size_t> lineEnds; // of each line, behind its end
+    for (std::size_t at = Bytes.find('\n'); at != std::string::npos; at = Bytes.find('\n', at + 1))
+        lineEnds.push_back(at + 1);
+    std::size_t taken = 0;
+    const FindingSink nobody = [](const Finding&) {};
+    BlockReader reader(kind, {}, nobody, [&](std::unique_ptr<Record> record, std::size_t endLine) {
+        const std::size_t end = endLine <= lineEnds.size() ? lineEnds[endLine - 1] : Bytes.size();
+        const std::string name = kind.NameOf(*record);
+        Part part{std::move(record), std::string_view(Bytes).substr(taken, end - taken)};
+        if (!Parts.TryAdd(name, std::move(part)))
+            throw Failure(FailureDuplicateKey, "Two records are named " + name);
+        taken = end;
+    });
+    reader.Read(Bytes);
+    Tail = std::string_view(Bytes).substr(taken);
+}
+
+} // namespace velmora

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "records/RecordKind.h"
+#include "services/KeyedCollection.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+/// One file of records taken by itself, outside of any library, with the very text that each record stands
+/// in.
+struct RecordFile {
+    struct Part {
+        std::unique_ptr<Record> Content;
+        std::string_view Text; ///< from the end of the record before it to its own last line
+    };
+
+    std::string Bytes;
+    KeyedCollection<Part> Parts; ///< key: the record's name
+    std::string_view Tail;       ///< what stands behind the last record
+
+    RecordFile() = default;
+    RecordFile(const RecordFile&) = delete;
+    RecordFile& operator=(const RecordFile&) = delete;
+    ~RecordFile() = default;
+
+    /// Takes a file's bytes apart. Throws Failure (457) for two records of one name, and what BlockReader
+    /// throws.
+    void Read(const RecordKind& kind, std::string bytes);
+};
+
+} // namespace velmora
