@@ -7,7 +7,7 @@ _velwriter() {
   COMPREPLY=()
 
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words='check export format --help --version'
+    words='check export format diff merge --help --version'
   else
     case $previous in
       --kind) words='events upissues sbmodules' ;;
@@ -34,7 +34,9 @@ _velwriter() {
       check:-*) words="--kind --format --ignore --list-rules $own --help" ;;
       export:-*) words="--kind --format --sort $own --help" ;;
       format:-*) words="--check --write $own --help" ;;
-      format:*)
+      diff:-*) words='--format --help' ;;
+      merge:-*) words='--output --help' ;;
+      format:* | diff:* | merge:*)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$current"; shopt -s nocasematch
           compgen -f -- "$current" | while IFS= read -r file; do

@@ -27,6 +27,8 @@ constexpr const char* Examples = R"(Examples:
   velwriter format ~/Velmora/Data/MyEvents.event
   velwriter format --check ~/Velmora/Data/*.event
   velwriter format --write ~/Velmora/Data/MyEvents.event
+  velwriter diff old/Data Data
+  velwriter merge base.event ours.event theirs.event -o merged.event
 
 Exit status: 0 all well, 1 something was found, 2 bad usage or a failure.)";
 
@@ -42,6 +44,7 @@ struct Words {
     std::vector<std::string> Files;
     bool Check = false;
     bool Write = false;
+    std::string Output;
     bool ToTerminal = false;
 };
 
@@ -96,6 +99,31 @@ CLI::App* AddExport(CLI::App& app, Words& words) {
     command->add_option("--sort", words.Sort, "Order of the records (file)")
         ->check(CLI::IsMember({"file", "name"}));
     command->footer("Example: velwriter export ~/Velmora --sort name > velmora.json");
+    return command;
+}
+
+CLI::App* AddDiff(CLI::App& app, Words& words) {
+    CLI::App* command = app.add_subcommand("diff", "Tell what changed from one file or folder to another");
+    command->add_option("A B", words.Files, "Two files of one kind, or two folders")
+        ->required()
+        ->expected(2)
+        ->type_name("");
+    command->add_option("--format", words.Format, "Form of the output (text)")
+        ->check(CLI::IsMember({"text", "json"}));
+    command->footer("Example: velwriter diff old/Data/MyEvents.event Data/MyEvents.event");
+    return command;
+}
+
+CLI::App* AddMerge(CLI::App& app, Words& words) {
+    CLI::App* command = app.add_subcommand("merge", "Merge two versions of a file by record and field");
+    command->add_option("BASE OURS THEIRS", words.Files, "The version that both come from, and both")
+        ->required()
+        ->expected(3)
+        ->type_name("");
+    command->add_option("-o,--output", words.Output, "File for the result; it may be one of the three")
+        ->required()
+        ->type_name("OUT");
+    command->footer("Example: velwriter merge base.event ours.event theirs.event -o merged.event");
     return command;
 }
 
@@ -190,26 +218,46 @@ ExitStatus Format(const Words& words, std::ostream& out, std::ostream& err) {
     return RunFormat(options, out, err);
 }
 
+ExitStatus Diff(const Words& words, std::ostream& out) {
+    return RunDiff({OutputText::TypedPath(words.Files[0]), OutputText::TypedPath(words.Files[1]),
+                    words.Format == "json"},
+                   out);
+}
+
+ExitStatus Merge(const Words& words, std::ostream& err) {
+    return RunMerge({OutputText::TypedPath(words.Files[0]), OutputText::TypedPath(words.Files[1]),
+                     OutputText::TypedPath(words.Files[2]), OutputText::TypedPath(words.Output)},
+                    err);
+}
+
 ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, std::ostream& out,
                std::ostream& err) {
     const CLI::App* check = AddCheck(app, words);
     const CLI::App* exporting = AddExport(app, words);
-    AddFormat(app, words);
+    const CLI::App* format = AddFormat(app, words);
+    const CLI::App* diff = AddDiff(app, words);
+    AddMerge(app, words);
     const auto named = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
     if (!arguments.empty() && !arguments.front().starts_with('-') && app.get_subcommands(named).empty())
-        throw BadUsage("there is no command " + arguments.front() + "; check, export and format are those");
+        throw BadUsage("there is no command " + arguments.front() +
+                       "; check, export, format, diff and merge are those");
     std::reverse(arguments.begin(), arguments.end()); // CLI11 takes words off the end
     app.parse(std::move(arguments));
     BuildCatalogues();
     if (check->parsed())
         return Check(words, out, err);
-    return exporting->parsed() ? Export(words, out, err) : Format(words, out, err);
+    if (exporting->parsed())
+        return Export(words, out, err);
+    if (format->parsed())
+        return Format(words, out, err);
+    return diff->parsed() ? Diff(words, out) : Merge(words, err);
 }
 
 } // namespace
 
 int RunVelwriter(std::vector<std::string> arguments, std::ostream& out, std::ostream& err, bool toTerminal) {
-    CLI::App app("Checks, exports and formats the content files of the game Velmora.", "velwriter");
+    CLI::App app("Checks, exports, formats, compares and merges the content files of the game Velmora.",
+                 "velwriter");
     app.footer(Examples);
     app.set_version_flag("--version", "velwriter " VELMORA_VERSION);
     app.require_subcommand(1);

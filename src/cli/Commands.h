@@ -39,6 +39,27 @@ struct FormatOptions {
     bool ToTerminal = false; ///< print UTF-8, not the bytes of the files
 };
 
+struct DiffOptions {
+    std::string Before; ///< two files of one kind, or two folders
+    std::string After;
+    bool AsJson = false;
+};
+
+struct MergeOptions {
+    std::string Base;
+    std::string Ours;
+    std::string Theirs;
+    std::string Out;
+};
+
+/// Prints what changed from one file or folder to another, record by record and field by field. Found when
+/// anything did, be it spacing.
+ExitStatus RunDiff(const DiffOptions& options, std::ostream& out);
+
+/// Merges two versions of a file into another file. Well only when no conflict is left and nothing is wrong
+/// with the result that was not wrong with a side.
+ExitStatus RunMerge(const MergeOptions& options, std::ostream& err);
+
 /// Prints every message of loading and every reason of the record checks.
 ExitStatus RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err);
 

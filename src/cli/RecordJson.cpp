@@ -2,8 +2,6 @@
 
 namespace velmora {
 
-namespace {
-
 Json FieldToJson(const Field& field, const Record& record) {
     if (field.Type == FieldType::Text)
         return JsonText(field.TextOf(record));
@@ -14,6 +12,8 @@ Json FieldToJson(const Field& field, const Record& record) {
         entries.push_back(JsonText(entry));
     return entries;
 }
+
+namespace {
 
 std::string CsvText(const std::string& text) {
     if (text.find_first_of(",\"\r\n") == std::string::npos)

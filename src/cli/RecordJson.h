@@ -7,6 +7,9 @@
 
 namespace velmora {
 
+/// A field's value: a string, a number or a list.
+Json FieldToJson(const Field& field, const Record& record);
+
 /// Every content property of a record by its name, then its file and its numbers.
 Json RecordToJson(const KindEntry& kind, const Record& record);
 

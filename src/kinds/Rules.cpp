@@ -9,7 +9,7 @@ namespace velmora {
 
 namespace {
 
-constexpr std::array<RuleEntry, 32> Table{{
+constexpr std::array<RuleEntry, 33> Table{{
     {"no-data-directory",
      "Events and starbase modules live in the game's Data directory, UP issues in its UP_Issues."},
     {"case-twin-files", "Files whose names differ in letter case only are one file to the game."},
@@ -47,6 +47,7 @@ constexpr std::array<RuleEntry, 32> Table{{
     {"option-length",
      "An answer of an event shows well up to 200 characters, an option of a UP issue up to 30."},
     {"question-length", "A UP issue's question shows well up to 530 characters."},
+    {ConflictRule, "No conflict that a merge left is to be settled."},
     {UnfinishedBlockRule, "Every block has its end line, or nothing of it is read."},
     {LoadFailureRule,
      "A file that cannot be read, is no text, or holds a number beyond 32 bits is a failure."},

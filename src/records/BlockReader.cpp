@@ -1,8 +1,10 @@
 #include "records/BlockReader.h"
+#include "records/Merge.h"
 
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
 #include "platform/TextLines.h"
+#include "records/Merge.h"
 #include "services/Numbers.h"
 #include "services/modWriter.h"
 
@@ -96,6 +98,12 @@ void BlockReader::ReadOthers(const WrittenBlocks::OtherLines& lines) {
 }
 
 void BlockReader::ReadLine(std::string_view line) {
+    if (IsConflictLine(line)) {
+        Losses.Add(Loss::Unrecognized);
+        Report(ConflictRule,
+               "A merge left a conflict here: \"" + LineForMessage(line) + "\".  Keep one of its sides.");
+        return;
+    }
     KeyValue parts;
     if (!SplitLine(line, kind.ValuesKeepBlanks, scratch, parts)) {
         Losses.Add(Loss::Comments, !IsRule(line));

@@ -11,7 +11,7 @@ void RecordFile::Read(const RecordKind& kind, std::string bytes) {
     for (std::size_t at = Bytes.find('\n'); at != std::string::npos; at = Bytes.find('\n', at + 1))
         lineEnds.push_back(at + 1);
     std::size_t taken = 0;
-    const FindingSink nobody = [](const Finding&) {};
+    const ProblemSink nobody = [](const Problem&) {};
     BlockReader reader(kind, {}, nobody, [&](std::unique_ptr<Record> record, std::size_t endLine) {
         const std::size_t end = endLine <= lineEnds.size() ? lineEnds[endLine - 1] : Bytes.size();
         const std::string name = kind.NameOf(*record);

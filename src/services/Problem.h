@@ -47,6 +47,9 @@ inline constexpr std::string_view LoadFailureRule = "load-failure";
 /// The rule of a block that is not read for want of its end line.
 inline constexpr std::string_view UnfinishedBlockRule = "unfinished-block";
 
+/// The rule of a line of signs that a merge put around the sides of a conflict.
+inline constexpr std::string_view ConflictRule = "merge-conflict";
+
 /// Where a problem is: "A.event, line 12, Raid, Title"; empty when nothing is known of it.
 std::string PlaceOf(const Problem& problem);
 

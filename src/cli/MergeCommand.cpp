@@ -1,0 +1,100 @@
+#include "cli/Commands.h"
+#include "cli/OutputText.h"
+#include "kinds/Kinds.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
+#include "platform/TextLines.h"
+#include "records/BlockReader.h"
+#include "records/CheckContext.h"
+#include "records/LineGrammar.h"
+#include "records/Merge.h"
+#include "services/modWriter.h"
+
+#include <algorithm>
+#include <set>
+
+namespace velmora {
+
+namespace {
+
+/// Version control hands over files under names of its own: then the first header tells the kind.
+const KindEntry* KindOfText(std::string_view bytes) {
+    std::string scratch;
+    KeyValue parts;
+    while (!bytes.empty())
+        if (SplitLine(TextLines::Take(bytes), true, scratch, parts))
+            for (const KindEntry& entry : Kinds())
+                if (CodePage::EqualNoCase(parts.Key, entry.Kind->Header))
+                    return &entry;
+    return nullptr;
+}
+
+/// What is wrong with a file by itself, each in words that stay the same wherever it stands. Pictures are not
+/// looked for: their game may be elsewhere.
+std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& bytes) {
+    std::set<std::string> found;
+    const auto note = [&](const std::string& record, const Problem& problem) {
+        if (problem.Rule != "no-image")
+            found.insert((record.empty() ? "" : record + ": ") + problem.Text + " [" +
+                         std::string(problem.Rule) + "]");
+    };
+    const CheckContext nowhere("");
+    BlockReader reader(
+        kind, {}, [&](const Problem& problem) { note(problem.Record, problem); },
+        [&](const std::unique_ptr<Record>& record, std::size_t) {
+            std::vector<Problem> problems;
+            if (kind.Normalize)
+                kind.Normalize(*record);
+            if (kind.Check)
+                kind.Check(*record, nowhere, problems);
+            for (const Problem& problem : problems)
+                note(kind.NameOf(*record), problem);
+        });
+    reader.Read(bytes);
+    return found;
+}
+
+/// Those of the result that neither side has.
+std::vector<std::string> NewProblems(const RecordKind& kind, const std::string& result,
+                                     const std::string& ours, const std::string& theirs) {
+    const std::set<std::string> mine = ProblemsOf(kind, ours);
+    const std::set<std::string> other = ProblemsOf(kind, theirs);
+    std::vector<std::string> fresh;
+    for (const std::string& problem : ProblemsOf(kind, result))
+        if (!mine.contains(problem) && !other.contains(problem))
+            fresh.push_back(problem);
+    return fresh;
+}
+
+std::string Told(const MergeConflict& conflict) {
+    return conflict.Name + ": " +
+           (conflict.Fields.empty() ? "one side has another record, or none"
+                                    : "both sides changed " + Join(conflict.Fields, ", "));
+}
+
+} // namespace
+
+ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
+    const std::string base = Files::ReadWhole(options.Base);
+    const std::string ours = Files::ReadWhole(options.Ours);
+    const std::string theirs = Files::ReadWhole(options.Theirs);
+    const KindEntry* entry = KindOfFile(options.Out);
+    for (const std::string* side : {&ours, &theirs, &base})
+        entry = entry ? entry : KindOfText(*side);
+    const std::string path = OutputText::Path(options.Out);
+    if (!entry)
+        throw Failure(FailureInvalidArgument, options.Out + ": no file of events, UP issues or modules");
+    const MergeResult result = Merge(*entry->Kind, base, ours, theirs);
+    Files::ReplaceSafely(options.Out, result.Text);
+    std::vector<std::string> lines;
+    for (const MergeConflict& conflict : result.Conflicts)
+        lines.push_back("conflict: " + Told(conflict));
+    if (lines.empty())
+        for (const std::string& problem : NewProblems(*entry->Kind, result.Text, ours, theirs))
+            lines.push_back("new: " + problem);
+    for (const std::string& line : lines)
+        err << "velwriter: " << path << ": " << OutputText::OneLine(line) << '\n';
+    return lines.empty() ? ExitWell : ExitFound;
+}
+
+} // namespace velmora
