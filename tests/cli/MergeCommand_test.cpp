@@ -51,8 +51,7 @@ TEST(DiffCommand, TellsWhatChangedByRecordFieldAndWord) {
         game.Write("Data/b.event", after);
         return CliRun("diff", game.Typed("Data/a.event"), game.Typed("Data/b.event"), "--format", format);
     };
-    const std::string other =
-        "EVENT Other\r\nTitle \"o\"\r\nDescription \"\"\r\nProbability 5\r\nENDEVENT\r\n";
+    const std::string other = "EVENT Other\r\nTitle \"o\"\r\nDescription \"\"\r\nENDEVENT\r\n";
     const CliRun words = diff(Raid("We are here"), Raid("We were here", "Probability 5\r\n") + other);
     EXPECT_EQ(words.Status, 1);
     EXPECT_EQ(words.Out, "~ Raid (b.event)\n    Title: We [-are -]{+were +}here\n    Probability: 0 -> 5\n"
