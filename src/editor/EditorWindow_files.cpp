@@ -24,6 +24,10 @@ std::string EditorWindow::AskFileName(const std::string& prompt,
                               Icon::Information);
             return {};
         }
+    if (const std::string reason = FileNameRefusal(answer); !reason.empty()) {
+        gPrompts->Message(reason, Icon::Information);
+        return {};
+    }
     if (const std::string reason = refusal(answer); !reason.empty()) {
         gPrompts->Message(reason);
         return {};

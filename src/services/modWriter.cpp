@@ -94,6 +94,20 @@ std::string SanitizeName(std::string& name, std::string_view kind) {
     return report;
 }
 
+std::string FileNameRefusal(std::string_view name) {
+    if (name.ends_with('.') || name.ends_with(' '))
+        return "Your filename may not end in a dot or a blank";
+    std::string_view device = name.substr(0, name.find('.'));
+    device = device.substr(0, device.find_last_not_of(' ') + 1);
+    const auto isDevice = [&](std::string_view word) { return CodePage::EqualNoCase(device, word); };
+    constexpr std::array<std::string_view, 6> words{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+    bool kept = std::any_of(words.begin(), words.end(), isDevice);
+    for (const char digit : std::string_view("123456789\xB9\xB2\xB3")) // raised ones, too
+        kept = kept || isDevice(std::string("COM") + digit) || isDevice(std::string("LPT") + digit);
+    return kept ? "Your filename may not be \"" + std::string(device) + "\", which Windows keeps for itself"
+                : "";
+}
+
 std::string StripIllegalFileChars(std::string_view text) {
     std::string stripped(text);
     std::erase_if(stripped, [](char c) {

@@ -23,6 +23,10 @@ std::string SanitizeName(std::string& name, std::string_view kind);
 /// The text without blanks and characters that file names may not hold.
 std::string StripIllegalFileChars(std::string_view text);
 
+/// Why no file may have that name (told without its extension): Windows keeps it for a device, or drops its
+/// end, and the game runs there. Empty when nothing is against it.
+std::string FileNameRefusal(std::string_view name);
+
 /// Filters a typed key: Enter (13) becomes 0, a double quote (34) a single one (39).
 void FilterKeyPress(std::int16_t& keyCode);
 

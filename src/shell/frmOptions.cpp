@@ -136,8 +136,8 @@ bool frmOptions::Close() {
         copy.EventFile = CodePage::ReplaceNoCase(copy.EventFile, ".event", "");
         copy.UPIssueFile = CodePage::ReplaceNoCase(copy.UPIssueFile, ".upissue", "");
         copy.SBModuleFile = CodePage::ReplaceNoCase(copy.SBModuleFile, ".sbmodule", "");
-        const bool goodEventFile = CheckEventFile();
-        accepted = goodPath && goodEventFile;
+        const bool goodFiles = CheckEventFile() && CheckFileNames();
+        accepted = goodPath && goodFiles;
         Store();
     } catch (const Failure& failure) {
         gPrompts->Message(failure.Description(), Icon::Exclamation);
@@ -153,6 +153,18 @@ bool frmOptions::CheckPath() {
     gPrompts->Message("That does not appear to be a valid path!", Icon::Exclamation);
     ui->txtVelmoraPath->setFocus(Qt::OtherFocusReason);
     return false;
+}
+
+bool frmOptions::CheckFileNames() {
+    for (const auto& [box, name] : {std::pair{ui->txtEventFile, &copy.EventFile},
+                                    {ui->txtUPIssue, &copy.UPIssueFile},
+                                    {ui->txtSBModuleFile, &copy.SBModuleFile}})
+        if (const std::string reason = FileNameRefusal(*name); !reason.empty()) {
+            gPrompts->Message(reason, Icon::Information);
+            box->setFocus(Qt::OtherFocusReason);
+            return false;
+        }
+    return true;
 }
 
 bool frmOptions::CheckEventFile() {

@@ -55,6 +55,8 @@ class frmOptions : public QDialog {
     bool Close();
     bool CheckPath();
     bool CheckEventFile();
+    /// Tells the first name that no file may have.
+    bool CheckFileNames();
     void Store();
 
     std::unique_ptr<Ui::frmOptions> ui;

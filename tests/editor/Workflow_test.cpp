@@ -195,10 +195,13 @@ TEST_P(Workflow, RenamesAFileAndKeepsTheNewNameWhenTheWriteFails) {
     Start();
     const std::string prompt =
         "Rename the file " + fileA + " to:||This change will affect every " + noun + " owned by " + fileA;
-    prompts.ExpectInput(prompt, "x/*y").ExpectInput(prompt, wall);
+    prompts.ExpectInput(prompt, "x/*y").ExpectInput(prompt, "nul").ExpectInput(prompt, wall);
     Pick("mnuRenameThisFile");
     EXPECT_EQ(prompts.Transcript.back(),
               "Message[Information]: Your filename may not contain the character \"/\"");
+    Pick("mnuRenameThisFile");
+    EXPECT_EQ(prompts.Transcript.back(),
+              "Message[Information]: Your filename may not be \"nul\", which Windows keeps for itself");
     Pick("mnuRenameThisFile");
     WriteWhenAsked(wall + "|" + fileA);
     ASSERT_EQ(prompts.Errors.size(), 1u);

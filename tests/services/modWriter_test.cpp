@@ -119,5 +119,13 @@ TEST(Texts, SplitJoinAndReplace) {
     EXPECT_EQ(StripIllegalFileChars("My \\/:*?\"<>| Ev\t\xE9_1.event"), "MyEv\t\xE9_1.event");
 }
 
+TEST(Texts, NamesThatWindowsKeepsForItselfAreNoFileNames) {
+    for (const char* refused :
+         {"CON", "nul", "Com1", "LPT\xB2", "con.old", "aux .x", "CONIN$", "Story.", "Story "})
+        EXPECT_NE(FileNameRefusal(refused), "") << refused;
+    for (const char* fine : {"", "Console", "COM", "COM0", "COM10", "x.CON", "My.Story", ".x"})
+        EXPECT_EQ(FileNameRefusal(fine), "") << fine;
+}
+
 } // namespace
 } // namespace velmora

@@ -96,6 +96,11 @@ TEST_F(OptionsDialog, RefusesTheGamesOwnEventFiles) {
         Click("cmdDone");
         EXPECT_THAT(prompts.TakeTranscript(), ElementsAre(BadPath, StandardFile)) << "every reason is told";
         Type("txtEventFile", QStringLiteral("CoreEvents2"));
+        Type("txtUPIssue", QStringLiteral("Com1.upissue"));
+        Click("cmdDone");
+        EXPECT_THAT(prompts.TakeTranscript(),
+                    ElementsAre(BadPath, ::testing::HasSubstr("may not be \"Com1\"")));
+        Type("txtUPIssue", QStringLiteral("Issues"));
         LeaveWithGoodPath();
     });
     EXPECT_EQ(Settings.EventFile, "CoreEvents2.event");
