@@ -2,10 +2,11 @@
 
 #include "platform/Attempts.h"
 #include "platform/HostFiles.h"
+#include "platform/PathTexts.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
-#include <vector>
 
 namespace velmora::Files {
 
@@ -15,111 +16,160 @@ using HostFiles::OutFile;
 
 namespace {
 
-using Created = std::vector<std::pair<fs::path, Wanted>>;
-
-/// Creates a folder with its parents, noting what was missing.
-void MakeFolders(const fs::path& folder, Created& created) {
-    if (folder.empty() || IsFolder(folder))
-        return;
-    MakeFolders(folder.parent_path(), created);
-    HostFiles::MakeFolder(folder);
-    created.emplace_back(folder, Wanted::Folder);
-}
-
-void RemoveAgain(const Created& created) {
-    for (auto last = created.rbegin(); last != created.rend(); ++last)
-        RemoveQuietly(last->first, last->second);
-}
-
-struct TreeEntry {
-    fs::path Relative;
-    Wanted Kind;
+/// A folder's entries and all below, folders before what is in them.
+struct Tree {
+    struct Entry {
+        fs::path Relative;
+        Wanted Kind;
+    };
+    std::vector<Entry> Entries;
+    std::vector<std::string> LeftOut; ///< what cannot be read
 };
 
-/// Everything in a folder and below, folders before what is in them. `around` holds the folders that are
-/// being looked through: a symbolic link back to one of them would lead round for ever.
-void CollectTree(const fs::path& root, const fs::path& relative, std::vector<fs::path>& around,
-                 std::vector<TreeEntry>& entries) {
+/// Runs work that reads; false, with a note, when the host refuses it.
+template <class Work>
+bool ReadOrLeaveOut(const fs::path& path, std::vector<std::string>& leftOut, Work work) {
+    try {
+        work();
+        return true;
+    } catch (const std::system_error& refusal) {
+        leftOut.push_back(PathText(path) + ": " + PathTexts::FromHostText(refusal.code().message()));
+        return false;
+    }
+}
+
+/// Lists a folder. `around` holds the folders that are being looked through: a symbolic link back to one of
+/// them would lead round for ever.
+std::vector<fs::path> NamesIn(const fs::path& folder, const std::vector<fs::path>& around) {
+    if (std::find(around.begin(), around.end(), fs::canonical(folder)) != around.end())
+        throw std::system_error(std::make_error_code(std::errc::too_many_symbolic_link_levels));
+    std::vector<fs::path> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename());
+    return names;
+}
+
+void Collect(const fs::path& root, const fs::path& relative, std::vector<fs::path>& around, Tree& tree) {
     const fs::path folder = relative.empty() ? root : root / relative;
-    Attempt("read", folder, Wanted::Folder, [&] {
-        const fs::path real = fs::canonical(folder);
-        if (std::find(around.begin(), around.end(), real) != around.end())
-            throw std::system_error(std::make_error_code(std::errc::too_many_symbolic_link_levels));
-        around.push_back(real);
-        for (const auto& entry : fs::directory_iterator(folder)) {
-            const fs::path path = relative / entry.path().filename();
-            const bool isFolder = IsFolder(entry.path());
-            entries.push_back({path, isFolder ? Wanted::Folder : Wanted::File});
-            if (isFolder)
-                CollectTree(root, path, around, entries);
-        }
-        around.pop_back();
+    const std::vector<fs::path> names = NamesIn(folder, around);
+    around.push_back(fs::canonical(folder));
+    for (const fs::path& name : names)
+        ReadOrLeaveOut(folder / name, tree.LeftOut, [&] {
+            const bool isFolder = IsFolder(folder / name);
+            const std::size_t place = tree.Entries.size();
+            tree.Entries.push_back({relative / name, isFolder ? Wanted::Folder : Wanted::File});
+            try {
+                if (isFolder)
+                    Collect(root, relative / name, around, tree);
+            } catch (const std::system_error&) {
+                tree.Entries.resize(place);
+                throw;
+            }
+        });
+    around.pop_back();
+}
+
+Tree TreeOf(const fs::path& root) {
+    Tree tree;
+    std::vector<fs::path> around;
+    Attempt("read", root, Wanted::Folder, [&] { Collect(root, {}, around, tree); });
+    return tree;
+}
+
+void TakeTimeOf(const fs::path& from, const fs::path& to) {
+    fs::last_write_time(to, fs::last_write_time(from));
+}
+
+/// Copies a file; a source that cannot be read to its end is left out.
+void CopyNew(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
+    std::optional<InFile> source;
+    if (!ReadOrLeaveOut(from, leftOut, [&] { source.emplace(from); }))
+        return;
+    bool whole = true;
+    Attempt("copy", from, Wanted::File, [&] {
+        OutFile target(to, OutFile::Opening::CreateNew);
+        target.BeNoMoreOpenThan(from);
+        std::string buffer(std::size_t{1} << 18, '\0');
+        std::size_t got = 0;
+        const auto read = [&] { got = source->Read(buffer.data(), buffer.size()); };
+        while ((whole = ReadOrLeaveOut(from, leftOut, read)) && got > 0)
+            target.Write({buffer.data(), got});
+        target.Close();
+        whole ? TakeTimeOf(from, to) : HostFiles::Unlink(to);
     });
 }
 
-std::vector<TreeEntry> TreeOf(const fs::path& root) {
-    std::vector<fs::path> around;
-    std::vector<TreeEntry> entries;
-    CollectTree(root, {}, around, entries);
-    return entries;
+/// Folders get their times, and are closed to others, once they are filled.
+void FinishFolder(const fs::path& from, const fs::path& to) {
+    Attempt("copy", from, Wanted::Folder, [&] {
+        fs::permissions(to, fs::status(from).permissions() | fs::perms::owner_all);
+        TakeTimeOf(from, to);
+    });
 }
 
-void CopyNew(const fs::path& from, const fs::path& to, Created& created) {
-    InFile source(from);
-    OutFile target(to, OutFile::Opening::CreateNew);
-    created.emplace_back(to, Wanted::File);
-    std::string buffer(std::size_t{1} << 18, '\0');
-    while (const std::size_t got = source.Read(buffer.data(), buffer.size()))
-        target.Write({buffer.data(), got});
-    target.Close();
+/// Creates a folder with its parents.
+void MakeFolders(const fs::path& folder) {
+    if (folder.empty() || IsFolder(folder))
+        return;
+    MakeFolders(folder.parent_path());
+    HostFiles::MakeFolder(folder);
 }
 
-void CopyEntry(const TreeEntry& entry, const fs::path& from, const fs::path& to, Created& created) {
-    const fs::path source = from / entry.Relative;
-    const fs::path target = to / entry.Relative;
-    if (entry.Kind == Wanted::Folder)
-        Attempt("create", target, Wanted::Folder, [&] { MakeFolders(target, created); });
-    else if (Attempt("look for", target, Wanted::File, [&] { return Exists(target); }))
-        CopyFile(PathText(source), PathText(target));
-    else
-        Attempt("copy", source, Wanted::File, [&] { CopyNew(source, target, created); });
+void CopyEntries(const fs::path& source, const fs::path& target, Tree& tree,
+                 const std::function<void(const std::string& file)>& copying) {
+    Attempt("create", target, Wanted::Folder, [&] { HostFiles::MakeFolder(target); });
+    for (const auto& [relative, kind] : tree.Entries) {
+        const fs::path copy = target / relative;
+        if (kind == Wanted::Folder) {
+            Attempt("create", copy, Wanted::Folder, [&] { HostFiles::MakeFolder(copy); });
+            continue;
+        }
+        if (copying)
+            copying(PathText(source / relative));
+        CopyNew(source / relative, copy, tree.LeftOut);
+    }
+    for (auto last = tree.Entries.rbegin(); last != tree.Entries.rend(); ++last)
+        if (last->Kind == Wanted::Folder)
+            FinishFolder(source / last->Relative, target / last->Relative);
+    FinishFolder(source, target);
 }
 
 } // namespace
 
 void CreateFolder(std::string_view path) {
     const fs::path host = HostPath(path);
-    Created created;
-    Attempt("create", host, Wanted::Folder, [&] { MakeFolders(host, created); });
+    Attempt("create", host, Wanted::Folder, [&] { MakeFolders(host); });
 }
 
-void CopyTree(std::string_view from, std::string_view to,
-              const std::function<void(const std::string& file)>& copying) {
+std::vector<std::string> CopyTree(std::string_view from, std::string_view to,
+                                  const std::function<void(const std::string& file)>& copying) {
     const fs::path source = HostPath(from);
     const fs::path target = HostPath(to);
-    const auto entries = TreeOf(source);
-    Created created;
+    const fs::path unfinished = fs::path(target) += ".incomplete";
+    Tree tree = TreeOf(source);
+    Attempt("create", target, Wanted::Folder, [&] {
+        if (Exists(target))
+            throw std::system_error(std::make_error_code(std::errc::file_exists));
+        fs::remove_all(unfinished); // of a program that was killed
+    });
     try {
-        Attempt("create", target, Wanted::Folder, [&] { MakeFolders(target, created); });
-        for (const auto& entry : entries) {
-            if (copying && entry.Kind == Wanted::File)
-                copying(PathText(source / entry.Relative));
-            CopyEntry(entry, source, target, created);
-        }
+        CopyEntries(source, unfinished, tree, copying);
+        Attempt("create", target, Wanted::Folder, [&] { HostFiles::RenameFolder(unfinished, target); });
     } catch (...) {
-        RemoveAgain(created);
+        std::error_code ignored; // the first failure is the one to report
+        fs::remove_all(unfinished, ignored);
         throw;
     }
+    return std::move(tree.LeftOut);
 }
 
 std::uint64_t TreeSize(std::string_view folder) {
     const fs::path root = HostPath(folder);
+    Tree tree = TreeOf(root);
     std::uint64_t sum = 0;
-    for (const auto& entry : TreeOf(root)) {
-        const fs::path path = root / entry.Relative;
-        if (entry.Kind == Wanted::File)
-            sum += Attempt("read", path, Wanted::File, [&] { return HostFiles::SizeOf(path); });
-    }
+    for (const auto& [relative, kind] : tree.Entries)
+        if (kind == Wanted::File)
+            ReadOrLeaveOut(root / relative, tree.LeftOut, [&] { sum += HostFiles::SizeOf(root / relative); });
     return sum;
 }
 

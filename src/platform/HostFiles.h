@@ -89,6 +89,7 @@ void TakeBack(const Replaced& replaced);
 void Unlink(const Path& file);
 void MakeFolder(const Path& folder);
 void RemoveFolder(const Path& folder);
+void RenameFolder(const Path& from, const Path& to);
 /// Throws where no file can be created.
 void TryCreatingIn(const Path& folder);
 

@@ -279,6 +279,10 @@ void RemoveFolder(const Path& folder) {
     Make("rmdir", [&] { return ::rmdir(folder.c_str()); });
 }
 
+void RenameFolder(const Path& from, const Path& to) {
+    Rename(from, to);
+}
+
 void TryCreatingIn(const Path& folder) {
     CheckFault("access");
     if (::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)

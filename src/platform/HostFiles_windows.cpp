@@ -257,6 +257,12 @@ void RemoveFolder(const Path& folder) {
         Refuse(::GetLastError(), "rmdir");
 }
 
+void RenameFolder(const Path& from, const Path& to) {
+    CheckFault("rename");
+    if (!::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH))
+        Refuse(::GetLastError(), "rename");
+}
+
 void TryCreatingIn(const Path& folder) {
     // Rights, shares and virtual folders are too many to work out: a file is tried.
     const Path probe = folder / (".velmora-" + std::to_string(::GetCurrentProcessId()) + ".tmp");

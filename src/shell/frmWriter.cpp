@@ -163,10 +163,15 @@ void frmWriter::CopyDataDirectory(const std::string& source, const std::string& 
                           Icon::Critical);
         return;
     }
+    std::vector<std::string> leftOut;
     {
         const auto progress = gPrompts->StartProgress("Backup Data Directory");
-        Files::CopyTree(source, target, [&](const std::string& file) { progress->Working(file, 0, 0); });
+        leftOut =
+            Files::CopyTree(source, target, [&](const std::string& file) { progress->Working(file, 0, 0); });
     }
+    if (!leftOut.empty())
+        gPrompts->Message("These could not be read and are not in the copy:\r" + Join(leftOut, "\r"),
+                          Icon::Exclamation);
     gPrompts->Message("Operation complete!");
 }
 

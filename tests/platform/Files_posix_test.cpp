@@ -15,6 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 using ::testing::UnorderedElementsAre;
 
 class FilesPosixTest : public ::testing::Test {
@@ -174,9 +175,18 @@ TEST_F(FilesPosixTest, TreesWithLinks) {
     EXPECT_EQ(folder.Read("Copy/link"), "a");
     EXPECT_FALSE(fs::is_symlink(folder.Host() / "Copy/link"));
     Link("Else/Back", "../Data");
-    EXPECT_EQ(FailureOf([&] { Files::CopyTree(folder / "Data", folder / "Second"); }).Number,
-              FailurePathFileAccess);
-    EXPECT_FALSE(folder.Has("Second"));
+    Link("Data/broken", "nowhere");
+    ASSERT_EQ(::mkfifo((folder / "Data/pipe").c_str(), 0600), 0);
+    fs::permissions(folder.Host() / "Else/b", fs::perms::owner_read);
+    EXPECT_EQ(Files::TreeSize(folder / "Data"), 4u);
+    EXPECT_THAT(Files::CopyTree(folder / "Data", folder / "Second"),
+                UnorderedElementsAre(StartsWith(folder / "Data/Linked/Back: "),
+                                     StartsWith(folder / "Data/broken: "),
+                                     StartsWith(folder / "Data/pipe: ")));
+    EXPECT_EQ(folder.Read("Second/a") + folder.Read("Second/Linked/b"), "abb");
+    EXPECT_EQ(fs::status(folder.Host() / "Second/Linked/b").permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_FALSE(folder.Has("Second/pipe"));
 }
 
 } // namespace

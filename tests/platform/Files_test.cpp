@@ -126,15 +126,25 @@ TEST_F(FilesTest, CopiesFiles) {
 TEST_F(FilesTest, CopiesTrees) {
     folder.Write("Data/a.event", "aa");
     folder.Write("Data/UP_Issues/b.UPIssue", "bbb");
-    folder.Write("Copies/Data/A.event", "old");
-    folder.Write("Copies/Data/other", "kept");
+    folder.Write("Copies/Data.incomplete/a.event", "of a program that was killed");
     std::filesystem::create_directory(folder.Host() / "Data/Empty");
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1000);
+    for (const char* name : {"Data/UP_Issues/b.UPIssue", "Data/UP_Issues", "Data"})
+        std::filesystem::last_write_time(folder.Host() / name, old);
     std::vector<std::string> told;
-    Files::CopyTree(At("Data"), At("Copies/DATA"), [&](const std::string& file) { told.push_back(file); });
-    EXPECT_EQ(Files::ReadWhole(At("Copies/Data/a.event")), "aa");
+    const auto copying = [&](const std::string& file) {
+        told.push_back(file);
+        EXPECT_FALSE(folder.Has("Copies/Data")) << "it never passes for whole before it is";
+    };
+    EXPECT_THAT(Files::CopyTree(At("Data"), At("Copies/Data"), copying), ::testing::IsEmpty());
+    EXPECT_EQ(folder.Read("Copies/Data/a.event"), "aa");
     EXPECT_EQ(folder.Read("Copies/Data/UP_Issues/b.UPIssue"), "bbb");
-    EXPECT_EQ(folder.Read("Copies/Data/other"), "kept");
     EXPECT_TRUE(folder.Has("Copies/Data/Empty"));
+    EXPECT_FALSE(folder.Has("Copies/Data.incomplete"));
+    for (const char* name : {"Copies/Data/UP_Issues/b.UPIssue", "Copies/Data/UP_Issues", "Copies/Data"})
+        EXPECT_EQ(std::filesystem::last_write_time(folder.Host() / name),
+                  std::filesystem::last_write_time(folder.Host() / std::string(name).substr(7)));
+    EXPECT_THROW(Files::CopyTree(At("Data"), At("Copies/DATA")), Failure) << "the place is taken";
     EXPECT_THAT(told, UnorderedElementsAre(At("Data/a.event"), At("Data/UP_Issues/b.UPIssue")));
     EXPECT_EQ(Files::TreeSize(At("Data")), 5u);
     ExpectFailure(FailurePathNotFound, "no", [&] { Files::CopyTree(At("no"), At("x")); });
