@@ -6,6 +6,7 @@
 #include "events/frmEvents.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QTimer>
 #include <QWindow>
 
@@ -94,6 +95,34 @@ class Desk : public WindowTest {
         return std::chrono::duration<double>(painted.First - start).count() - timing.LoadingTime;
     }
 
+    /// Opens the list of records, as every later window of this desk.
+    void ShowList() {
+        Pick("mnuFilterRecords");
+        window->close();
+        OpenEditor();
+        Pick("mnuFilterRecords");
+        Get<QWidget>("tvwRecords")->installEventFilter(&Painted);
+    }
+
+    /// From a key in the filter to the whole result, painted; the longest wait of another key meanwhile.
+    std::pair<double, double> FilterTime(char key) {
+        auto* filter = Get<QLineEdit>("txtFilter");
+        filter->clear();
+        const auto settle = [&] {
+            double longest = 0;
+            while (Text("lblFilterCount").find("...") != std::string::npos)
+                longest = std::max(longest, SecondsOf([] { QCoreApplication::processEvents(); }));
+            return longest;
+        };
+        settle();
+        const auto start = Clock::now();
+        QTest::keyClick(filter, key);
+        Paint(*window);
+        const double first = SecondsSince(start);
+        const double longest = std::max(first, settle());
+        return {SecondsSince(start), longest};
+    }
+
     double ZoomTime(const char* item) {
         double seconds = 0;
         const auto start = Clock::now();
@@ -133,6 +162,44 @@ void FirstWindow(benchmark::State& state) {
     state.counters["first_ms"] = first * 1e3;
 }
 VELMORA_MEASURE(FirstWindow);
+
+/// The same with the list of records.
+void FirstWindowWithList(benchmark::State& state) {
+    Desk desk(state);
+    desk.OpenEditor();
+    desk.ShowList();
+    desk.Report(state, LeastOf([&] { return desk.FirstWindowTime(); }), {.Milliseconds = 150});
+}
+VELMORA_MEASURE(FirstWindowWithList);
+
+/// A letter that is everywhere, or nowhere: the whole result, or the longest time that a key has to wait.
+void Filtering(benchmark::State& state, char key, bool whole) {
+    Desk desk(state);
+    desk.OpenEditor();
+    desk.ShowList();
+    const double least = LeastOf([&] {
+        const auto [all, longest] = desk.FilterTime(key);
+        return whole ? all : longest;
+    });
+    desk.Report(state, least, {.Milliseconds = whole ? 150.0 : 16.0});
+}
+
+void FilterLetter(benchmark::State& state) {
+    Filtering(state, 's', true);
+}
+VELMORA_MEASURE(FilterLetter);
+void FilterLetterWait(benchmark::State& state) {
+    Filtering(state, 's', false);
+}
+VELMORA_MEASURE(FilterLetterWait);
+void FilterFew(benchmark::State& state) {
+    Filtering(state, 'z', true);
+}
+VELMORA_MEASURE(FilterFew);
+void FilterFewWait(benchmark::State& state) {
+    Filtering(state, 'z', false);
+}
+VELMORA_MEASURE(FilterFewWait);
 
 void Show(benchmark::State& state) {
     Desk desk(state);

@@ -1,5 +1,7 @@
 #include "cli/RecordJson.h"
 
+#include "records/Csv.h"
+
 namespace velmora {
 
 Json FieldToJson(const Field& field, const Record& record) {
@@ -15,15 +17,6 @@ Json FieldToJson(const Field& field, const Record& record) {
 
 namespace {
 
-std::string CsvText(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos)
-        return text;
-    std::string quoted = "\"";
-    for (const char c : text)
-        quoted.append(c == '"' ? 2 : 1, c);
-    return quoted += '"';
-}
-
 std::string Joined(const Json& values, const char* separator, std::string (*textOf)(const Json&)) {
     std::string joined;
     const char* before = "";
@@ -36,10 +29,10 @@ std::string Joined(const Json& values, const char* separator, std::string (*text
 
 std::string CsvCell(const Json& value) {
     if (value.is_string())
-        return CsvText(value.get_ref<const std::string&>());
+        return Csv::Cell(value.get_ref<const std::string&>());
     if (!value.is_array())
         return value.dump();
-    return CsvText(Joined(value, "; ", [](const Json& entry) { return entry.get<std::string>(); }));
+    return Csv::Cell(Joined(value, "; ", [](const Json& entry) { return entry.get<std::string>(); }));
 }
 
 } // namespace

@@ -20,6 +20,7 @@ EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& edit
 void EditorWindow::AdoptEditor(const RecordControls& shared) {
     AdoptForm(shared, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});
     AdoptCommands();
+    AdoptList();
     for (auto* box : findChildren<LineBox*>())
         connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
     for (auto* box : findChildren<TextBox*>())
@@ -147,6 +148,7 @@ void EditorWindow::EnableFrames(bool enabled) {
 
 void EditorWindow::UpdateMenus() {
     UpdateEditMenu();
+    UpdateListMenu();
     const bool settled = Browsing() && !library.Empty();
     Action(SortByFileItem())->setEnabled(settled);
     Action("mnuSortAlphabetically")->setEnabled(settled);

@@ -11,6 +11,8 @@
 
 namespace velmora {
 
+class RecordList;
+
 /// What one editor's controls and texts are called where the workflow of all editors needs them.
 struct EditorWords {
     const char* EditItem;
@@ -123,10 +125,17 @@ class EditorWindow : public RecordWindow {
     void SortByMenu(std::int32_t mode);
     void Zoom(const std::string& title, frmZoomTo::Mode mode);
     void UpdateEditMenu();
+    void AdoptList();
+    void UpdateListMenu();
+    void DeleteSelected();
+    void MoveSelected();
+    /// Does a step on several records; the one on show is shown anew when it is among them.
+    void DoWithSelected(Edits::Step step);
 
     EditorWords words;
     std::string offered; ///< changed files that the user was last asked about
     UnwrittenWork unwritten;
+    RecordList* recordList = nullptr;
 };
 
 } // namespace velmora

@@ -262,6 +262,7 @@ void RecordWindow::EnableNavigation(bool enabled) {
 void RecordWindow::SortBy(std::int32_t mode) {
     Trap(Routine("SortBy"), {std::to_string(mode)}, [&] {
         library.SortBy(mode);
+        emit LibrarySorted();
         PopulateForm(0);
     });
 }

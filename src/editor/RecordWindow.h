@@ -81,6 +81,8 @@ class RecordWindow : public QMainWindow {
     void Closed();
     void RecordShown();
     void ModeChanged();
+    /// The records have another order; one of them is about to be shown.
+    void LibrarySorted();
     /// The library was read from disk, and its first record is on show.
     void LibraryRead();
 

@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDockWidget>
+#include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
@@ -68,8 +69,11 @@ Workbench::Workbench(RecordWindow& recordWindow)
     showToolbar->setText(tr("&Toolbar"));
     menu->insertAction(endOfDocks, showToolbar);
     AddHistory();
-    connect(AddItem("mnuResetLayout", tr("Reset &Layout")), &QAction::triggered, this,
-            [this] { window.restoreState(firstState, LayoutVersion); });
+    connect(AddItem("mnuResetLayout", tr("Reset &Layout")), &QAction::triggered, this, [this] {
+        window.restoreState(firstState, LayoutVersion);
+        for (const Columns& columns : keptColumns)
+            columns.Header->restoreState(columns.First);
+    });
     window.installEventFilter(this);
 }
 
@@ -106,6 +110,14 @@ QDockWidget* Workbench::AddDock(const char* name, const QString& title, QWidget*
     return dock;
 }
 
+void Workbench::KeepColumns(QHeaderView* header) {
+    keptColumns.push_back({header, header->saveState()});
+}
+
+QString Workbench::KeyOf(const Columns& columns) {
+    return columns.Header->objectName() + QLatin1Char('-') + QString::number(columns.Header->count());
+}
+
 QAction* Workbench::AddItem(const char* name, const QString& text, const QKeySequence& key) {
     QAction* item = menu->addAction(text);
     item->setObjectName(QString::fromLatin1(name));
@@ -139,8 +151,14 @@ void Workbench::Restore() {
     LayOutFirst();
     firstState = window.saveState(LayoutVersion);
     // Being shown changes what a layout is saved as.
-    QTimer::singleShot(0, this, [this] { openedState = window.saveState(LayoutVersion); });
+    QTimer::singleShot(0, this, [this] {
+        openedState = window.saveState(LayoutVersion);
+        for (Columns& columns : keptColumns)
+            columns.Opened = columns.Header->saveState();
+    });
     const auto store = Store();
+    for (const Columns& columns : keptColumns)
+        columns.Header->restoreState(store->value(KeyOf(columns)).toByteArray());
     if (store->status() != QSettings::NoError || !store->contains(QStringLiteral("state")))
         return;
     window.restoreGeometry(store->value(QStringLiteral("geometry")).toByteArray());
@@ -148,10 +166,15 @@ void Workbench::Restore() {
 }
 
 void Workbench::Save() const {
-    const QByteArray state = window.saveState(LayoutVersion);
-    if (openedState.isEmpty() || state == openedState)
+    if (openedState.isEmpty())
         return;
     const auto store = Store();
+    for (const Columns& columns : keptColumns)
+        if (const QByteArray state = columns.Header->saveState(); state != columns.Opened)
+            store->setValue(KeyOf(columns), state);
+    const QByteArray state = window.saveState(LayoutVersion);
+    if (state == openedState)
+        return;
     store->setValue(QStringLiteral("state"), state);
     store->setValue(QStringLiteral("geometry"), window.saveGeometry());
 }

@@ -11,6 +11,7 @@
 
 class QAction;
 class QDockWidget;
+class QHeaderView;
 class QMenu;
 class QSettings;
 class QToolBar;
@@ -36,6 +37,8 @@ class Workbench : public QObject {
                          const char* action, const QKeySequence& key = {});
     /// An item in the View menu, below the docks.
     QAction* AddItem(const char* name, const QString& text, const QKeySequence& key = {});
+    /// Keeps which columns a list shows, and how wide they are.
+    void KeepColumns(QHeaderView* header);
     /// Puts commands of the window on the toolbar, by their names; "" is a separator.
     void AddTools(const std::vector<std::pair<const char*, const char*>>& actionsAndIcons);
 
@@ -64,6 +67,12 @@ class Workbench : public QObject {
     void LayOutFirst();
     void UpdateHistory();
     [[nodiscard]] std::unique_ptr<QSettings> Store() const;
+    struct Columns {
+        QHeaderView* Header;
+        QByteArray First;
+        QByteArray Opened = {};
+    };
+    static QString KeyOf(const Columns& columns);
 
     RecordWindow& window;
     QMenu* menu;
@@ -74,6 +83,7 @@ class Workbench : public QObject {
     std::vector<QDockWidget*> docks;
     QByteArray firstState;
     QByteArray openedState;
+    std::vector<Columns> keptColumns;
     std::vector<QPointer<FieldMark>> marks;
     std::vector<std::string> shown; ///< names in the order of showing
     std::size_t at = 0;             ///< the present one's

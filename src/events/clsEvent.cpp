@@ -75,8 +75,7 @@ RecordKind MakeEventKind() {
     kind.Title = TextField<&E::Title>("Title");
     kind.TitleWord = "Title";
     kind.TypeOf = [](const Record& record) -> std::string_view {
-        const std::int32_t type = static_cast<const E&>(record).EventType;
-        return type == 0 ? "Colonial" : type == 1 ? "Random" : "";
+        return static_cast<const E&>(record).EventType == 1 ? "Random" : "Colonial";
     };
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
     kind.Makes<E>();

@@ -107,6 +107,10 @@ bool Filter::Term::StandsInField(const Field& field, const Record& record) const
     return Text.In({digits.begin(), end}) != TextFinder::None;
 }
 
+bool Filter::AsksForRules() const {
+    return std::any_of(terms.begin(), terms.end(), [](const Term& term) { return term.In == Place::Rule; });
+}
+
 bool Filter::Narrows(const Filter& other) const {
     return std::all_of(other.terms.begin(), other.terms.end(), [this](const Term& wider) {
         return std::any_of(terms.begin(), terms.end(), [&](const Term& term) { return term.Narrows(wider); });

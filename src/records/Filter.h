@@ -26,6 +26,7 @@ class Filter {
     /// True when it asks for nothing.
     [[nodiscard]] bool Empty() const { return terms.empty(); }
     [[nodiscard]] bool Matches(const RecordKind& kind, const Record& record, const RulesOf& rulesOf) const;
+    [[nodiscard]] bool AsksForRules() const;
     /// True when whatever matches this one matches the other one too.
     [[nodiscard]] bool Narrows(const Filter& other) const;
 

@@ -101,7 +101,7 @@ class SearchTest : public LibraryFixture {
                     : event.FileOnDisk < 0 ? "new"
                                            : "edited";
         if (place == "type:")
-            texts = event.EventType == 0 ? "colonial" : event.EventType == 1 ? "random" : "";
+            texts = event.EventType == 1 ? "random" : "colonial";
         return CodePage::ToLower(texts);
     }
     std::vector<std::uint32_t> PlainSearch(const std::string& line) const {
