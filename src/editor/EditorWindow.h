@@ -133,7 +133,8 @@ class EditorWindow : public RecordWindow {
     void DoWithSelected(Edits::Step step);
 
     EditorWords words;
-    std::string offered; ///< changed files that the user was last asked about
+    std::string unreadableTold; ///< files that cannot be read, as last told
+    std::string offered;        ///< changed files that the user was last asked about
     UnwrittenWork unwritten;
     RecordList* recordList = nullptr;
 };

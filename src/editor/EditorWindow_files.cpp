@@ -2,6 +2,7 @@
 #include "editor/ChoiceBox.h"
 #include "editor/EditorWindow.h"
 #include "editor/frmZoomTo.h"
+#include "platform/Files.h"
 #include "records/Losses.h"
 #include "services/Settings.h"
 #include "services/Trap.h"
@@ -10,6 +11,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
+#include <utility>
 
 namespace velmora {
 
@@ -73,9 +75,14 @@ void EditorWindow::WriteToFile() {
             return;
         if (!MayReplaceOutsideChanges(files))
             return;
-        edits.Write(DataFolder(), files, MayGoOnWithoutCopy);
+        std::vector<std::string> copies = edits.Write(DataFolder(), files, MayGoOnWithoutCopy);
         unwritten.Drop();
         InitForm();
+        for (std::string& copy : copies)
+            copy = Files::NameOf(copy);
+        if (!copies.empty())
+            ShowHint(BrowsingText() + ".  What the files held beyond their records is kept as " +
+                     Join(copies, ", "));
     });
 }
 
@@ -86,7 +93,7 @@ bool EditorWindow::MayGoOnWithoutCopy(const std::string& reason) {
 }
 
 bool EditorWindow::MayReplaceOutsideChanges(const std::vector<std::string>& files) {
-    const std::vector<std::string> changed = library.ChangedOutside(DataFolder(), files);
+    const std::vector<std::string> changed = library.ChangedOutside(DataFolder(), files).Changed;
     return changed.empty() ||
            gPrompts->Ask({"These files are no longer what was read.  Another program has changed them:\r\r" +
                               Join(changed, "\r") + "\r\rWriting replaces those changes.  Proceed?",
@@ -99,7 +106,12 @@ void EditorWindow::OfferOutsideChanges() {
     if (!quiet)
         return;
     RunCommand("Form_Activate", [this] {
-        const std::string changed = Join(library.ChangedOutside(DataFolder()), "\r");
+        const Library::OutsideChanges outside = library.ChangedOutside(DataFolder());
+        const std::string unreadable = Join(outside.Unreadable, ", ");
+        if (std::exchange(unreadableTold, unreadable) != unreadable && !unreadable.empty())
+            ShowHint(BrowsingText() + ".  It cannot be told whether another program changed " + unreadable +
+                     ", which cannot be read.");
+        const std::string changed = Join(outside.Changed, "\r");
         if (changed == offered)
             return;
         offered = changed;

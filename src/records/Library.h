@@ -104,11 +104,17 @@ class Library {
                                         const MissingCopy& goOnWithoutCopy = {});
     /// What a file's rewrite drops of these bytes, which stand in it.
     [[nodiscard]] LossCounts LossesOf(const std::string& shortName, std::string_view bytes) const;
-    /// Those of some files whose content on disk is not what was last read or written here.
-    [[nodiscard]] std::vector<std::string> ChangedOutside(const std::string& folder,
-                                                          const std::vector<std::string>& shortNames) const;
+    /// Files whose content on disk is not what was last read or written here, and those that cannot be looked
+    /// at.
+    struct OutsideChanges {
+        std::vector<std::string> Changed;
+        std::vector<std::string> Unreadable;
+    };
+    /// Looks at some files. Never fails.
+    [[nodiscard]] OutsideChanges ChangedOutside(const std::string& folder,
+                                                const std::vector<std::string>& shortNames) const;
     /// The same for all files that were read or written.
-    [[nodiscard]] std::vector<std::string> ChangedOutside(const std::string& folder) const;
+    [[nodiscard]] OutsideChanges ChangedOutside(const std::string& folder) const;
 
   private:
     friend class Edits; // the only writer of records and lists, beside loading

@@ -192,22 +192,25 @@ std::vector<std::string> Library::FilesToWrite() const {
     return names;
 }
 
-std::vector<std::string> Library::ChangedOutside(const std::string& folder,
-                                                 const std::vector<std::string>& shortNames) const {
-    std::vector<std::string> changed;
+Library::OutsideChanges Library::ChangedOutside(const std::string& folder,
+                                                const std::vector<std::string>& shortNames) const {
+    OutsideChanges outside;
     for (const std::string& name : shortNames) {
         if (notWritten.Find(name))
             continue; // of case twins only one could be known
         const KnownFile* file = knownFiles.Find(name);
-        const bool exists = velmora::Files::FileExists(folder + name);
-        if (exists != (file != nullptr) ||
-            (exists && HashOf(velmora::Files::ReadWhole(folder + name)) != file->Content))
-            changed.push_back(name);
+        try {
+            const bool exists = velmora::Files::FileExists(folder + name);
+            if (exists != (file != nullptr) ||
+                (exists && HashOf(velmora::Files::ReadWhole(folder + name)) != file->Content))
+                outside.Changed.push_back(name);
+        } catch (const Failure&) {
+            outside.Unreadable.push_back(name);
+        }
     }
-    return changed;
+    return outside;
 }
-
-std::vector<std::string> Library::ChangedOutside(const std::string& folder) const {
+Library::OutsideChanges Library::ChangedOutside(const std::string& folder) const {
     std::vector<std::string> names;
     for (const auto& [name, file] : knownFiles)
         names.push_back(name);

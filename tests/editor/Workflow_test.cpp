@@ -1,5 +1,8 @@
 // What every editor does alike: modes, files and what is asked on the way.
+#include "Fault.h"
 #include "editor/Editors.h"
+
+#include <cerrno>
 
 namespace velmora {
 namespace {
@@ -141,6 +144,7 @@ TEST_P(Workflow, TellsWhatAWriteDropsAndAsksBeforeItReplacesOutsideChanges) {
     }
     EXPECT_THAT(prompts.Questions[0].Details,
                 AllOf(HasSubstr("lost: 1 comment\r"), HasSubstr("- // from outside\r")));
+    EXPECT_THAT(Text("lblEditStatus"), HasSubstr(" is kept as A."));
     EXPECT_TRUE(prompts.Questions[0].DetailsOpen);
     EXPECT_TRUE(prompts.Questions[1].DefaultNo);
     Commit("more");
@@ -156,6 +160,15 @@ TEST_P(Workflow, OffersToReadWhatAnotherProgramChanged) {
         QCoreApplication::processEvents();
     };
     comeBack();
+    {
+        const Fault unreadable("open", 0, EACCES);
+        comeBack();
+        EXPECT_THAT(Text("lblEditStatus"), HasSubstr(fileA));
+        Click("cmdForward");
+        comeBack();
+        EXPECT_EQ(Text("lblEditStatus"), "READ ONLY") << "told once";
+        Click("cmdBack");
+    }
     Put("A", Block("Apple"));
     Pick(editItem);
     comeBack();

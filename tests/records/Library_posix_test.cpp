@@ -20,10 +20,10 @@ TEST_F(LibraryOnPosixTest, WritesNoneOfTwoFilesThatAreOneToTheGame) {
     EXPECT_THAT(texts,
                 ::testing::ElementsAre("a.event:0: The files A.Event and a.event are one file to the game.  "
                                        "Neither will be written to. [case-twin-files]"));
-    EXPECT_THAT(library.ChangedOutside(data), ::testing::IsEmpty());
+    EXPECT_THAT(library.ChangedOutside(data).Changed, ::testing::IsEmpty());
     Edit(library.Names()[0]);
     Edit(library.Names()[1]);
-    EXPECT_THAT(library.ChangedOutside(data, library.FilesToWrite()), ::testing::IsEmpty());
+    EXPECT_THAT(library.ChangedOutside(data, library.FilesToWrite()).Changed, ::testing::IsEmpty());
     EXPECT_EQ(FailureOf([this] { library.WriteFiles(data, library.FilesToWrite()); }).Number,
               FailureAlreadyReported);
     EXPECT_EQ(Files::ListFiles(data).size(), 2u);

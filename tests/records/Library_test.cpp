@@ -190,18 +190,18 @@ TEST_F(LibraryTest, NoticesWhatOthersDoToItsFiles) {
     for (const std::string name : {"a", "b", "c"})
         Put(name + ".event", Block(name));
     ASSERT_TRUE(Load());
-    EXPECT_THAT(library.ChangedOutside(data), IsEmpty());
+    EXPECT_THAT(library.ChangedOutside(data).Changed, IsEmpty());
     const auto time = std::filesystem::last_write_time(data + "a.event");
     Put("a.event", Block("X")); // same size, and below the same time
     std::filesystem::last_write_time(data + "a.event", time);
     Put("b.event", Get("b.event"));
     Files::DeleteFile(data + "c.event");
     Put("new.event", Block("Four"));
-    EXPECT_THAT(library.ChangedOutside(data), ElementsAre("a.event", "c.event"));
-    EXPECT_THAT(library.ChangedOutside(data, {"B.event", "new.event", "other.event"}),
+    EXPECT_THAT(library.ChangedOutside(data).Changed, ElementsAre("a.event", "c.event"));
+    EXPECT_THAT(library.ChangedOutside(data, {"B.event", "new.event", "other.event"}).Changed,
                 ElementsAre("new.event"));
     library.WriteFiles(data, {"a.event", "c.event", "new.event"});
-    EXPECT_THAT(library.ChangedOutside(data), IsEmpty());
+    EXPECT_THAT(library.ChangedOutside(data).Changed, IsEmpty());
 }
 
 /// The temporary of a save at some time, without ending.
