@@ -26,7 +26,7 @@ namespace {
 // Of a screen, from which there is room beside the form: for the records, and for everything.
 constexpr int WidthForRecords = 1340;
 constexpr int WidthForAll = 1600;
-constexpr int RecordsWidth = 320;
+constexpr int SideWidth = 320;
 constexpr std::size_t LongestHistory = 1000;
 constexpr int LayoutVersion = 1;
 
@@ -127,12 +127,13 @@ QAction* Workbench::AddItem(const char* name, const QString& text, const QKeySeq
 
 void Workbench::AddTools(const std::vector<std::pair<const char*, const char*>>& actionsAndIcons) {
     for (const auto& [name, icon] : actionsAndIcons) {
-        auto* action = window.findChild<QAction*>(QString::fromLatin1(name));
-        if (!action) {
-            if (*name == '\0')
-                toolbar->addSeparator();
+        if (*name == '\0') {
+            toolbar->addSeparator();
             continue;
         }
+        auto* action = window.findChild<QAction*>(QString::fromLatin1(name));
+        if (!action)
+            continue;
         action->setIcon(IconOf(icon));
         action->setIconVisibleInMenu(false);
         toolbar->addAction(action);
@@ -150,16 +151,19 @@ void Workbench::Restore() {
         return;
     LayOutFirst();
     firstState = window.saveState(LayoutVersion);
+    const auto store = Store();
+    const bool left = store->status() == QSettings::NoError && store->contains(QStringLiteral("state"));
     // Being shown changes what a layout is saved as.
-    QTimer::singleShot(0, this, [this] {
+    QTimer::singleShot(0, this, [this, left] {
+        if (!left)
+            GiveRoom();
         openedState = window.saveState(LayoutVersion);
         for (Columns& columns : keptColumns)
             columns.Opened = columns.Header->saveState();
     });
-    const auto store = Store();
     for (const Columns& columns : keptColumns)
         columns.Header->restoreState(store->value(KeyOf(columns)).toByteArray());
-    if (store->status() != QSettings::NoError || !store->contains(QStringLiteral("state")))
+    if (!left)
         return;
     window.restoreGeometry(store->value(QStringLiteral("geometry")).toByteArray());
     window.restoreState(store->value(QStringLiteral("state")).toByteArray(), LayoutVersion);
@@ -188,8 +192,16 @@ void Workbench::LayOutFirst() {
     toolbar->setVisible(width >= WidthForAll);
     if (width < WidthForRecords || docks.empty())
         return;
-    window.resize(window.size() + QSize(width >= WidthForAll ? 2 * RecordsWidth : RecordsWidth,
-                                        width >= WidthForAll ? 200 : 0));
+    window.resize(window.size() +
+                  QSize(width >= WidthForAll ? 2 * SideWidth : SideWidth, width >= WidthForAll ? 200 : 0));
+}
+
+void Workbench::GiveRoom() {
+    QList<QDockWidget*> sides;
+    for (QDockWidget* dock : docks)
+        if (dock->isVisible() && window.dockWidgetArea(dock) != Qt::BottomDockWidgetArea)
+            sides.append(dock);
+    window.resizeDocks(sides, QList<int>(sides.size(), SideWidth), Qt::Horizontal);
 }
 
 void Workbench::Mark(const std::vector<std::string_view>& properties) {

@@ -65,6 +65,7 @@ class Workbench : public QObject {
     void NoteShown();
     void GoAlong(int step);
     void LayOutFirst();
+    void GiveRoom();
     void UpdateHistory();
     [[nodiscard]] std::unique_ptr<QSettings> Store() const;
     struct Columns {
