@@ -86,6 +86,18 @@ void EditAnEvent(Tour& tour, QWidget& window) {
     tour.Step(QStringLiteral("event-committed"), &window);
 }
 
+void LookThroughRecords(Tour& tour, QWidget& window) {
+    tour.Choose(window, "mnuFilterRecords");
+    tour.Step(QStringLiteral("records"), &window);
+    tour.Type(window, "txtFilter", QStringLiteral("pirate -queen"));
+    tour.Step(QStringLiteral("records-filter"), &window);
+    tour.Type(window, "txtFilter", QStringLiteral("state:edited"));
+    tour.Step(QStringLiteral("records-edited"), &window);
+    tour.Meet(QStringLiteral("records-filter-help"), QStringLiteral("OK"));
+    QTest::mouseClick(&tour.Find(window, "cmdFilterHelp"), Qt::LeftButton);
+    tour.Type(window, "txtFilter", {});
+}
+
 void PlayEvents(Tour& tour, frmWriter& writer) {
     MeetLoadingMessages(tour, true);
     tour.Choose(writer, "mnuEvents");
@@ -96,6 +108,7 @@ void PlayEvents(Tour& tour, frmWriter& writer) {
     tour.Meet(QStringLiteral("event-review"), QStringLiteral("OK"));
     tour.Choose(window, "mnuReviewDescription");
     EditAnEvent(tour, window);
+    LookThroughRecords(tour, window);
     tour.Meet(QStringLiteral("write-question"), [&](QWidget& box) {
         Tour::Press(box, QStringLiteral("Show Details..."));
         tour.Step(QStringLiteral("write-details"), &box);

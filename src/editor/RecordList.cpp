@@ -43,8 +43,8 @@ void RecordList::FollowWindow() {
     });
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& to) {
-                if (const Record* record = to.isValid() ? model->RecordAt(to.row()) : nullptr)
-                    currentName = library.NameOf(*record);
+                if (const Record* record = to.isValid() && !settling ? model->RecordAt(to.row()) : nullptr)
+                    chosenName = library.NameOf(*record);
             });
     connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &RecordList::SelectionChanged);
@@ -53,19 +53,19 @@ void RecordList::FollowWindow() {
 }
 
 void RecordList::FilterTyped() {
-    wantedName = currentName;
+    wantedName = chosenName;
     model->Begin(Filter(FromQt(filter->text())));
     Settle();
 }
 
 void RecordList::Restart() {
-    wantedName = currentName;
+    wantedName = chosenName;
     model->Restart();
     Settle();
 }
 
 void RecordList::RulesChanged() {
-    wantedName = currentName;
+    wantedName = chosenName;
     model->RulesChanged();
     Settle();
 }
@@ -88,10 +88,12 @@ void RecordList::Settle() {
     if (model->rowCount() == 0)
         return;
     const int row = model->RowOf(library.IndexOf(wantedName));
+    settling = true;
     if (row >= 0 && (!model->IsStray(row) || model->Matches() == 0))
         MakeCurrent(row);
     else if (!tree->currentIndex().isValid() || model->IsStray(tree->currentIndex().row()))
         MakeCurrent(model->IsStray(0) && model->Matches() > 0 ? 1 : 0);
+    settling = false;
     if (done)
         wantedName.clear();
 }
@@ -108,11 +110,11 @@ void RecordList::MakeCurrent(int row) {
 void RecordList::FollowChange(const Edits::Change& change) {
     if (footer)
         footer->Follow(change);
-    const std::string current = currentName; // a row that goes takes the current place with it
-    if (change.Kind == Edits::How::Reread || !model->Follow(change.Names))
-        return Restart();
-    wantedName = current;
-    Settle();
+    wantedName = chosenName;
+    settling = true; // a row that goes takes the current place with it
+    const bool followed = change.Kind != Edits::How::Reread && model->Follow(change.Names);
+    settling = false;
+    followed ? Settle() : Restart();
 }
 
 void RecordList::FollowShown() {
@@ -120,9 +122,11 @@ void RecordList::FollowShown() {
         Restart();
     const std::string name = window.ShownRecordName();
     model->SetShown(name.empty() ? Library::None : window.CurrentIndex());
-    if (name != shownName)
+    if (name != shownName) {
+        chosenName = name;
         if (const int row = model->RowOf(window.CurrentIndex()); row >= 0)
             MakeCurrent(row);
+    }
     shownName = name;
     TellCount();
 }

@@ -83,8 +83,9 @@ class RecordList : public QWidget {
     UnwrittenFooter* footer = nullptr;
     QTimer slices;
     QPointer<QWidget> cameFrom; ///< what had the focus before the filter
-    std::string currentName;
-    std::string wantedName; ///< what is to be current once it is found
+    std::string chosenName;     ///< what the person made current, or has on show
+    bool settling = false;      ///< the program moves the current place
+    std::string wantedName;     ///< what is to be current once it is found
     std::string shownName;
 };
 

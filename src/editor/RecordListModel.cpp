@@ -270,11 +270,6 @@ QVariant RecordListModel::headerData(int section, Qt::Orientation orientation, i
     return {};
 }
 
-QString RecordListModel::NameOf(int row, const Record& record) const {
-    const QString name = ToQt(library.Kind.NameOf(record));
-    return IsStray(row) ? tr("%1 (does not match)").arg(name) : name;
-}
-
 QVariant RecordListModel::data(const QModelIndex& index, int role) const {
     const Record* record = RecordAt(index.row());
     if (!record)
@@ -289,19 +284,22 @@ QVariant RecordListModel::data(const QModelIndex& index, int role) const {
         return SpokenText(index, *record);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
-    return index.column() == nameColumn ? NameOf(index.row(), *record)
-                                        : columns.at(static_cast<std::size_t>(index.column())).Text(*record);
+    const QString text = columns.at(static_cast<std::size_t>(index.column())).Text(*record);
+    if (index.column() != nameColumn || !IsStray(index.row()))
+        return text;
+    return role == Qt::DisplayRole ? QChar(0x2260) + QLatin1Char(' ') + text
+                                   : tr("%1 is on show, but does not match the filter").arg(text);
 }
 
 QString RecordListModel::SpokenText(const QModelIndex& index, const Record& record) const {
     QStringList parts;
     if (nameColumn > 0)
         parts.append(ToQt(StateWord(record)));
-    parts.append(NameOf(index.row(), record));
+    parts.append(ToQt(library.Kind.NameOf(record)));
     if (const std::size_t count = ProblemsOf(record); count > 0)
         parts.append(count == 1 ? tr("1 problem") : tr("%1 problems").arg(count));
     if (PositionAt(index.row()) == shown)
-        parts.append(tr("on show"));
+        parts.append(IsStray(index.row()) ? tr("on show, does not match") : tr("on show"));
     if (index.column() > nameColumn && index.column() != firstExtra - 1) {
         const Column& column = columns.at(static_cast<std::size_t>(index.column()));
         parts.append(column.Heading + QLatin1Char(' ') + column.Text(record));

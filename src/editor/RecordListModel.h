@@ -74,7 +74,6 @@ class RecordListModel : public QAbstractItemModel {
     [[nodiscard]] std::size_t ProblemsOf(const Record& record) const {
         return rulesOf ? rulesOf(record).size() : 0;
     }
-    [[nodiscard]] QString NameOf(int row, const Record& record) const;
     [[nodiscard]] QString SpokenText(const QModelIndex& index, const Record& record) const;
 
     template <class Start>

@@ -81,7 +81,7 @@ void RecordList::BuildTree() {
     for (int column = 0; column < model->columnCount(); ++column) {
         const QString heading = model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         const bool wide = heading == tr("Name") || heading == ToQt(library.Kind.TitleWord);
-        tree->setColumnWidth(column, letter * (wide ? 20 : 11));
+        tree->setColumnWidth(column, letter * (wide ? 20 : 10));
         tree->setColumnHidden(column, column >= model->FirstExtraColumn());
     }
     BuildHeaderMenu();
@@ -160,15 +160,19 @@ void RecordList::Leave() {
 
 void RecordList::TellOfFilter() const {
     const std::string states =
-        footer ? "state:edited, state:new, state:deleted\rby what is not yet written\r" : "";
+        footer ? "state:edited, state:new, state:deleted - what is not yet written\r" : "";
     gPrompts->Message(
-        "Lists the records in which all the words stand, in any field, in capital or small "
-        "letters.\r\r\"a phrase\"\rwords that stand together\r-word\rrecords without it\r"
-        "file:pirates\ra part of the file's name\rtitle:raid\ra word of the title or question\r" +
+        "Lists the records in which all the words stand, in any field, in capital or small letters.\r\r"
+        "\"a phrase\" - words that stand together\r"
+        "-word - records without it\r"
+        "file:pirates - a part of the file's name\r"
+        "title:raid - a part of the title or question\r" +
             states +
-            "type:random\rby the type's name\rrule:no-title\rrecords with a problem of that "
-            "rule\r\rEnter shows the record, Esc clears the filter, Esc again leads back to the "
-            "form.",
+            "type:random - a part of the type's name\r"
+            "rule:no-title - records with a problem of that rule\r\r"
+            "Up and Down go through the list, Enter shows the record.  Esc clears the filter, Esc again "
+            "leads "
+            "back to the form.",
         Icon::Information);
 }
 
