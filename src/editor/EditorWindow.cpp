@@ -14,8 +14,10 @@
 
 namespace velmora {
 
-EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent)
-    : RecordWindow(recordKind, parent), words(editorWords), unwritten(edits, library) {}
+EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords,
+                           Catalogue& substitutionsOfKind, QWidget* parent)
+    : RecordWindow(recordKind, parent), substitutions(substitutionsOfKind), words(editorWords),
+      unwritten(edits, library) {}
 
 void EditorWindow::AdoptEditor(const RecordControls& shared) {
     AdoptForm(shared, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});

@@ -50,7 +50,9 @@ class EditorWindow : public RecordWindow {
     [[nodiscard]] const Form& Fields() const { return form; }
 
   protected:
-    EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, QWidget* parent = nullptr);
+    /// `substitutionsOfKind` is filled at each load with what a "%s" in a text can stand for.
+    EditorWindow(const RecordKind& recordKind, const EditorWords& editorWords, Catalogue& substitutionsOfKind,
+                 QWidget* parent = nullptr);
 
     /// To be called once the form is set up.
     void AdoptEditor(const RecordControls& shared);
@@ -96,9 +98,10 @@ class EditorWindow : public RecordWindow {
                        const std::vector<std::string>& parameters = {"NO INPUT PARMS"});
 
     QWidget* firstField = nullptr; ///< gets the focus when editing begins
-    Catalogue substitutions;       ///< what a "%s" in a text can stand for
 
   private:
+    Catalogue& substitutions;
+
     void AdoptCommands();
     /// Name of the record on show, as the form has it.
     [[nodiscard]] std::string ShownName() const;

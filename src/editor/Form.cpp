@@ -132,13 +132,7 @@ Binding& Form::BindOptions(std::string_view property, std::vector<OptionButton> 
 Binding& Form::BindFile(ChoiceBox* box, std::function<std::vector<std::string>(const std::string&)> names) {
     Binding& binding = Bind(FileField, {box});
     binding.Show = [box, names = std::move(names)](const Record& record) {
-        std::vector<std::string> files = names(record.ShortName);
-        const auto isOwn = [&](const std::string& file) {
-            return CodePage::EqualNoCase(file, record.ShortName);
-        };
-        const auto own = std::find_if(files.begin(), files.end(), isOwn);
-        const auto at = own == files.end() ? 0 : own - files.begin();
-        box->SetEntries(std::move(files), static_cast<int>(at));
+        LoadComboByName(box, names(record.ShortName), record.ShortName);
     };
     binding.Read = [box](Record& record) { record.ShortName = box->Chosen(); };
     binding.Text = [box] { return box->Chosen(); };

@@ -7,6 +7,7 @@
 #include "services/modWriter.h"
 
 #include <QListWidget>
+#include <algorithm>
 #include <exception>
 
 namespace velmora {
@@ -30,6 +31,14 @@ void LoadComboByNumber(ChoiceBox* box, const Catalogue& catalogue, std::int32_t 
 
 void LoadComboByCode(ChoiceBox* box, const CodeCatalogue& catalogue, std::string_view code) {
     box->SetEntries(NamesOf(catalogue), static_cast<int>(PositionByCode(catalogue, code)));
+}
+
+void LoadComboByName(ChoiceBox* box, std::vector<std::string> names, std::string_view name) {
+    const auto wanted = std::find_if(names.begin(), names.end(), [&](const std::string& entry) {
+        return CodePage::EqualNoCase(entry, name);
+    });
+    const auto at = wanted == names.end() ? 0 : wanted - names.begin();
+    box->SetEntries(std::move(names), static_cast<int>(at));
 }
 
 void LoadListFromArray(QListWidget* list, const std::vector<std::string>& texts, std::string_view wanted) {

@@ -30,6 +30,7 @@ std::vector<std::string> NamesOf(const KeyedCollection<Item>& catalogue) {
 /// with the same number or code the last is selected.
 void LoadComboByNumber(ChoiceBox* box, const Catalogue& catalogue, std::int32_t number);
 void LoadComboByCode(ChoiceBox* box, const CodeCatalogue& catalogue, std::string_view code);
+void LoadComboByName(ChoiceBox* box, std::vector<std::string> names, std::string_view name);
 
 /// Fills a list with the non-empty texts and selects the one wanted, none when it is not among them.
 void LoadListFromArray(QListWidget* list, const std::vector<std::string>& texts, std::string_view wanted);

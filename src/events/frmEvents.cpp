@@ -72,7 +72,8 @@ bool IsReservedName(const std::string& name) {
 } // namespace
 
 frmEvents::frmEvents(QWidget* parent)
-    : EditorWindow(EventKind, EventWords(), parent), ui(std::make_unique<Ui::frmEvents>()) {
+    : EditorWindow(EventKind, EventWords(), EventWildCardSubs, parent),
+      ui(std::make_unique<Ui::frmEvents>()) {
     ui->setupUi(this);
     textBoxes = {ui->txtDescription, ui->txtGoodOption, ui->txtNeutralOption, ui->txtEvilOption};
     substitutionBoxes = {ui->cboDescStr_0, ui->cboDescStr_1, ui->cboDescStr_2, ui->cboDescStr_3,
@@ -257,7 +258,7 @@ void frmEvents::Review(std::size_t text) {
 bool frmEvents::ValidateData() {
     clsEvent event;
     form.ReadAllButNumbers(event);
-    return AcceptReasons(CheckEvent(event, ui->txtImagePath->Bytes(), substitutions));
+    return AcceptReasons(CheckEvent(event, ui->txtImagePath->Bytes(), EventWildCardSubs));
 }
 
 } // namespace velmora

@@ -47,6 +47,7 @@ class frmEvents : public EditorWindow {
     void Review(std::size_t text);
 
     std::unique_ptr<Ui::frmEvents> ui;
+    Catalogue EventWildCardSubs;
     std::array<TextBox*, 4> textBoxes;            ///< in the order of EventTexts
     std::array<ChoiceBox*, 10> substitutionBoxes; ///< in the order of EventSubstitutions
     /// What shows one answer's attribute.

@@ -64,7 +64,8 @@ void TellLineBreaks(const std::string& option) {
 } // namespace
 
 frmUPIssues::frmUPIssues(QWidget* parent)
-    : EditorWindow(UPIssueKind, UPIssueWords(), parent), ui(std::make_unique<Ui::frmUPIssues>()) {
+    : EditorWindow(UPIssueKind, UPIssueWords(), UPIssueSubstitutions, parent),
+      ui(std::make_unique<Ui::frmUPIssues>()) {
     ui->setupUi(this);
     substitutionBoxes = {ui->cboUPIssueSubs_0, ui->cboUPIssueSubs_1, ui->cboUPIssueSubs_2,
                          ui->cboUPIssueSubs_3};
@@ -151,7 +152,7 @@ bool frmUPIssues::ValidateData() {
     double sum = 0;
     for (LineBox* box : optionValueBoxes)
         sum += std::abs(Form::NumberIn(box));
-    return AcceptReasons(CheckUPIssue(issue, guidance.Caption, sum, substitutions));
+    return AcceptReasons(CheckUPIssue(issue, guidance.Caption, sum, UPIssueSubstitutions));
 }
 
 } // namespace velmora

@@ -36,6 +36,7 @@ class frmUPIssues : public EditorWindow {
     void AbilityChosen();
 
     std::unique_ptr<Ui::frmUPIssues> ui;
+    Catalogue UPIssueSubstitutions;
     std::array<ChoiceBox*, 4> substitutionBoxes; ///< of the question
     std::array<LineBox*, 6> optionValueBoxes;
     Guidance guidance;
