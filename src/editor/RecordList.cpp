@@ -5,6 +5,7 @@
 #include "editor/UnwrittenFooter.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
@@ -38,7 +39,7 @@ void RecordList::FollowWindow() {
     });
     connect(filter, &QLineEdit::textChanged, this, &RecordList::FilterTyped);
     connect(tree, &QTreeView::clicked, this, [this] {
-        if (tree->selectionModel()->selectedRows().size() == 1)
+        if (QApplication::keyboardModifiers() == Qt::NoModifier) // or it selects several
             ShowCurrent();
     });
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,

@@ -48,7 +48,7 @@ class RecordList : public QWidget {
     void BuildPanel(bool editable);
     QWidget* BuildFilterLine();
     void BuildTree();
-    void BuildHeaderMenu();
+    void BuildColumnMenu();
     void AddToWorkbench(Workbench& workbench, bool editable);
     void FollowWindow();
 

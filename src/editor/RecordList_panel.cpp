@@ -84,34 +84,38 @@ void RecordList::BuildTree() {
         tree->setColumnWidth(column, letter * (wide ? 20 : 10));
         tree->setColumnHidden(column, column >= model->FirstExtraColumn());
     }
-    BuildHeaderMenu();
-    tree->setContextMenuPolicy(Qt::ActionsContextMenu);
+    BuildColumnMenu();
+    tree->setContextMenuPolicy(Qt::ActionsContextMenu); // which the keyboard opens too
     QAction* copy = AddCommand("mnuCopyAsCsv", tr("&Copy As CSV"));
     copy->setShortcut(QKeySequence::Copy);
     copy->setShortcutContext(Qt::WidgetShortcut);
     connect(copy, &QAction::triggered, this, &RecordList::CopyAsCsv);
 }
 
-void RecordList::BuildHeaderMenu() {
+void RecordList::BuildColumnMenu() {
     QHeaderView* header = tree->header();
     header->setObjectName(QStringLiteral("hdrRecords"));
-    header->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(header, &QWidget::customContextMenuRequested, this, [this, header](const QPoint& where) {
-        auto* menu = new QMenu(header);
-        menu->setObjectName(QStringLiteral("mnuColumns"));
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        for (int column = 0; column < model->columnCount(); ++column) {
-            QAction* item =
-                menu->addAction(model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-            item->setCheckable(true);
+    auto* menu = new QMenu(tr("C&olumns"), tree);
+    menu->setObjectName(QStringLiteral("mnuColumns"));
+    for (int column = 0; column < model->columnCount(); ++column) {
+        QAction* item =
+            menu->addAction(model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        item->setCheckable(true);
+        connect(item, &QAction::triggered, header,
+                [header, column](bool on) { header->setSectionHidden(column, !on); });
+    }
+    connect(menu, &QMenu::aboutToShow, header, [menu, header] {
+        const bool last = header->hiddenSectionCount() + 1 == header->count(); // it stays
+        for (int column = 0; column < header->count(); ++column) {
+            QAction* item = menu->actions()[column];
             item->setChecked(!header->isSectionHidden(column));
-            // The last one stays.
-            item->setEnabled(!item->isChecked() || header->hiddenSectionCount() + 1 < header->count());
-            connect(item, &QAction::toggled, header,
-                    [header, column](bool on) { header->setSectionHidden(column, !on); });
+            item->setEnabled(!last || !item->isChecked());
         }
-        menu->popup(header->mapToGlobal(where));
     });
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QWidget::customContextMenuRequested, menu,
+            [menu, header](const QPoint& where) { menu->popup(header->mapToGlobal(where)); });
+    tree->addAction(menu->menuAction());
 }
 
 QAction* RecordList::AddCommand(const char* name, const QString& text) {

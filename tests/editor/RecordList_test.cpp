@@ -166,7 +166,11 @@ TEST_P(RecordListTest, ChangesSeveralRecordsInOneStep) {
 
 TEST_P(RecordListTest, KeepsItsColumns) {
     Start();
-    Tree().header()->showSection(8);
+    auto* columns = Get<QMenu>("mnuColumns");
+    columns->popup({});
+    EXPECT_TRUE(columns->actions()[5]->isChecked() && !columns->actions()[8]->isChecked());
+    columns->actions()[8]->trigger();
+    columns->close();
     window->close();
     EXPECT_EQ(Rows(), Strings{});
     EditorTest::Start();
