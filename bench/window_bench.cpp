@@ -104,6 +104,8 @@ class Desk : public WindowTest {
         Get<QWidget>("tvwRecords")->installEventFilter(&Painted);
     }
 
+    bool ListIsShown() { return Get<QWidget>("tvwRecords")->isVisible(); }
+
     /// From a key in the filter to the whole result, painted; the longest wait of another key meanwhile.
     std::pair<double, double> FilterTime(char key) {
         auto* filter = Get<QLineEdit>("txtFilter");
@@ -168,7 +170,10 @@ void FirstWindowWithList(benchmark::State& state) {
     Desk desk(state);
     desk.OpenEditor();
     desk.ShowList();
-    desk.Report(state, LeastOf([&] { return desk.FirstWindowTime(); }), {.Milliseconds = 150});
+    const double least = LeastOf([&] { return desk.FirstWindowTime(); });
+    if (!desk.ListIsShown())
+        return state.SkipWithError("the list was not shown");
+    desk.Report(state, least, {.Milliseconds = 150});
 }
 VELMORA_MEASURE(FirstWindowWithList);
 

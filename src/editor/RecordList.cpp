@@ -16,7 +16,7 @@ namespace velmora {
 
 namespace {
 /// What is looked at in one go between keys.
-constexpr std::chrono::milliseconds Slice{5};
+constexpr std::chrono::milliseconds Slice{3};
 } // namespace
 
 RecordList::RecordList(RecordWindow& recordWindow, Workbench& workbench, bool editable)

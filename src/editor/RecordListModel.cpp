@@ -12,7 +12,7 @@ namespace {
 /// From here on a step is followed by looking at all records again.
 constexpr std::size_t MostFollowed = 1000;
 /// How long a key may take to show its first rows.
-constexpr std::chrono::milliseconds FirstSlice{6};
+constexpr std::chrono::milliseconds FirstSlice{4};
 
 QString StateText(const Record& record) {
     const std::string_view word = StateWord(record);
@@ -100,7 +100,9 @@ bool RecordListModel::Work(std::chrono::microseconds time) {
     if (library.Count() < known)
         return true; // it is being read again
     complete = search.Work(time);
-    TellOfFound();
+    // A view lays all its rows out anew, however few are added.
+    if (complete || search.Found().size() >= 2 * told)
+        TellOfFound();
     return complete;
 }
 
