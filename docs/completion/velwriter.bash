@@ -31,7 +31,7 @@ _velwriter() {
 
   if [ -z "$words" ]; then
     case $command:$current in
-      check:-*) words="--kind --format --ignore --list-rules $own --help" ;;
+      check:-*) words="--kind --format --ignore --no-ignore-file --list-rules $own --help" ;;
       export:-*) words="--kind --format --sort $own --help" ;;
       format:-*) words="--check --write $own --help" ;;
       diff:-*) words='--format --help' ;;

@@ -40,6 +40,7 @@ struct Words {
     std::string Sort = "file";
     std::vector<std::string> Ignored;
     bool ListRules = false;
+    bool NoIgnoreFile = false;
     std::vector<std::string> OwnFiles = std::vector<std::string>(Kinds().size());
     std::vector<std::string> Files;
     bool Check = false;
@@ -88,6 +89,8 @@ CLI::App* AddCheck(CLI::App& app, Words& words) {
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("RULE[,RULE...]");
+    command->add_flag("--no-ignore-file", words.NoIgnoreFile,
+                      "Print what the game directory's velwriter.ignore hides, too");
     command->add_flag("--list-rules", words.ListRules, "List the rules and end");
     command->footer("Example: velwriter check ~/Velmora --kind events --ignore no-image");
     return command;
@@ -191,6 +194,7 @@ ExitStatus Check(const Words& words, std::ostream& out, std::ostream& err) {
     options.Game = ChooseGame(words);
     options.AsJson = words.Format == "json";
     options.Ignored.insert(words.Ignored.begin(), words.Ignored.end());
+    options.ReadIgnoreFile = !words.NoIgnoreFile;
     return RunCheck(options, out, err);
 }
 

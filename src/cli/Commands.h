@@ -24,6 +24,7 @@ struct CheckOptions {
     GameChoice Game;
     bool AsJson = false;
     std::unordered_set<std::string> Ignored; ///< rule names
+    bool ReadIgnoreFile = true;              ///< leave out what velwriter.ignore hides, too
 };
 
 struct ExportOptions {

@@ -1,5 +1,6 @@
 #include "kinds/Rules.h"
 
+#include "kinds/IgnoreFile.h"
 #include "services/Problem.h"
 
 #include <algorithm>
@@ -51,7 +52,14 @@ constexpr std::array<RuleEntry, 33> Table{{
     {UnfinishedBlockRule, "Every block has its end line, or nothing of it is read."},
     {LoadFailureRule,
      "A file that cannot be read, is no text, or holds a number beyond 32 bits is a failure."},
+    {BrokenIgnoreLineRule, "Each line of velwriter.ignore names a rule, and what else of it is hidden."},
 }};
+
+const RuleEntry* Find(std::string_view name) {
+    const auto* found =
+        std::find_if(Table.begin(), Table.end(), [&](const RuleEntry& rule) { return rule.Name == name; });
+    return found == Table.end() ? nullptr : found;
+}
 
 } // namespace
 
@@ -60,7 +68,12 @@ std::span<const RuleEntry> Rules() {
 }
 
 bool IsRule(std::string_view name) {
-    return std::any_of(Table.begin(), Table.end(), [&](const RuleEntry& rule) { return rule.Name == name; });
+    return Find(name) != nullptr;
+}
+
+std::string GameRule(std::string_view name) {
+    const RuleEntry* rule = Find(name);
+    return rule != nullptr ? std::string(rule->Game) : std::string();
 }
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace velmora {
@@ -14,5 +15,7 @@ struct RuleEntry {
 /// Every rule that loading and the record checks know.
 std::span<const RuleEntry> Rules();
 bool IsRule(std::string_view name);
+/// The rule of the game behind a rule; empty for an unknown one.
+std::string GameRule(std::string_view name);
 
 } // namespace velmora
