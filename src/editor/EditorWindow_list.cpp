@@ -1,5 +1,6 @@
 // The editor's commands on several records that are selected in the list.
 #include "editor/EditorWindow.h"
+#include "editor/ProblemPanel.h"
 #include "editor/RecordList.h"
 #include "services/Settings.h"
 #include "services/modWriter.h"
@@ -25,6 +26,7 @@ void EditorWindow::AdoptList() {
     OnClick("mnuDeleteSelected", [this] { DeleteSelected(); });
     OnClick("mnuMoveSelected", [this] { MoveSelected(); });
     connect(recordList, &RecordList::SelectionChanged, this, &EditorWindow::UpdateListMenu);
+    new ProblemPanel(*this, *workbench, *recordList, Action(words.EditItem));
 }
 
 void EditorWindow::UpdateListMenu() {

@@ -187,6 +187,21 @@ void Form::ReadAllButNumbers(Record& record) {
             binding.Read(record);
 }
 
+void Form::ReadWhatConverts(Record& record) const {
+    for (const Binding& binding : bindings)
+        if (binding.Read && !binding.Hidden()) {
+            if (!binding.ReadFirst) {
+                binding.Read(record);
+                continue;
+            }
+            try {
+                binding.Shown->SetNumber(record, FieldToInt32(binding.Text()));
+            } catch (const Failure&) {
+                // Still being typed.
+            }
+        }
+}
+
 void Form::EndSearches() {
     for (const Binding& binding : bindings)
         if (auto* box = qobject_cast<ChoiceBox*>(binding.Controls.front()))

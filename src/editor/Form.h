@@ -91,6 +91,8 @@ class Form : public QObject {
     void Read(Record& record);
     /// The same without the numbers, so that it cannot fail.
     void ReadAllButNumbers(Record& record);
+    /// The same with those numbers that can be converted.
+    void ReadWhatConverts(Record& record) const;
     /// Ends the searches in lists, as leaving their boxes does.
     void EndSearches();
     /// The number in a box, not rounded. Fails as Read does.

@@ -109,6 +109,7 @@ void RecordWindow::InitForm() {
                 Load();
             } catch (const std::exception&) {
                 ShowNothing();
+                emit LibraryRead();
                 throw;
             }
         });
@@ -141,16 +142,24 @@ bool RecordWindow::ReadLibrary() {
     request.BackupFolder = Settings.BackupPath;
     request.MakeBackups = true;
     request.AutoBackup = Settings.AutoBackup;
-    request.Problems = [&](const Problem& problem) { messages.Show(problem); };
+    request.Problems = [&](const Problem& problem) {
+        found.push_back(problem);
+        messages.Show(problem);
+    };
+    std::string reading;
     request.Reading = [&](const std::string& file, std::size_t done, std::size_t total) {
+        reading = file;
         progress->Working(file, done, total);
     };
+    found.clear();
     bool loaded = false;
     std::exception_ptr failure;
     try {
         loaded = library.Load(request);
-    } catch (...) {
+    } catch (const std::exception& exception) {
         failure = std::current_exception();
+        found.push_back(
+            {LoadFailureRule, exception.what(), Severity::Error, {}, {}, library.Kind.Word, reading});
     }
     progress.reset();
     messages.Finish(); // shown first, for it often tells what led to a failure

@@ -66,6 +66,8 @@ class RecordWindow : public QMainWindow {
     [[nodiscard]] EditMode Mode() const { return editMode; }
     [[nodiscard]] Edits& Changes() { return edits; }
     [[nodiscard]] const Form& Fields() const { return form; }
+    /// What reading the library had to tell.
+    [[nodiscard]] const std::vector<Problem>& FoundInLoading() const { return found; }
 
     // What stands around the described window makes use of these.
 
@@ -83,7 +85,7 @@ class RecordWindow : public QMainWindow {
     void ModeChanged();
     /// The records have another order; one of them is about to be shown.
     void LibrarySorted();
-    /// The library was read from disk, and its first record is on show.
+    /// The library was read from disk, as far as it could be.
     void LibraryRead();
 
   protected:
@@ -184,6 +186,7 @@ class RecordWindow : public QMainWindow {
     void KeepDisabledTextLegible();
     static bool IsField(const QWidget* widget);
 
+    std::vector<Problem> found;
     std::size_t currentIndex = 0;
     EditMode editMode = EditMode::Browsing;
     std::vector<QWidget*> fields;

@@ -10,7 +10,7 @@ namespace velmora {
 
 namespace {
 
-constexpr std::array<RuleEntry, 33> Table{{
+constexpr std::array<RuleEntry, 34> Table{{
     {"no-data-directory",
      "Events and starbase modules live in the game's Data directory, UP issues in its UP_Issues."},
     {"case-twin-files", "Files whose names differ in letter case only are one file to the game."},

@@ -21,18 +21,21 @@ bool Same(const ProblemIndex::Holder& one, const ProblemIndex::Holder& other) {
 
 } // namespace
 
-void ProblemIndex::Begin(const std::string& gameDirectory, std::vector<Problem> found) {
+void ProblemIndex::Begin(const std::string& gameDirectory) {
     gamePath = gameDirectory;
     holders.RemoveAll();
-    loadingOf.RemoveAll();
     drafted.clear();
+    Restart();
+}
+
+void ProblemIndex::SetFound(std::vector<Problem> found) {
+    loadingOf.RemoveAll();
     for (std::size_t i = 0; i < found.size(); ++i)
         if (const std::string& record = found[i].Record; !record.empty()) {
             loadingOf.TryAdd(record, std::vector<std::size_t>());
             loadingOf.Find(record)->push_back(i);
         }
     loading = found.empty() ? nullptr : std::make_shared<Holder>(Holder{.Problems = std::move(found)});
-    Restart();
 }
 
 void ProblemIndex::Restart() {
@@ -111,6 +114,8 @@ void ProblemIndex::SetDraft(const Record& draft) {
     if (!library.Kind.Check)
         return;
     drafted = library.NameOf(draft);
+    if (PictureChanged(draft))
+        Restart();
     Check(draft, true);
 }
 

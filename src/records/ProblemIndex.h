@@ -34,8 +34,10 @@ class ProblemIndex {
 
     void OnChange(Listener listener) { told = std::move(listener); }
 
-    /// Begins anew over a library that was read; `found` is what loading had to tell. Nobody is told.
-    void Begin(const std::string& gameDirectory, std::vector<Problem> found);
+    /// Begins anew over a library that was read. Nobody is told.
+    void Begin(const std::string& gameDirectory);
+    /// Takes what loading had to tell. Nobody is told.
+    void SetFound(std::vector<Problem> found);
     /// Checks all records once more; what is known stays until it is known better.
     void Restart();
     /// Checks records until the time is up, but some in any case; true when all have been.

@@ -4,6 +4,7 @@
 #include "editor/FormRoutines.h"
 #include "editor/LineBox.h"
 #include "editor/PictureViewer.h"
+#include "editor/ProblemPanel.h"
 #include "editor/RecordList.h"
 #include "editor/TextBox.h"
 #include "sbmodules/clsSBModule.h"
@@ -20,7 +21,7 @@ frmSBModules::frmSBModules(QWidget* parent)
     ui->setupUi(this);
     AdoptForm(ControlsOf(ui, ui->fraSBModuleDetails, ui->txtSBModuleName, ui->cboSBModuleFile),
               {"mnuEdit", "mnuZoom", "mnuHelp"});
-    new RecordList(*this, *workbench, false);
+    new ProblemPanel(*this, *workbench, *new RecordList(*this, *workbench, false), nullptr);
     form.BindChoice("SBModuleID", ui->cboSBModuleID, ids.UsedSBModuleIDs);
     form.BindText("DisplayName", ui->txtDisplayName);
     form.BindChoice("ModuleType", ui->cboModuleType, SBModuleTypes);

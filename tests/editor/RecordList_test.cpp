@@ -62,7 +62,7 @@ TEST_P(RecordListTest, ListsTheRecordsAndTheirStates) {
     EXPECT_EQ(Text("lblUnwritten"), "1 record in 1 file not yet written");
     prompts.ExpectInput("", "Date");
     Pick("mnuAddNew");
-    EXPECT_EQ(Rows().back(), "new, Date, on show");
+    EXPECT_THAT(Rows().back(), StartsWith("new, Date, "));
     Pick("mnuDiscardChanges");
     EXPECT_THAT(Rows(), ElementsAre("edited, Apple, on show", "Cherry", "Banana"));
     Pick("mnuSortAlphabetically");

@@ -28,7 +28,7 @@ class SBModuleViewer : public WindowTest {
     /// Every text and tick on show.
     Strings Everything() {
         Strings texts;
-        for (QWidget* widget : window->findChildren<QWidget*>())
+        for (QWidget* widget : window->centralWidget()->findChildren<QWidget*>())
             if (qobject_cast<LineBox*>(widget) || qobject_cast<TextBox*>(widget) ||
                 qobject_cast<ChoiceBox*>(widget) || qobject_cast<QLabel*>(widget))
                 if (!widget->objectName().startsWith(QLatin1String("qt_")))
