@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -29,6 +30,12 @@ namespace velmora {
 
 RecordWindow::RecordWindow(const RecordKind& recordKind, QWidget* parent)
     : QMainWindow(parent), library(recordKind) {}
+
+RecordWindow::~RecordWindow() {
+    hide();
+    // Their views look into the library, which goes before the window's children do.
+    qDeleteAll(findChildren<QDockWidget*>());
+}
 
 void RecordWindow::AdoptForm(const RecordControls& shared, const std::vector<const char*>& menusOfRecords) {
     controls = shared;

@@ -55,6 +55,8 @@ class RecordWindow : public QMainWindow {
     Q_OBJECT
 
   public:
+    ~RecordWindow() override;
+
     /// Shows the window and loads its library: the window's load event.
     void Open();
 
