@@ -16,7 +16,7 @@ namespace {
 /// In memory where the host has such a folder: each run writes a file.
 std::string ScratchFile() {
     const std::string name = "velmora-fuzz-" + std::to_string(getpid()) + ".ini";
-    const std::string folder = velmora::Files::FolderWritable("/dev/shm") ? "/dev/shm/" : "/tmp/";
+    const std::string folder = velmora::Files::WriteRefusal("/dev/shm").empty() ? "/dev/shm/" : "/tmp/";
     return folder + name;
 }
 

@@ -167,9 +167,11 @@ std::uint64_t TreeSize(std::string_view folder) {
     const fs::path root = HostPath(folder);
     Tree tree = TreeOf(root);
     std::uint64_t sum = 0;
-    for (const auto& [relative, kind] : tree.Entries)
+    for (const auto& [relative, kind] : tree.Entries) {
+        const fs::path path = root / relative;
         if (kind == Wanted::File)
-            ReadOrLeaveOut(root / relative, tree.LeftOut, [&] { sum += HostFiles::SizeOf(root / relative); });
+            ReadOrLeaveOut(path, tree.LeftOut, [&] { sum += HostFiles::SizeOf(path); });
+    }
     return sum;
 }
 
