@@ -48,7 +48,7 @@ void Backups::KeepLoaded(const std::string& dataFolder, const std::vector<std::s
         const std::string path = dataFolder + names[i];
         const std::string bytes = Files::ReadWhole(path);
         if (!Files::FileExists(stem + ending(".1st"))) {
-            copies.Put(stem + ending(".1st"), bytes, {.NoMoreOpenThan = path});
+            copies.Put(stem + ending(".1st"), bytes, Files::Placing{.NoMoreOpenThan = path});
             if (stem != folder + base)
                 problems({.Rule = "long-file-name",
                           .Text = "The name of this file is too long for its backups.  They are named " +
@@ -59,7 +59,7 @@ void Backups::KeepLoaded(const std::string& dataFolder, const std::vector<std::s
         }
         // Mostly the latest copy is in place; leaving it spares the disk on every start.
         if (!Files::Holds(stem + ending(".latest"), bytes))
-            copies.Put(stem + ending(".latest"), bytes, {.NoMoreOpenThan = path});
+            copies.Put(stem + ending(".latest"), bytes, Files::Placing{.NoMoreOpenThan = path});
     }
     copies.Settle();
 }
@@ -75,7 +75,7 @@ std::string Backups::KeepDated(const std::string& path, std::string_view bytes) 
     std::string copy = stem + extension;
     for (int n = 2; Files::FileExists(copy); ++n)
         copy = stem + '_' + std::to_string(n) + extension;
-    Files::ReplaceSafely(copy, bytes, {.NoMoreOpenThan = path});
+    Files::ReplaceSafely(copy, bytes, Files::Placing{.NoMoreOpenThan = path});
     DropOldCopies(base, Files::NameOf(copy));
     return copy;
 }
