@@ -146,11 +146,25 @@ void ChoiceBox::MakeSearchable(bool searchable) {
     completer()->setCaseSensitivity(Qt::CaseInsensitive);
     completer()->setMaxVisibleItems(maxVisibleItems());
     DoNotMeasureEntries(completer()->popup());
+    lineEdit()->installEventFilter(this);
     connect(lineEdit(), &QLineEdit::textEdited, this,
             [this](const QString& text) { ChooseText(text, true); });
     connect(this, &QComboBox::editTextChanged, lineEdit(),
             [this](const QString& text) { ChooseText(text, false); });
     connect(lineEdit(), &QLineEdit::returnPressed, this, &ChoiceBox::ReturnPressed);
+}
+
+bool ChoiceBox::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (watched == lineEdit() && (type == QEvent::ShortcutOverride || type == QEvent::KeyPress)) {
+        // A choice is undone by the window, never by bringing back letters of its search.
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QComboBox::eventFilter(watched, event);
 }
 
 bool ChoiceBox::ChooseText(const QString& text, bool byHand) {

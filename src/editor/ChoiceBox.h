@@ -26,6 +26,7 @@ class ChoiceBox : public QComboBox {
     void hidePopup() override;
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;

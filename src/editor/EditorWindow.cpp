@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QTimer>
 
 namespace velmora {
 
@@ -22,6 +23,7 @@ EditorWindow::EditorWindow(const RecordKind& recordKind, const EditorWords& edit
 void EditorWindow::AdoptEditor(const RecordControls& shared) {
     AdoptForm(shared, {"mnuEdit", "mnuReview", "mnuHelp", "mnuZoom"});
     AdoptCommands();
+    AdoptUndo();
     AdoptList();
     for (auto* box : findChildren<LineBox*>())
         connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
@@ -54,6 +56,9 @@ void EditorWindow::BeginLoad() {
 }
 
 void EditorWindow::ReleaseRecords() {
+    history.End();
+    draftTimer->stop();
+    discarded.reset();
     unwritten.Drop();
     substitutions.RemoveAll();
 }
@@ -66,10 +71,8 @@ LoadRequest EditorWindow::Request() const {
 }
 
 void EditorWindow::EndLoad() {
-    if (unwritten.Offer(ProgramFile(std::string(library.Kind.Word) + "s.journal"), DataFolder())) {
-        PopulateForm(0);
-        SetReadOnly();
-    }
+    if (unwritten.Offer(ProgramFile(std::string(library.Kind.Word) + "s.journal"), DataFolder()))
+        ShowTakenUp();
 }
 
 std::string EditorWindow::BrowsingText() const {
@@ -149,6 +152,8 @@ void EditorWindow::EnableFrames(bool enabled) {
 }
 
 void EditorWindow::UpdateMenus() {
+    history.Note();
+    UpdateUndo();
     UpdateEditMenu();
     UpdateListMenu();
     const bool settled = Browsing() && !library.Empty();
@@ -223,6 +228,7 @@ void EditorWindow::Commit() {
 }
 
 void EditorWindow::Discard() {
+    KeepDiscarded();
     std::size_t position = CurrentIndex();
     if (Mode() == EditMode::Adding) {
         edits.TakeBack();

@@ -1,13 +1,17 @@
 #pragma once
 
 #include "editor/Form.h"
+#include "editor/FormHistory.h"
 #include "editor/RecordWindow.h"
 #include "editor/UnwrittenWork.h"
 #include "editor/frmZoomTo.h"
 #include "services/modWriter.h"
 
+#include <optional>
 #include <span>
 #include <string>
+
+class QTimer;
 
 namespace velmora {
 
@@ -79,6 +83,8 @@ class EditorWindow : public RecordWindow {
     [[nodiscard]] std::string BrowsingText() const override;
     void BeginLoad() override;
     void ReleaseRecords() override;
+    void KeepWhatIsGivenUp() override;
+    void TellOfEndedHistory(const std::vector<std::string>& names) override;
 
     [[nodiscard]] std::vector<std::string> FilesOffered(const std::string& shortName) const override;
     void ShowRecord(const Record* record) override;
@@ -128,6 +134,32 @@ class EditorWindow : public RecordWindow {
     void SortByMenu(std::int32_t mode);
     void Zoom(const std::string& title, frmZoomTo::Mode mode);
     void UpdateEditMenu();
+
+    void AdoptUndo();
+    template <class Box>
+    void AdoptBox(Box* box);
+    void FollowMode();
+    void UpdateUndo();
+    using RecordWindow::GoTo;
+    /// Moves the focus to where a change was undone or redone.
+    void GoTo(const FormHistory::Place& place);
+    void UndoStep();
+    void RedoStep();
+    /// Undoes or redoes a step, shows a record that it touches and marks what changed.
+    void ShowExchange(const std::string& word, const Edits::Step& step, void (Edits::*exchange)());
+    /// What is typed over the record on show, while it is edited.
+    [[nodiscard]] Draft WhatIsTyped();
+    void KeepDraft();
+    /// Keeps what is about to be discarded.
+    void KeepDiscarded();
+    void BringBackDiscarded();
+    /// Begins to edit the record of a draft again, or to add it.
+    void Resume(const Draft& draft);
+    void ResumeTyping(const Draft& draft);
+    void TakeUpGivenUp();
+    void ShowTakenUp();
+    [[nodiscard]] std::vector<std::string> DescribeGivenUp(const Journal::Leftover& work) const;
+    [[nodiscard]] std::string FieldsOf(const Draft& draft) const;
     void AdoptList();
     void UpdateListMenu();
     void DeleteSelected();
@@ -139,6 +171,14 @@ class EditorWindow : public RecordWindow {
     std::string unreadableTold; ///< files that cannot be read, as last told
     std::string offered;        ///< changed files that the user was last asked about
     UnwrittenWork unwritten;
+    FormHistory history{form};
+    QTimer* draftTimer = nullptr;
+    /// What Discard gave up, until something else is done.
+    struct Discarded {
+        Draft What;
+        FormHistory::State History;
+    };
+    std::optional<Discarded> discarded;
     RecordList* recordList = nullptr;
 };
 

@@ -134,6 +134,7 @@ void EditorWindow::ReadAgain() {
                         "Do you wish to continue?",
                         true}))
         return;
+    KeepWhatIsGivenUp();
     edits.GiveUp();
     unwritten.Drop();
     InitForm();

@@ -64,6 +64,7 @@ Binding& Form::BindNumber(std::string_view property, LineBox* box) {
     binding.Read = [box, &field](Record& record) { field.SetNumber(record, InField(box, FieldToInt32)); };
     binding.Text = [box] { return box->Bytes(); };
     binding.SetText = [box](const std::string& text) { box->SetBytes(text); };
+    binding.TextFor = [&field](const Record& record) { return std::to_string(field.NumberOf(record)); };
     checks.OnLeave(box, [box] { return !CheckNumericField(box); });
     Follow(box, &LineBox::textChanged, binding);
     return binding;
@@ -81,6 +82,9 @@ Binding& Form::BindChoice(std::string_view property, ChoiceBox* box, CatalogueOf
     };
     binding.Text = [box] { return box->Chosen(); };
     binding.SetText = [box](const std::string& name) { Select(box, name); };
+    binding.TextFor = [&field, catalogue](const Record& record) {
+        return NameByNumber(catalogue(record), field.NumberOf(record));
+    };
     Follow(box, &QComboBox::currentIndexChanged, binding);
     return binding;
 }
@@ -97,6 +101,7 @@ Binding& Form::BindCode(std::string_view property, ChoiceBox* box, const CodeCat
     };
     binding.Text = [box] { return box->Chosen(); };
     binding.SetText = [box](const std::string& name) { Select(box, name); };
+    binding.TextFor = [&field](const Record& record) { return field.TextOf(record); };
     return binding;
 }
 
@@ -125,6 +130,13 @@ Binding& Form::BindOptions(std::string_view property, std::vector<OptionButton> 
         field.SetNumber(record, numberOn(field.NumberOf(record)));
     };
     binding.Text = [numberOn] { return std::to_string(numberOn(0)); };
+    binding.TextFor = [options, &field](const Record& record) {
+        const auto stands = [number = field.NumberOf(record)](const OptionButton& option) {
+            return option.Number == number;
+        };
+        const auto known = std::ranges::find_if(options, stands);
+        return std::to_string(known == options.end() ? options.back().Number : known->Number);
+    };
     binding.SetText = [switchOn](const std::string& number) { switchOn(FieldToInt32(number)); };
     return binding;
 }
@@ -137,6 +149,7 @@ Binding& Form::BindFile(ChoiceBox* box, std::function<std::vector<std::string>(c
     binding.Read = [box](Record& record) { record.ShortName = box->Chosen(); };
     binding.Text = [box] { return box->Chosen(); };
     binding.SetText = [box](const std::string& name) { Select(box, name); };
+    binding.TextFor = [](const Record& record) { return record.ShortName; };
     Follow(box, &QComboBox::currentIndexChanged, binding);
     return binding;
 }
@@ -146,6 +159,7 @@ Binding& Form::BindName(LineBox* box) {
     binding.Show = [box, this](const Record& record) { box->SetBytes(kind.NameOf(record)); };
     binding.Text = [box] { return box->Bytes(); };
     binding.SetText = [box](const std::string& name) { box->SetBytes(name); };
+    binding.TextFor = [this](const Record& record) { return kind.NameOf(record); };
     return binding;
 }
 
@@ -162,6 +176,19 @@ void Form::ShowNothing() {
     const QScopedValueRollback<bool> guard(showing, true);
     for (const Binding& binding : bindings)
         binding.SetText("");
+}
+
+std::vector<std::string> Form::Texts() const {
+    std::vector<std::string> texts;
+    texts.reserve(bindings.size());
+    for (const Binding& binding : bindings)
+        texts.push_back(binding.Text());
+    return texts;
+}
+
+void Form::SetText(const Binding& binding, const std::string& text) {
+    const QScopedValueRollback<bool> guard(showing, true);
+    binding.SetText(text);
 }
 
 std::vector<std::string> Form::Overlong() const {

@@ -46,6 +46,8 @@ struct Binding {
     /// typed, the name of a choice, the number of an option button.
     std::function<std::string()> Text;
     std::function<void(const std::string&)> SetText;
+    /// What stands there while a record is on show.
+    std::function<std::string(const Record&)> TextFor;
     TextRule Rule = {};
     bool ReadFirst = false;  ///< reading it can fail
     bool ShownApart = false; ///< its window shows it, together with others
@@ -98,6 +100,11 @@ class Form : public QObject {
     /// The number in a box, not rounded. Fails as Read does.
     static double NumberIn(LineBox* box);
 
+    /// What stands in all controls, in the order of their bindings.
+    [[nodiscard]] std::vector<std::string> Texts() const;
+    /// Puts a text into a control, as showing does: it tells of no change.
+    void SetText(const Binding& binding, const std::string& text);
+
     [[nodiscard]] const std::deque<Binding>& Bindings() const { return bindings; }
     /// nullptr when no control shows the field. Of several the one that is not hidden.
     [[nodiscard]] QWidget* ControlOf(std::string_view property) const;
@@ -143,6 +150,7 @@ Binding& Form::BindText(std::string_view property, Box* box, TextRule rule) {
     binding.Read = [box, &binding](Record& record) { binding.Shown->SetText(record, box->Bytes()); };
     binding.Text = [box] { return box->Bytes(); };
     binding.SetText = [box](const std::string& text) { box->SetBytes(text); };
+    binding.TextFor = [&binding](const Record& record) { return binding.Shown->TextOf(record); };
     if (binding.Rule.Normalizes)
         checks.OnLeave(box, [&binding] {
             LeaveText(binding);

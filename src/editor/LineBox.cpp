@@ -53,6 +53,7 @@ void LineBox::contextMenuEvent(QContextMenuEvent* event) {
             action->disconnect(this);
             connect(action, &QAction::triggered, this, [this] { Paste(QApplication::clipboard()->text()); });
         }
+    emit MenuShown(menu);
     menu->popup(event->globalPos());
 }
 

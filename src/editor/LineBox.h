@@ -17,8 +17,11 @@ class LineBox : public RuledBox<QLineEdit> {
 
   public:
     explicit LineBox(QWidget* parent = nullptr);
+    void PutCaret(int position) override { setCursorPosition(position); }
 
   signals:
+    /// Before the context menu comes up.
+    void MenuShown(QMenu* menu);
     /// Something typed or pasted was left out.
     void Refused(const QString& hint);
 

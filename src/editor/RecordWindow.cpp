@@ -108,7 +108,7 @@ void RecordWindow::InitForm() {
         const bool alphabetical = Settings.SortBy != "0";
         Action("mnuSortAlphabetically")->setChecked(alphabetical);
         Action(SortByFileItem())->setChecked(!alphabetical);
-        edits.Reread([this] {
+        const std::vector<std::string> changed = edits.Reread([this] {
             library.Clear();
             halfRead = true;
             BeginLoad();
@@ -120,6 +120,8 @@ void RecordWindow::InitForm() {
                 throw;
             }
         });
+        if (!changed.empty())
+            TellOfEndedHistory(changed);
     });
     emit LibraryRead();
 }
@@ -341,6 +343,7 @@ void RecordWindow::closeEvent(QCloseEvent* event) {
             event->ignore();
             return;
         }
+        KeepWhatIsGivenUp();
         edits.Forget();
         library.Clear();
         ReleaseRecords();

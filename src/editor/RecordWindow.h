@@ -106,10 +106,15 @@ class RecordWindow : public QMainWindow {
     virtual void BeginLoad() {}
     /// Called when the library was read to its end and is on show.
     virtual void EndLoad() {}
+    /// Called when the library was read again and these records were found to be others than here, so that
+    /// the history before them has ended.
+    virtual void TellOfEndedHistory(const std::vector<std::string>& /*names*/) {}
     /// Puts a record into the form; nullptr empties it.
     virtual void ShowRecord(const Record* record) = 0;
     /// Tells what is to be said of a record that has come on show.
     virtual void TellOfRecord() {}
+    /// Called when closing is about to give up what is not written.
+    virtual void KeepWhatIsGivenUp() {}
     /// Called when the window has closed, after the records are gone.
     virtual void ReleaseRecords() {}
     /// Question before closing with committed, unwritten records.

@@ -59,6 +59,10 @@ class RuledBox : public Base {
     void SetCaretAtEndOnEntry(bool atEnd) { caretAtEnd = atEnd; }
     [[nodiscard]] bool CaretAtEndOnEntry() const { return caretAtEnd; }
 
+    /// The window undoes what is typed here, together with its other fields.
+    void SetUndoneByWindow() { undoneByWindow = true; }
+    virtual void PutCaret(int position) = 0;
+
     /// Display only, in every mode of the window; looks flat.
     void SetLocked(bool locked) {
         this->setReadOnly(locked);
@@ -70,6 +74,14 @@ class RuledBox : public Base {
     [[nodiscard]] bool Locked() const { return this->isReadOnly(); }
 
   protected:
+    bool event(QEvent* event) override {
+        // What is not claimed here becomes the window's own command.
+        if (event->type() == QEvent::ShortcutOverride && IsUndoKey(*static_cast<QKeyEvent*>(event))) {
+            event->ignore();
+            return false;
+        }
+        return Base::event(event);
+    }
     [[nodiscard]] virtual QString ShownText() const = 0;
     virtual void ShowText(const QString& text) = 0;
     [[nodiscard]] virtual qsizetype SelectedLength() const = 0;
@@ -85,6 +97,10 @@ class RuledBox : public Base {
     [[nodiscard]] QString AdmitPasted(const QString& text) { return Admit(rules.Pasted(text, Room())); }
 
     void keyPressEvent(QKeyEvent* event) override {
+        if (IsUndoKey(*event)) {
+            event->accept();
+            return;
+        }
         const QString text = TypedText(*event);
         if (text.isEmpty() || this->isReadOnly()) {
             Base::keyPressEvent(event);
@@ -141,7 +157,13 @@ class RuledBox : public Base {
             SetLocked(true);
     }
 
+    [[nodiscard]] bool UndoneByWindow() const { return undoneByWindow; }
+
   private:
+    [[nodiscard]] bool IsUndoKey(const QKeyEvent& event) const {
+        return undoneByWindow && (event.matches(QKeySequence::Undo) || event.matches(QKeySequence::Redo));
+    }
+
     void Enter() {
         if (selectsAll)
             SelectAllText(this);
@@ -175,6 +197,7 @@ class RuledBox : public Base {
     QString shown;
     bool selectsAll = false;
     bool caretAtEnd = false;
+    bool undoneByWindow = false;
     bool enteredByMouse = false;
 };
 

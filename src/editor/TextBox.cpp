@@ -1,5 +1,7 @@
 #include "editor/TextBox.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -41,6 +43,19 @@ void TextBox::focusOutEvent(QFocusEvent* event) {
     QTextCursor cursor = textCursor(); // else the text would go on looking like the one being edited
     cursor.clearSelection();
     setTextCursor(cursor);
+}
+
+void TextBox::PutCaret(int position) {
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(qMin(position, document()->characterCount() - 1));
+    setTextCursor(cursor);
+}
+
+void TextBox::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    emit MenuShown(menu);
+    menu->popup(event->globalPos());
 }
 
 bool TextBox::canInsertFromMimeData(const QMimeData* source) const {

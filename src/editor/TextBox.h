@@ -16,12 +16,15 @@ class TextBox : public RuledBox<QPlainTextEdit> {
 
   public:
     explicit TextBox(QWidget* parent = nullptr);
+    void PutCaret(int position) override;
 
     /// Room for a few lines of the font in use.
     [[nodiscard]] QSize sizeHint() const override { return SizeOfLines(4); }
     [[nodiscard]] QSize minimumSizeHint() const override { return SizeOfLines(3); }
 
   signals:
+    /// Before the context menu comes up.
+    void MenuShown(QMenu* menu);
     /// Something typed or pasted was left out.
     void Refused(const QString& hint);
 
@@ -34,6 +37,7 @@ class TextBox : public RuledBox<QPlainTextEdit> {
 
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
     bool viewportEvent(QEvent* event) override;

@@ -100,7 +100,11 @@ void frmEvents::BindFields() {
     form.BindNumber("Probability", ui->txtProbability);
     BindTexts();
     BindPicture();
-    form.BindOptions("EventType", {{ui->optRandom, 1}, {ui->optColonial, 0}});
+    Binding& type = form.BindOptions("EventType", {{ui->optRandom, 1}, {ui->optColonial, 0}});
+    type.SetText = [this, switchOn = type.SetText](const std::string& number) {
+        switchOn(number);
+        ShownEventType = ui->optRandom->isChecked() ? 1 : 0;
+    };
     form.BindOptions("MoralityWeight", {{ui->optMorality_0, 1},
                                         {ui->optMorality_1, 2},
                                         {ui->optMorality_2, 3},
@@ -130,6 +134,9 @@ void frmEvents::BindPicture() {
         shownPicture = Settings.GamePath + static_cast<const clsEvent&>(record).Image;
         ShowPicture(shownPicture);
     };
+    picture.TextFor = [](const Record& record) {
+        return Settings.GamePath + static_cast<const clsEvent&>(record).Image;
+    };
     picture.SetText = [this](const std::string& path) { ShowPicture(path); };
     picture.Read = [this](Record& record) {
         const std::string path = ui->txtImagePath->Bytes();
@@ -146,6 +153,12 @@ void frmEvents::BindAttributes() {
                 return AttributesOf(static_cast<const clsEvent&>(record).EventType);
             });
         bound.ShownApart = true;
+        bound.SetText = [this, i, select = bound.SetText](const std::string& name) {
+            // The names are those of the type that is on show by now.
+            columns[i].Attribute->SetEntries(NamesOf(AttributesOf(ShownEventType)), -1);
+            select(name);
+            AttributeChosen(i);
+        };
         columns[i].Bound = &bound;
     }
 }

@@ -116,6 +116,13 @@ class Edits {
     void Undo();
     void Redo();
 
+    /// What a record is on disk, as far as the history tells.
+    struct DiskRecord {
+        bool Known = false;
+        const velmora::Record* State = nullptr; ///< nullptr where the disk has none
+    };
+    [[nodiscard]] DiskRecord OnDisk(std::string_view name) const;
+
     // The commands of the editors that need more than one call of a step.
 
     /// Sets a record's mark for deletion or takes it away.

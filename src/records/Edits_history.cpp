@@ -80,6 +80,23 @@ std::optional<ContentHash> Edits::HashOfShown(const Record* record) const {
     return HashOf(CodePage::ToLower(record->ShortName) + '\n' + BlockOf(library.Kind, *shown));
 }
 
+Edits::DiskRecord Edits::OnDisk(std::string_view name) const {
+    const Record* live = library.Find(name);
+    if (live && !live->IsDirty)
+        return {true, live->IsBeingAdded ? nullptr : live};
+    DiskRecord found;
+    for (std::size_t at = 0; at < done.size() + undone.size(); ++at)
+        for (const Entry& entry : StepAt(at).entries) {
+            if (!CodePage::EqualNoCase(entry.Name, name))
+                continue;
+            if (entry.Other && !entry.Other->IsDirty && !entry.Other->IsBeingAdded)
+                return {true, entry.Other.get()};
+            if (!entry.Other && at < done.size())
+                found.Known = !library.removedRecords.Exists(name);
+        }
+    return found;
+}
+
 void Edits::ForgetBefore(const std::vector<std::string>& changed) {
     KeyedCollection<bool> names;
     for (const std::string& name : changed)

@@ -1,5 +1,6 @@
 #include "records/Journal.h"
 
+#include "platform/CodePage.h"
 #include "platform/ContentHash.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
 
 namespace velmora {
 
@@ -18,6 +20,8 @@ constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view Deleted = "DELETED";
 constexpr std::string_view AsOnDisk = "CLEAN ";
 constexpr std::string_view Removed = "REMOVED ";
+constexpr std::string_view Typing = "DRAFT ";
+constexpr std::string_view NothingTyped = "DRAFT\r\n";
 constexpr std::string_view Void = "VOID\r\n"; ///< an entry: what stands before it is written or given up
 
 const Files::Placing JustForTheUser{.Readers = Files::Sharing::Private};
@@ -73,14 +77,53 @@ std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block
     return read;
 }
 
+/// The bytes that a line "WORD ... SIZE" is followed by; takes the size off that line.
+std::string_view TakeSized(std::string_view& line, std::string_view& text) {
+    const std::size_t blank = line.rfind(' ');
+    std::size_t size = 0;
+    std::from_chars(line.data() + blank + 1, line.data() + line.size(), size);
+    line = line.substr(0, blank);
+    const std::string_view sized = text.substr(0, size);
+    text.remove_prefix(sized.size());
+    Skip(text, LineEnd);
+    return sized;
+}
+
+bool ReadDraft(const RecordKind& kind, std::string_view entry, Journal::Leftover& found) {
+    Draft draft;
+    draft.Adding = Skip(entry, "NEW ");
+    Skip(entry, draft.Adding ? "" : "OLD ");
+    draft.Name = TakeLine(entry);
+    draft.File = TakeLine(entry);
+    while (!entry.empty()) {
+        std::string_view line = TakeLine(entry);
+        const std::string_view bytes = TakeSized(line, entry);
+        if (line == "BLOCK")
+            draft.Base = ReadBlock(kind, bytes);
+        else
+            draft.Texts.emplace_back(line, bytes);
+    }
+    const bool whole = draft.Base != nullptr;
+    if (whole)
+        found.Typed = std::move(draft);
+    return whole;
+}
+
 /// False when it tells of no record.
 bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover& found) {
     if (entry == Void) {
         found.Records.RemoveAll();
         found.RemovedRecords.clear();
         found.FilesLosingRecords.clear();
+        found.Typed.reset();
         return true;
     }
+    if (entry == NothingTyped) {
+        found.Typed.reset();
+        return true;
+    }
+    if (Skip(entry, Typing))
+        return ReadDraft(kind, entry, found);
     std::string_view file = TakeLine(entry);
     if (const bool removed = Skip(file, Removed); removed || Skip(file, AsOnDisk)) {
         found.Records.Remove(file);
@@ -116,26 +159,65 @@ void Journal::Find(const std::string& journalPath, const std::string& dataFolder
     folder = dataFolder;
     noting = whole = complained = false;
     noted.RemoveAll();
-    if (!Files::FileExists(path))
+    draftNoted.clear();
+    Read(library.Kind, path, folder, found);
+    std::erase_if(found.RemovedRecords, [this](const std::string& name) { return !library.Exists(name); });
+}
+
+std::string Journal::PathFor(const std::string& usualPath, const std::string& dataFolder) const {
+    const std::size_t dot = usualPath.rfind('.');
+    const std::string own =
+        usualPath.substr(0, dot) + '-' + Checksum(CodePage::ToLower(dataFolder)) + usualPath.substr(dot);
+    if (Files::FileExists(own))
+        return own;
+    try {
+        const std::string bytes =
+            Files::FileExists(usualPath) ? Files::ReadWhole(usualPath, Files::Sharing::Private) : "";
+        std::string_view text = bytes;
+        const std::string first = FirstLines(library.Kind, dataFolder);
+        const bool others =
+            Skip(text, std::string_view(first).substr(0, first.find(LineEnd) + LineEnd.size())) &&
+            text.starts_with("FOLDER ") && !bytes.starts_with(first);
+        return others ? own : usualPath;
+    } catch (const Failure&) {
+        return usualPath;
+    }
+}
+
+void Journal::Read(const RecordKind& kind, const std::string& journalPath, const std::string& dataFolder,
+                   Leftover& found) {
+    std::string bytes;
+    try {
+        if (!Files::FileExists(journalPath))
+            return;
+        bytes = Files::ReadWhole(journalPath, Files::Sharing::Private);
+    } catch (const Failure& failure) {
+        found.Complaint = "Unwritten edits cannot be read.  " + failure.Description();
         return;
-    const std::string bytes = Files::ReadWhole(path, Files::Sharing::Private);
+    }
     std::string_view text = bytes;
-    if (!Skip(text, FirstLines(library.Kind, folder))) {
-        found.Complaint = "There are unwritten edits in " + path +
+    if (!Skip(text, FirstLines(kind, dataFolder))) {
+        found.Complaint = "There are unwritten edits in " + journalPath +
                           " that do not belong to this data directory or cannot be read.";
         return;
     }
     while (!text.empty() && found.Complaint.empty())
-        if (!ReadEntry(library.Kind, TakeEntry(text), found))
-            found.Complaint = "Not all unwritten edits in " + path + " can be read.";
-    std::erase_if(found.RemovedRecords, [this](const std::string& name) { return !library.Exists(name); });
+        if (!ReadEntry(kind, TakeEntry(text), found))
+            found.Complaint = "Not all unwritten edits in " + journalPath + " can be read.";
 }
 
 std::string Journal::KeepCopy() const {
     std::string copy = path + DateMark(std::time(nullptr));
     while (Files::FileExists(copy))
         copy += '+';
-    Files::ReplaceSafely(copy, Files::ReadWhole(path, Files::Sharing::Private), JustForTheUser);
+    try {
+        Files::ReplaceSafely(copy, Files::ReadWhole(path, Files::Sharing::Private), JustForTheUser);
+    } catch (const Failure&) {
+        std::error_code refused;
+        std::filesystem::rename(Files::HostPath(path), Files::HostPath(copy), refused);
+        if (refused)
+            throw;
+    }
     return copy;
 }
 
@@ -175,7 +257,48 @@ std::string Journal::Attempt(const Work& work) {
 
 std::string Journal::Begin() {
     noting = true;
-    return Attempt([this] { library.AnyPending() ? Rewrite() : RemoveFile(); });
+    return Attempt([this] { library.AnyPending() || !draftNoted.empty() ? Rewrite() : RemoveFile(); });
+}
+
+std::string Journal::NoteDraft(const Draft* draft) {
+    const std::string entry = draft ? DraftEntry(*draft) : std::string();
+    if (!noting || entry == draftNoted)
+        return {};
+    draftNoted = entry;
+    return Attempt([&] {
+        if (entry.empty() && !library.AnyPending()) {
+            RemoveFile();
+            return;
+        }
+        if (!whole || !Files::FileExists(path)) {
+            Rewrite();
+            return;
+        }
+        std::string text;
+        AppendEntry(entry.empty() ? NothingTyped : entry, text);
+        Files::AppendSafely(path, text, Files::Sharing::Private);
+    });
+}
+
+std::string Journal::DraftEntry(const Draft& draft) const {
+    const auto sized = [](std::string word, const std::string& bytes) {
+        return std::move(word) + ' ' + std::to_string(bytes.size()) + "\r\n" + bytes + "\r\n";
+    };
+    std::string entry = std::string(Typing) + (draft.Adding ? "NEW " : "OLD ") + draft.Name + "\r\n" +
+                        draft.File + "\r\n" + sized("BLOCK", BlockOf(library.Kind, *draft.Base));
+    for (const auto& [control, text] : draft.Texts)
+        entry += sized(control, text);
+    return entry;
+}
+
+void Journal::WriteCopy(const std::string& copyPath, const std::string& dataFolder, const Draft* draft,
+                        bool committed) const {
+    Journal copy(library);
+    copy.path = copyPath;
+    copy.folder = dataFolder;
+    if (draft)
+        copy.draftNoted = DraftEntry(*draft);
+    committed ? copy.Rewrite() : copy.RewriteWith(FirstLines(library.Kind, dataFolder));
 }
 
 std::string Journal::Note(const std::vector<std::string_view>& names) {
@@ -199,6 +322,7 @@ std::string Journal::Note(const std::vector<std::string_view>& names) {
 }
 
 std::string Journal::Remove() {
+    draftNoted.clear();
     if (!std::exchange(noting, false))
         return {};
     try {
@@ -238,6 +362,12 @@ void Journal::Rewrite() {
             AppendEdit(record, text);
     for (const auto& [name, file] : library.RemovedRecords())
         AppendState(name, text);
+    RewriteWith(std::move(text));
+}
+
+void Journal::RewriteWith(std::string text) {
+    if (!draftNoted.empty())
+        AppendEntry(draftNoted, text);
     Files::ReplaceSafely(path, text, JustForTheUser);
     whole = true;
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "records/Draft.h"
 #include "records/Edits.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -22,15 +24,22 @@ class Journal {
         KeyedCollection<std::unique_ptr<Record>> Records; ///< the last state of each, key: its name
         std::vector<std::string> RemovedRecords;
         std::vector<std::string> FilesLosingRecords;
-        std::string Complaint; ///< why the file, or its rest, cannot be made use of; mostly empty
-        [[nodiscard]] bool Empty() const { return Records.Empty() && RemovedRecords.empty(); }
+        std::optional<Draft> Typed; ///< and not committed
+        std::string Complaint;      ///< why the file, or its rest, cannot be made use of; mostly empty
+        [[nodiscard]] bool Empty() const { return Records.Empty() && RemovedRecords.empty() && !Typed; }
     };
 
     explicit Journal(const Library& subject) : library(subject) {}
 
+    /// Where the journal of a data directory is: a crash may have left that of another one at this path.
+    [[nodiscard]] std::string PathFor(const std::string& usualPath, const std::string& dataFolder) const;
     /// Turns to the journal of a data directory and reads what it holds. Nothing is noted until Begin.
     void Find(const std::string& journalPath, const std::string& dataFolder, Leftover& found);
-    /// Copies the journal under a dated name beside it and returns that name.
+    /// Reads any journal of a data directory.
+    static void Read(const RecordKind& kind, const std::string& journalPath, const std::string& dataFolder,
+                     Leftover& found);
+    /// Copies the journal under a dated name beside it and returns that name. One that cannot be read is
+    /// renamed.
     [[nodiscard]] std::string KeepCopy() const;
     /// The step that gives the library the edits that were left: records known by name change in their place,
     /// others are added at the end.
@@ -42,12 +51,20 @@ class Journal {
     std::string Begin();
     /// Notes what the records of these names are now.
     std::string Note(const std::vector<std::string_view>& names);
+    /// Notes what is typed, in place of what was noted before; nullptr when nothing is.
+    std::string NoteDraft(const Draft* draft);
+    /// Writes a journal of its own of what is typed, and of what is committed and unwritten if that is
+    /// wanted.
+    void WriteCopy(const std::string& copyPath, const std::string& dataFolder, const Draft* draft,
+                   bool committed) const;
     /// Removes the journal, or voids it where the host does not let it go: its edits are written, or given
     /// up. Trouble is told each time.
     std::string Remove();
 
   private:
     void Rewrite();
+    void RewriteWith(std::string text);
+    [[nodiscard]] std::string DraftEntry(const Draft& draft) const;
     void RemoveFile() const;
     void AppendState(std::string_view name, std::string& text);
     void AppendEdit(const Record& record, std::string& text);
@@ -61,6 +78,7 @@ class Journal {
     std::string folder;
     std::unordered_set<std::string> losingNoted;
     KeyedCollection<bool> noted; // records with an entry
+    std::string draftNoted;      // the entry of what is typed
     bool noting = false;
     bool whole = false; ///< the file holds everything unwritten: appending will do
     bool complained = false;
