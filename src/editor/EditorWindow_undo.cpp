@@ -220,26 +220,26 @@ void EditorWindow::KeepWhatIsGivenUp() {
 }
 
 std::string EditorWindow::FieldsOf(const Draft& draft) const {
-    std::string fields;
+    std::string named;
     for (const auto& [control, text] : draft.Texts)
         for (const Binding& binding : form.Bindings())
             if (binding.Controls.front()->objectName() == ToQt(control))
-                fields.append(fields.empty() ? "" : ", ").append(binding.Shown->Property);
-    return fields;
+                named.append(named.empty() ? "" : ", ").append(binding.Shown->Property);
+    return named;
 }
 
 std::vector<std::string> EditorWindow::DescribeGivenUp(const Journal::Leftover& work) const {
     std::vector<std::string> lines;
     for (const auto& [name, record] : work.Records) {
-        std::string fields;
+        std::string named;
         if (const Record* live = library.Find(name))
             for (const std::string_view field : DifferingFields(library.Kind, *record, *live))
-                fields.append(fields.empty() ? "" : ", ").append(field);
+                named.append(named.empty() ? "" : ", ").append(field);
         else
-            fields = "new";
+            named = "new";
         if (record->ToBeDeleted)
-            fields = "to be deleted";
-        lines.push_back(name + ": " + (fields.empty() ? "as it is now" : fields));
+            named = "to be deleted";
+        lines.push_back(name + ": " + (named.empty() ? "as it is now" : named));
     }
     for (const std::string& name : work.RemovedRecords)
         lines.push_back(name + ": removed");
@@ -256,7 +256,7 @@ void EditorWindow::TakeUpGivenUp() {
     }
     std::vector<GivenUpDialog::Entry> entries;
     for (const UnwrittenWork::GivenUp& work : given) {
-        std::vector<std::string> lines = DescribeGivenUp(work.Work);
+        std::vector<std::string> lines = DescribeGivenUp(*work.Work);
         std::string when = work.Date; // 20251231-235959
         for (const auto& [at, mark] : {std::pair(13, ":"), {11, ":"}, {6, "-"}, {4, "-"}})
             when.insert(static_cast<std::size_t>(at), mark);

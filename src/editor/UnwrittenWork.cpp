@@ -139,9 +139,10 @@ std::vector<std::string> UnwrittenWork::GivenUpNames() const {
 std::vector<UnwrittenWork::GivenUp> UnwrittenWork::ListGivenUp() const {
     std::vector<GivenUp> list;
     for (const std::string& name : GivenUpNames()) {
-        GivenUp work{Files::Join(givenUpFolder, name), name.substr(base.size() + 1, DateLength), {}};
-        Journal::Read(library.Kind, work.Path, dataFolder, work.Work);
-        if (!work.Work.Empty())
+        GivenUp work{Files::Join(givenUpFolder, name), name.substr(base.size() + 1, DateLength),
+                     std::make_unique<Journal::Leftover>()};
+        Journal::Read(library.Kind, work.Path, dataFolder, *work.Work);
+        if (!work.Work->Empty())
             list.push_back(std::move(work));
     }
     return list;

@@ -3,6 +3,7 @@
 #include "platform/FileLock.h"
 #include "records/Journal.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -32,7 +33,7 @@ class UnwrittenWork {
     struct GivenUp {
         std::string Path;
         std::string Date; ///< "20251231-235959"
-        Journal::Leftover Work;
+        std::unique_ptr<Journal::Leftover> Work;
     };
     /// What was given up of this data directory, the latest first.
     [[nodiscard]] std::vector<GivenUp> ListGivenUp() const;

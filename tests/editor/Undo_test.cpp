@@ -1,0 +1,242 @@
+// What is undone, redone, typed and given up, in both editors.
+#include "editor/Editors.h"
+#include "editor/FieldMark.h"
+
+#include <QTimer>
+#include <QTreeWidget>
+#include <random>
+
+namespace velmora {
+namespace {
+
+using ::testing::AllOf;
+
+class UndoTest : public EditorTest {
+  protected:
+    UndoTest() { Start(); }
+    void Crash() {
+        window.reset();
+        Start();
+    }
+    std::string Hint() { return Text("lblEditStatus"); }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+        QTest::keyClick(window->focusWidget() ? window->focusWidget() : window.get(), key, modifiers);
+    }
+    void LetDraftBeKept() {
+        Get<QTimer>("tmrDraft")->start(0);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return temp.Has(journal); }));
+        QCoreApplication::processEvents();
+    }
+    /// Chooses the latest work that was given up; returns what was offered.
+    Strings TakeUpLatest() {
+        Strings offered;
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            auto* top = dialog->findChild<QTreeWidget*>()->topLevelItem(0);
+            for (int i = 0; i < top->childCount(); ++i)
+                offered.push_back(FromQt(top->child(i)->text(0)));
+            dialog->accept();
+        });
+        Pick("mnuTakeUpGivenUp");
+        return offered;
+    }
+    /// What all fields hold.
+    std::string Fields() {
+        std::string all;
+        for (const Binding& binding : window->Fields().Bindings())
+            all += binding.Text() + "|";
+        return all;
+    }
+
+    const std::string journal = "Home/" + std::string(editor.Records->Word) + "s.journal";
+    const std::string number = editor.NumberFields[0];
+    const std::string property = editor.LongTexts[0].Key;
+};
+
+TEST_P(UndoTest, GoesBackAndForthOverTheLibrary) {
+    EXPECT_FALSE(Enabled("mnuUndo"));
+    Commit("changed");
+    Click("cmdForward");
+    prompts.ExpectAsk("", true);
+    Pick("mnuDelete");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Hint(), "Undone: deletion of Cherry");
+    EXPECT_EQ(Shown(), "Cherry, 2 of 3, ");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Hint(), "Undone: commit of Apple");
+    EXPECT_EQ(Shown() + Text(textField), "Apple, 1 of 3, about Apple");
+    EXPECT_EQ(window->findChildren<FieldMark*>().size(), 1);
+    EXPECT_FALSE(window->Records().AnyPending());
+    EXPECT_FALSE(Enabled("mnuUndo"));
+    Press(Qt::Key_Y);
+    EXPECT_EQ(Hint(), "Redone: commit of Apple");
+    EXPECT_EQ(Text(textField), "changed");
+    Write();
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Shown(), "Apple, 1 of 3, " + edited);
+    Write();
+    EXPECT_EQ(OnDisk(FileName("A")), Block("Apple") + Block("Cherry"));
+}
+
+TEST_P(UndoTest, EndsWithAWordWhereAnotherProgramChangedTheRecord) {
+    Commit("changed");
+    Write();
+    Put("A", Block("Apple", property, "by another") + Block("Cherry"));
+    Pick("mnuReadAgain");
+    EXPECT_EQ(Hint(), "Undo goes back no further: Apple is no longer what it was here");
+    EXPECT_FALSE(Enabled("mnuUndo"));
+}
+
+TEST_P(UndoTest, GoesFromFieldToFieldWhileEditing) {
+    Pick(editItem);
+    EXPECT_FALSE(Enabled("mnuUndo"));
+    const std::string start = Fields();
+    QTest::keyClicks(Get<QWidget>(textField), " one two");
+    Type(number, "7");
+    const int other = Get<ChoiceBox>(fileBox)->currentIndex() == 0 ? 1 : 0;
+    Get<ChoiceBox>(fileBox)->setCurrentIndex(other);
+    Enter(textField);
+    QTest::keyClicks(Get<QWidget>(textField), " 5%");
+    Enter(number);
+    EXPECT_EQ(Text(textField), "about Apple one two 5%%");
+    const std::string end = Fields();
+    Strings texts;
+    for (; Enabled("mnuUndo"); texts.push_back(Text(textField) + "|" + Text(number)))
+        Press(Qt::Key_Z);
+    EXPECT_EQ(Fields(), start);
+    EXPECT_TRUE(Get<QWidget>(textField)->hasFocus());
+    EXPECT_EQ(texts[0], "about Apple one two 5%|7") << "what the program changes is a step";
+    EXPECT_EQ(texts[1].substr(0, 20), "about Apple one two|") << "a word";
+    EXPECT_EQ(texts[texts.size() - 2].substr(0, 16), "about Apple one|");
+    while (Enabled("mnuRedo"))
+        Press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Fields(), end);
+    EXPECT_TRUE(Enabled(textField));
+}
+
+TEST_P(UndoTest, BringsBackWhatWasDiscarded) {
+    EditText("typed");
+    Pick("mnuDiscardChanges");
+    EXPECT_EQ(Text(textField), "about Apple");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(window->Mode(), EditMode::Editing);
+    EXPECT_EQ(Text(textField), "typed");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Text(textField), "");
+    Pick("mnuDiscardChanges");
+    prompts.ExpectInput("", "Damson");
+    Pick("mnuAddNew");
+    Type(textField, "new");
+    Pick("mnuDiscardChanges");
+    EXPECT_EQ(window->Records().Count(), 3u);
+    Press(Qt::Key_Z);
+    EXPECT_EQ(window->Mode(), EditMode::Adding);
+    EXPECT_EQ(Text(nameBox) + Text(textField), "Damsonnew");
+}
+
+TEST_P(UndoTest, BringsBackAfterACrashWhatWasTyped) {
+    Commit("committed");
+    prompts.ExpectInput("", "Damson");
+    Pick("mnuAddNew");
+    Type(textField, "typed");
+    LetDraftBeKept();
+    for (int crash = 0; crash < 2; ++crash) {
+        prompts.ExpectAsk("", true);
+        Crash();
+        EXPECT_THAT(prompts.Questions.back().Details,
+                    HasSubstr("\rDamson, " + Text(fileBox) + ", typed but"));
+        EXPECT_EQ(window->Mode(), EditMode::Adding);
+        EXPECT_EQ(Text(nameBox) + " " + Text(textField), "Damson typed");
+    }
+    Pick("mnuDiscardChanges");
+    prompts.ExpectAsk("", true);
+    Crash();
+    EXPECT_EQ(prompts.Questions.back().Details, "Apple, " + FileName("A"));
+    EXPECT_EQ(window->Mode(), EditMode::Browsing);
+}
+
+TEST_P(UndoTest, TakesUpWhatClosingGaveUp) {
+    Commit("committed");
+    Click("cmdForward");
+    EditText("typed");
+    prompts.ExpectAsk("", true);
+    EXPECT_TRUE(window->close());
+    EXPECT_FALSE(temp.Has(journal));
+    Reopen();
+    EXPECT_FALSE(Enabled("mnuUndo"));
+    EXPECT_THAT(TakeUpLatest(),
+                ElementsAre("Apple: " + property, "Cherry: typed, not committed: " + property));
+    EXPECT_EQ(window->Mode(), EditMode::Editing);
+    EXPECT_EQ(Text(nameBox) + " " + Text(textField), "Cherry typed");
+    Pick("mnuCommitChanges");
+    Write();
+    EXPECT_EQ(OnDisk(FileName("A")),
+              Block("Apple", property, "committed") + Block("Cherry", property, "typed"));
+}
+
+TEST_P(UndoTest, KeepsTheNewestTwentyGivenUp) {
+    for (int i = 0; i < 22; ++i) {
+        Commit("text " + std::to_string(i));
+        prompts.ExpectAsk("", true);
+        Pick("mnuReadAgain");
+    }
+    EXPECT_EQ(Files::ListFiles(temp / "Home/GivenUp").size(), 20u);
+    TakeUpLatest();
+    EXPECT_EQ(Text(textField), "text 21");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Text(textField), "about Apple");
+}
+
+/// Commands in any order, undone and redone: what is written is what a library without a history holds.
+TEST_P(UndoTest, AgreesWithTheDiskAfterAnyWalk) {
+    std::mt19937 random(7);
+    const auto state = [this] {
+        std::string all;
+        for (const auto& [name, record] : window->Records())
+            if (!record.ToBeDeleted)
+                all += BlockOf(*editor.Records, record);
+        return all;
+    };
+    for (int step = 0; step < 80; ++step) {
+        switch (random() % 7) {
+        case 0:
+        case 1:
+            Commit("walk " + std::to_string(step));
+            break;
+        case 2:
+            if (!window->Records().At(window->CurrentIndex()).ToBeDeleted)
+                prompts.ExpectAsk("", true);
+            Pick("mnuDelete");
+            break;
+        case 3: {
+            if (window->Records().FilesToWrite().empty())
+                break;
+            const std::string before = state();
+            Write();
+            EXPECT_EQ(state(), before);
+            const auto onDisk = [this](const char* file) {
+                return temp.Has(editor.Folder + FileName(file)) ? OnDisk(FileName(file)) : "";
+            };
+            EXPECT_EQ(onDisk("A") + onDisk("B"), before) << step;
+            break;
+        }
+        case 4:
+        case 5:
+            if (Enabled("mnuUndo"))
+                Pick("mnuUndo");
+            break;
+        default:
+            if (Enabled("mnuRedo"))
+                Pick("mnuRedo");
+        }
+        if (Text("lblWhereWeAt").empty())
+            break;
+        Click("cmdForward");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Editors, UndoTest, EveryEditor, ::testing::PrintToStringParamName());
+
+} // namespace
+} // namespace velmora
