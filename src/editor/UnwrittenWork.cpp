@@ -16,7 +16,7 @@ const std::string NotKept =
     "Your changes are safe in this window, but could not be noted on disk in case the "
     "program ends before they are written to file.\r";
 
-constexpr const char* GivenUpEnd = ".journal";
+constexpr std::string_view GivenUpEnd = ".journal";
 constexpr std::size_t GivenUpKept = 20;
 constexpr std::size_t DateLength = 15;
 
@@ -115,11 +115,14 @@ void UnwrittenWork::KeepGivenUp(const Draft* typed, bool committed) const {
 void UnwrittenWork::WriteGivenUp(const Draft* typed, bool committed) const {
     Files::CreateFolder(givenUpFolder);
     std::string name = base + DateMark(std::time(nullptr));
-    while (Files::FileExists(Files::Join(givenUpFolder, name + GivenUpEnd)))
-        name += '_';
+    const std::vector<std::string> before = GivenUpNames();
+    const auto same = std::ranges::find_if(
+        before, [&](const std::string& one) { return one.starts_with(name); }); // the latest of this second
+    if (same != before.end())
+        name = same->substr(0, same->size() - GivenUpEnd.size()) + '_';
     name += GivenUpEnd;
     journal.WriteCopy(Files::Join(givenUpFolder, name), dataFolder, typed, committed);
-    std::vector<std::string> names = GivenUpNames();
+    const std::vector<std::string> names = GivenUpNames();
     for (std::size_t at = GivenUpKept; at < names.size(); ++at)
         if (names[at] != name)
             Files::DeleteFile(Files::Join(givenUpFolder, names[at]));

@@ -112,7 +112,7 @@ TEST_P(UndoTest, GoesFromFieldToFieldWhileEditing) {
     EXPECT_TRUE(Get<QWidget>(textField)->hasFocus());
     EXPECT_EQ(texts[0], "about Apple one two 5%|7") << "what the program changes is a step";
     EXPECT_THAT(texts[1], StartsWith("about Apple one two")) << "a word";
-    EXPECT_THAT(texts[texts.size() - 2], StartsWith("about Apple one |"));
+    EXPECT_THAT(texts[texts.size() - 3], StartsWith("about Apple one |"));
     while (Enabled("mnuRedo"))
         Press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(Fields(), end);
@@ -188,7 +188,36 @@ TEST_P(UndoTest, KeepsTheNewestTwentyGivenUp) {
     EXPECT_EQ(Files::ListFiles(temp / "Home/GivenUp").size(), 20u);
     TakeUpLatest();
     EXPECT_EQ(Text(textField), "text 21");
-    Press(Qt::Key_Z);
+    Pick("mnuUndo");
+    EXPECT_EQ(Text(textField), "about Apple");
+}
+
+TEST_P(UndoTest, OffersEachGameItsOwnWork) {
+    const auto turnTo = [this](const std::string& game) {
+        window.reset();
+        Settings.SetGamePath(temp / (game + "/"));
+    };
+    temp.Write("Other/Data/" + std::string(events ? "" : "UP_Issues/") + FileName("A"), Block("Fig"));
+    Commit("of the first");
+    turnTo("Other");
+    Start();
+    Commit("of the other");
+    for (const auto& [game, shown] :
+         {std::pair("Game", "Apple of the first"), {"Other", "Fig of the other"}}) {
+        turnTo(game);
+        prompts.ExpectAsk("", true);
+        Start();
+        EXPECT_EQ(Text(nameBox) + " " + Text(textField), shown);
+    }
+}
+
+TEST_P(UndoTest, OpensBesideAJournalThatCannotBeRead) {
+    Commit("of a foreign program");
+    window.reset();
+    temp.Write(journal, "not a journal");
+    Start();
+    EXPECT_THAT(prompts.Transcript[0], HasSubstr("The file is kept as "));
+    EXPECT_THAT(prompts.Errors, IsEmpty());
     EXPECT_EQ(Text(textField), "about Apple");
 }
 
