@@ -68,6 +68,9 @@ void EditAnEvent(Tour& tour, QWidget& window) {
     attribute.setFocus();
     QTest::keyClick(&attribute, Qt::Key_Down);
     tour.Step(QStringLiteral("event-hint"), &window);
+    tour.Choose(window, "mnuShowDifferences");
+    tour.Choose(window, "mnuShowUndoHistory");
+    tour.Step(QStringLiteral("event-differences"), &window);
 
     tour.Type(window, "txtProbability", QStringLiteral("99999999999"));
     tour.Meet(QStringLiteral("error"), [&](QWidget& dialog) {
@@ -84,6 +87,11 @@ void EditAnEvent(Tour& tour, QWidget& window) {
     tour.Type(window, "txtTitle", QStringLiteral("A Whale of a Time"));
     tour.Choose(window, "mnuCommitChanges");
     tour.Step(QStringLiteral("event-committed"), &window);
+    tour.Choose(window, "mnuUndo");
+    tour.Step(QStringLiteral("event-undone"), &window);
+    tour.Choose(window, "mnuRedo");
+    tour.Choose(window, "mnuShowDifferences");
+    tour.Choose(window, "mnuShowUndoHistory");
 }
 
 void LookThroughRecords(Tour& tour, QWidget& window) {

@@ -25,6 +25,7 @@ void EditorWindow::AdoptEditor(const RecordControls& shared) {
     AdoptCommands();
     AdoptUndo();
     AdoptList();
+    AdoptUndoPanels();
     for (auto* box : findChildren<LineBox*>())
         connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
     for (auto* box : findChildren<TextBox*>())

@@ -15,6 +15,18 @@ class QTimer;
 
 namespace velmora {
 
+class DifferencesPanel;
+class RevertArrows;
+
+/// What a field holds, as its control shows it.
+struct FieldStates {
+    const Binding* Field;
+    std::optional<std::string> OnDisk; ///< none where the disk has no such record, or it is not known
+    std::string Committed;
+    std::string Typed;
+    [[nodiscard]] bool Differ() const { return OnDisk != Committed || Committed != Typed; }
+};
+
 class RecordList;
 
 /// What one editor's controls and texts are called where the workflow of all editors needs them.
@@ -52,6 +64,16 @@ class EditorWindow : public RecordWindow {
   public:
     /// The controls that show the record's fields.
     [[nodiscard]] const Form& Fields() const { return form; }
+
+    // What stands around the form makes use of these.
+
+    /// The fields of the record on show.
+    [[nodiscard]] std::vector<FieldStates> FieldsOnShow() const;
+    [[nodiscard]] bool CanRevert(const FieldStates& states) const;
+    /// Gives a field back what stands on disk: while editing in the form, else as a step.
+    void Revert(const Binding& binding);
+    /// Undoes or redoes until so many steps of the history are done.
+    void GoToStep(int stepsDone);
 
   protected:
     /// `substitutionsOfKind` is filled at each load with what a "%s" in a text can stand for.
@@ -136,6 +158,9 @@ class EditorWindow : public RecordWindow {
     void UpdateEditMenu();
 
     void AdoptUndo();
+    void AdoptUndoPanels();
+    void RevertTyped(const Binding& binding, const std::string& text);
+    void RevertCommitted(const Binding& binding);
     template <class Box>
     void AdoptBox(Box* box);
     void FollowMode();
@@ -173,6 +198,9 @@ class EditorWindow : public RecordWindow {
     UnwrittenWork unwritten;
     FormHistory history{form};
     QTimer* draftTimer = nullptr;
+    QTimer* differenceTimer = nullptr;
+    DifferencesPanel* differences = nullptr;
+    RevertArrows* arrows = nullptr;
     /// What Discard gave up, until something else is done.
     struct Discarded {
         Draft What;

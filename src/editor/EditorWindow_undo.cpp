@@ -78,7 +78,13 @@ template <class Box>
 void EditorWindow::AdoptBox(Box* box) {
     if (!box->Locked())
         box->SetUndoneByWindow();
-    connect(box, &Box::MenuShown, this, [this](QMenu* menu) {
+    connect(box, &Box::MenuShown, this, [this, box](QMenu* menu) {
+        for (const FieldStates& states : FieldsOnShow())
+            if (states.Field == form.BindingOf(box) && CanRevert(states)) {
+                menu->addSeparator();
+                menu->addAction(tr("Re&vert To What Is on Disk"), this,
+                                [this, binding = states.Field] { Revert(*binding); });
+            }
         for (const auto& [text, name] : {std::pair("&Undo", "mnuUndo"), std::pair("&Redo", "mnuRedo")})
             for (QAction* item : menu->actions())
                 if (item->text().startsWith(QLatin1String(text))) {

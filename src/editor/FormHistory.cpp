@@ -171,8 +171,8 @@ void FormHistory::Restore(State state) {
         for (const Change& change : now.Steps[at].Changes)
             wanted[change.Field] = change.After;
     for (std::size_t field = 0; field < wanted.size(); ++field)
-        if (wanted[field] != now.First[field])
-            form.SetText(form.Bindings()[field], wanted[field]);
+        if (const Binding& binding = form.Bindings()[field]; binding.Text() != wanted[field])
+            form.SetText(binding, wanted[field]);
     texts = form.Texts();
     emit Moved();
 }

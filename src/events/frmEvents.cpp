@@ -103,7 +103,12 @@ void frmEvents::BindFields() {
     Binding& type = form.BindOptions("EventType", {{ui->optRandom, 1}, {ui->optColonial, 0}});
     type.SetText = [this, switchOn = type.SetText](const std::string& number) {
         switchOn(number);
-        ShownEventType = ui->optRandom->isChecked() ? 1 : 0;
+        const std::int32_t shown = ui->optRandom->isChecked() ? 1 : 0;
+        if (shown == std::exchange(ShownEventType, shown))
+            return;
+        clsEvent none; // no choice belongs to both types
+        none.EventType = shown;
+        PopulateAttributes(none);
     };
     form.BindOptions("MoralityWeight", {{ui->optMorality_0, 1},
                                         {ui->optMorality_1, 2},

@@ -2,6 +2,7 @@
 #include "editor/Editors.h"
 #include "editor/FieldMark.h"
 
+#include <QListWidget>
 #include <QTimer>
 #include <QTreeWidget>
 #include <filesystem>
@@ -191,6 +192,44 @@ TEST_P(UndoTest, KeepsTheNewestTwentyGivenUp) {
     EXPECT_EQ(Text(textField), "text 21");
     Pick("mnuUndo");
     EXPECT_EQ(Text(textField), "about Apple");
+}
+
+TEST_P(UndoTest, RevertsFieldsToTheDiskAndGoesAlongTheHistory) {
+    const auto arrow = [this] {
+        QCoreApplication::processEvents();
+        auto* button = window->findChild<QAbstractButton*>(QString::fromStdString("cmdRevert_" + textField));
+        return button && button->isVisible() ? button : nullptr;
+    };
+    EXPECT_FALSE(arrow());
+    EditText("typed");
+    ASSERT_TRUE(arrow());
+    EXPECT_THAT(FromQt(arrow()->toolTip()), HasSubstr("about Apple"));
+    arrow()->click();
+    EXPECT_EQ(Text(textField), "about Apple");
+    EXPECT_FALSE(arrow());
+    Pick("mnuUndo");
+    EXPECT_EQ(Text(textField), "typed");
+    Pick("mnuCommitChanges");
+    Pick("mnuShowDifferences");
+    QCoreApplication::processEvents();
+    const auto marked =
+        Get<QTreeWidget>("tvwDifferences")->findItems(QStringLiteral("\u2260"), Qt::MatchExactly);
+    ASSERT_EQ(marked.size(), 1);
+    EXPECT_EQ(FromQt(marked[0]->text(2) + marked[0]->text(3)), "about Appletyped");
+    ASSERT_TRUE(arrow());
+    arrow()->click();
+    EXPECT_EQ(Shown() + Text(textField), "Apple, 1 of 3, about Apple");
+    EXPECT_FALSE(window->Records().AnyPending());
+    Pick("mnuShowUndoHistory");
+    QCoreApplication::processEvents();
+    auto* list = Get<QListWidget>("lstHistory");
+    EXPECT_EQ(list->count(), 3);
+    for (const auto& [row, text] : {std::pair(1, "typed"), {0, "about Apple"}, {2, "about Apple"}}) {
+        list->setCurrentRow(row);
+        emit list->itemClicked(list->item(row));
+        EXPECT_EQ(Text(textField), text) << row;
+        EXPECT_EQ(list->currentRow(), row);
+    }
 }
 
 TEST_P(UndoTest, OffersEachGameItsOwnWork) {
