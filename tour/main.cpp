@@ -68,8 +68,6 @@ void EditAnEvent(Tour& tour, QWidget& window) {
     attribute.setFocus();
     QTest::keyClick(&attribute, Qt::Key_Down);
     tour.Step(QStringLiteral("event-hint"), &window);
-    tour.Choose(window, "mnuShowDifferences");
-    tour.Choose(window, "mnuShowUndoHistory");
     tour.Step(QStringLiteral("event-differences"), &window);
 
     tour.Type(window, "txtProbability", QStringLiteral("99999999999"));
@@ -90,8 +88,6 @@ void EditAnEvent(Tour& tour, QWidget& window) {
     tour.Choose(window, "mnuUndo");
     tour.Step(QStringLiteral("event-undone"), &window);
     tour.Choose(window, "mnuRedo");
-    tour.Choose(window, "mnuShowDifferences");
-    tour.Choose(window, "mnuShowUndoHistory");
 }
 
 void LookThroughRecords(Tour& tour, QWidget& window) {

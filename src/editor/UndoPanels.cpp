@@ -15,7 +15,8 @@ namespace velmora {
 
 namespace {
 constexpr int ArrowSize = 16;
-}
+const QString Differs = QStringLiteral("\u2260");
+} // namespace
 
 HistoryPanel::HistoryPanel(EditorWindow& editorWindow, Workbench& workbench) : window(editorWindow) {
     setObjectName(QStringLiteral("lstHistory"));
@@ -73,14 +74,14 @@ void DifferencesPanel::Refresh() {
     for (const FieldStates& states : window.FieldsOnShow()) {
         const bool differs = states.Differ();
         auto* row = new QTreeWidgetItem(
-            this,
-            {differs ? QStringLiteral("\u2260") : QString(), ToQt(std::string(states.Field->Shown->Property)),
-             states.OnDisk ? ToQt(*states.OnDisk) : tr("(not there)"), ToQt(states.Committed),
-             window.Mode() == EditMode::Browsing ? QString() : ToQt(states.Typed)});
+            this, {differs ? Differs : QString(), ToQt(std::string(states.Field->Shown->Property)),
+                   states.OnDisk ? ToQt(*states.OnDisk) : tr("(not there)"), ToQt(states.Committed),
+                   window.Mode() == EditMode::Browsing ? QString() : ToQt(states.Typed)});
         for (int column = 0; differs && column < columnCount(); ++column)
             row->setFont(column, bold);
     }
-    setCurrentItem(topLevelItem(0));
+    const auto differing = findItems(Differs, Qt::MatchExactly);
+    setCurrentItem(differing.empty() ? topLevelItem(0) : differing.front());
 }
 
 RevertArrows::RevertArrows(EditorWindow& editorWindow, QWidget* formArea)
