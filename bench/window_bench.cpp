@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QTimer>
 #include <QWindow>
+#include <filesystem>
 
 namespace velmora {
 namespace {
@@ -35,6 +36,7 @@ struct TimingPrompts : ScriptedPrompts {
 };
 
 struct EventEditor : frmEvents {
+    using frmEvents::InitForm;
     using frmEvents::PopulateForm;
 };
 
@@ -95,6 +97,9 @@ class Desk : public WindowTest {
         return std::chrono::duration<double>(painted.First - start).count() - timing.LoadingTime;
     }
 
+    RecordWindow& Window() { return *window; }
+    std::string ProblemLabel() { return Text("lblProblemCount"); }
+
     /// Opens the list of records, as every later window of this desk.
     void ShowList() {
         Pick("mnuFilterRecords");
@@ -122,6 +127,26 @@ class Desk : public WindowTest {
         Paint(*window);
         const double first = SecondsSince(start);
         const double longest = std::max(first, settle());
+        return {SecondsSince(start), longest};
+    }
+
+    /// Opens the list of problems over the same events without their pictures, so that each has one.
+    void ShowProblems() {
+        Files::CreateFolder(temp / "Bare");
+        std::filesystem::create_directory_symlink(Files::HostPath(LibraryOf(Events).Folder),
+                                                  Files::HostPath(temp / "Bare/Data"));
+        Settings.SetGamePath(temp / "Bare/");
+        OpenEditor();
+        Get<QWidget>("dckProblems")->show();
+        Get<QWidget>("tvwProblems")->installEventFilter(&Painted);
+        CheckAll();
+    }
+    /// From the end of loading until all problems are listed; the longest wait of a key meanwhile.
+    std::pair<double, double> CheckAll() {
+        double longest = 0;
+        const auto start = Clock::now();
+        while (Text("lblProblemCount").find("checking") != std::string::npos)
+            longest = std::max(longest, SecondsOf([] { QCoreApplication::processEvents(); }));
         return {SecondsSince(start), longest};
     }
 
@@ -231,6 +256,45 @@ void Next(benchmark::State& state) {
     desk.Report(state, least, {.Milliseconds = 16});
 }
 VELMORA_MEASURE(Next);
+
+/// The problems of a whole library after loading, or the longest time that a key has to wait meanwhile.
+void Checking(benchmark::State& state, bool whole) {
+    Desk desk(state);
+    desk.ShowProblems();
+    const double least = LeastOf([&] {
+        static_cast<EventEditor&>(desk.Window()).InitForm();
+        const auto [all, longest] = desk.CheckAll();
+        return whole ? all : longest;
+    });
+    if (desk.ProblemLabel() != std::to_string(desk.Events) + " errors")
+        return state.SkipWithError("not all problems were found");
+    desk.Report(state, least, {.Milliseconds = whole ? 1000.0 : 16.0});
+}
+
+void Problems(benchmark::State& state) {
+    Checking(state, true);
+}
+VELMORA_MEASURE(Problems);
+void ProblemsWait(benchmark::State& state) {
+    Checking(state, false);
+}
+VELMORA_MEASURE(ProblemsWait);
+
+void NextProblem(benchmark::State& state) {
+    Desk desk(state);
+    desk.ShowProblems();
+    RecordWindow& editor = desk.Window();
+    std::size_t presses = 0;
+    const double least = LeastTime([&] {
+        ++presses;
+        QTest::keyClick(&editor, Qt::Key_F4);
+        Paint(editor);
+    });
+    if (editor.CurrentIndex() != (presses - 1) % desk.Events)
+        return state.SkipWithError("the key did not lead on");
+    desk.Report(state, least, {.Milliseconds = 16});
+}
+VELMORA_MEASURE(NextProblem);
 
 void Zoom(benchmark::State& state, const char* item) {
     Desk desk(state);

@@ -11,7 +11,10 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QDockWidget>
 #include <QFile>
+#include <QLineEdit>
 #include <QPalette>
 #include <QProgressDialog>
 #include <QStyleFactory>
@@ -102,6 +105,22 @@ void LookThroughRecords(Tour& tour, QWidget& window) {
     tour.Type(window, "txtFilter", {});
 }
 
+void LookAtProblems(Tour& tour, QWidget& window) {
+    tour.Find<QDockWidget>(window, "dckProblems").show();
+    tour.Choose(window, "mnuNextProblem");
+    tour.Find<QComboBox>(window, "cboGroupBy").setCurrentIndex(1);
+    tour.Find<QLineEdit>(window, "txtProblemFilter").setText(QStringLiteral("UnfilledBlank"));
+    tour.Choose(window, "mnuNextProblem");
+    tour.Step(QStringLiteral("problems-next"), &window);
+    tour.Find<QLineEdit>(window, "txtProblemFilter").clear();
+    tour.Step(QStringLiteral("problems-by-rule"), &window);
+    tour.Choose(window, "mnuEditThisEvent");
+    tour.Find<QComboBox>(window, "cboGroupBy").setCurrentIndex(2);
+    tour.Step(QStringLiteral("problems-not-committed"), &window);
+    tour.Choose(window, "mnuDiscardChanges");
+    tour.Find<QDockWidget>(window, "dckProblems").hide();
+}
+
 void PlayEvents(Tour& tour, frmWriter& writer) {
     MeetLoadingMessages(tour, true);
     tour.Choose(writer, "mnuEvents");
@@ -113,6 +132,7 @@ void PlayEvents(Tour& tour, frmWriter& writer) {
     tour.Choose(window, "mnuReviewDescription");
     EditAnEvent(tour, window);
     LookThroughRecords(tour, window);
+    LookAtProblems(tour, window);
     tour.Meet(QStringLiteral("write-question"), [&](QWidget& box) {
         Tour::Press(box, QStringLiteral("Show Details..."));
         tour.Step(QStringLiteral("write-details"), &box);

@@ -39,6 +39,7 @@ class ProblemModel : public QAbstractItemModel {
     [[nodiscard]] std::size_t Count(Severity severity) const {
         return counts[static_cast<std::size_t>(severity)];
     }
+    [[nodiscard]] std::size_t Count() const { return counts[0] + counts[1] + counts[2]; }
     [[nodiscard]] std::size_t Hidden() const { return hidden; }
     /// How many the filter leaves out.
     [[nodiscard]] std::size_t LeftOut() const { return leftOut; }

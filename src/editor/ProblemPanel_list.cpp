@@ -19,8 +19,9 @@ namespace velmora {
 
 namespace {
 
-/// A group of more rows than that is closed when it comes.
-constexpr int MostRowsOpened = 500;
+/// Once there are more rows than that, groups come closed: nobody reads them all, and laying them out takes
+/// time.
+constexpr std::size_t MostRowsOpened = 500;
 
 } // namespace
 
@@ -113,7 +114,7 @@ void ProblemPanel::FollowRows() {
         if (model->ProblemAt(group))
             return;
         tree->setFirstColumnSpanned(row, {}, true);
-        tree->setExpanded(group, model->rowCount(group) <= MostRowsOpened);
+        tree->setExpanded(group, model->Count() <= MostRowsOpened);
     };
     connect(model, &QAbstractItemModel::modelReset, this, [this, openGroup] {
         for (int row = 0; row < model->rowCount() && !model->ProblemAt(model->index(row, 0)); ++row)
