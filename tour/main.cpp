@@ -107,7 +107,6 @@ void LookThroughRecords(Tour& tour, QWidget& window) {
 
 void LookAtProblems(Tour& tour, QWidget& window) {
     tour.Find<QDockWidget>(window, "dckProblems").show();
-    tour.Choose(window, "mnuNextProblem");
     tour.Find<QComboBox>(window, "cboGroupBy").setCurrentIndex(1);
     tour.Find<QLineEdit>(window, "txtProblemFilter").setText(QStringLiteral("UnfilledBlank"));
     tour.Choose(window, "mnuNextProblem");

@@ -70,7 +70,7 @@ void ProblemPanel::BuildTree() {
     tree->installEventFilter(this);
     tree->header()->setObjectName(QStringLiteral("hdrProblems"));
     const int letter = tree->fontMetrics().averageCharWidth();
-    const int widths[] = {22, 22, 20, 16};
+    const int widths[] = {30, 22, 20, 16};
     for (int column = 0; column < ProblemModel::TextColumn; ++column)
         tree->setColumnWidth(column, letter * widths[column]);
     connect(tree, &QAbstractItemView::clicked, this, &ProblemPanel::Jump);
