@@ -84,10 +84,10 @@ class Comparing {
             if (const Side::Entry* now = after.Records.Find(name))
                 CompareRecord(kind, entry, *now);
             else
-                Tell(kind, "removed", '-', &entry, nullptr);
+                Tell(kind, "removed", '-', entry, &entry, nullptr);
         for (const auto& [name, entry] : after.Records)
             if (!before.Records.Exists(name))
-                Tell(kind, "added", '+', nullptr, &entry);
+                Tell(kind, "added", '+', entry, nullptr, &entry);
         if (before.OrderIn(after) != after.OrderIn(before))
             Note("the " + std::string(kind.Word) + " records stand in another order");
         if (told == records.size() + notes.size() && BytesDiffer(before, after))
@@ -117,7 +117,7 @@ class Comparing {
             Files::FolderExists(options.Before) && !CodePage::EqualNoCase(before.File, after.File);
         if (changed.empty() && !moved)
             return;
-        Json& entry = Tell(kind, "changed", '~', &before, &after);
+        Json& entry = Tell(kind, "changed", '~', after, &before, &after);
         if (moved && !options.AsJson)
             out << "    File: " << DiffOf(before.File, after.File) << '\n';
         for (const Field* field : changed) {
@@ -138,10 +138,9 @@ class Comparing {
         return OutputText::OneLine(DiffWords(before, after));
     }
 
-    Json& Tell(const RecordKind& kind, std::string_view change, char sign, const Side::Entry* before,
-               const Side::Entry* after) {
+    Json& Tell(const RecordKind& kind, std::string_view change, char sign, const Side::Entry& entry,
+               const Side::Entry* before, const Side::Entry* after) {
         differs = true;
-        const Side::Entry& entry = after ? *after : *before;
         if (!options.AsJson)
             out << sign << ' ' << OutputText::OneLine(kind.NameOf(*entry.Content)) << " ("
                 << OutputText::Name(entry.File) << ")\n";

@@ -25,6 +25,7 @@ bool Library::Load(const LoadRequest& request) {
         if (request.MakeBackups && request.AutoBackup)
             Backups(Kind, backupFolder).KeepLoaded(request.Folder, names, request.Reading, request.Problems);
         std::vector<std::string> paths;
+        paths.reserve(names.size());
         for (const std::string& name : names)
             paths.push_back(request.Folder + name);
         FilesAhead ahead(Kind, paths);

@@ -14,10 +14,10 @@ void RecordFile::Read(const RecordKind& kind, std::string bytes) {
     const ProblemSink nobody = [](const Problem&) {};
     BlockReader reader(kind, {}, nobody, [&](std::unique_ptr<Record> record, std::size_t endLine) {
         const std::size_t end = endLine <= lineEnds.size() ? lineEnds[endLine - 1] : Bytes.size();
-        const std::string name = kind.NameOf(*record);
-        Part part{std::move(record), std::string_view(Bytes).substr(taken, end - taken)};
-        if (!Parts.TryAdd(name, std::move(part)))
+        const std::string& name = kind.NameOf(*record);
+        if (Parts.Exists(name))
             throw Failure(FailureDuplicateKey, "Two records are named " + name);
+        Parts.TryAdd(name, {std::move(record), std::string_view(Bytes).substr(taken, end - taken)});
         taken = end;
     });
     reader.Read(Bytes);

@@ -48,7 +48,8 @@ TEST(BadFiles, OddNamesArePrintedAsTheyAreOnOneLine) {
                 ::testing::EndsWith("File = \xE6\x98\x9F \xC3\xA9.event"));
     EXPECT_THAT(CliRun("check", game.Typed()).Lines()[1],
                 HasSubstr("File = \xE6\x98\x9F \xC3\xA9.event [unrecognized-token]"));
-    EXPECT_EQ(OutputText::Name(PathTexts::FromHostText("a\xE2\x80\xAE\xC2\x9B")), "a\\u202E\\x9B");
+    EXPECT_EQ(OutputText::Name(PathTexts::FromHostText(std::string("a\xE2\x80") + "\xAE\xC2\x9B")),
+              "a\\u202E\\x9B");
 }
 
 } // namespace

@@ -27,8 +27,10 @@ Content ContentOf(const RecordKind& kind, const std::string& text) {
     RecordFile file;
     file.Read(kind, text);
     Content content;
-    for (const auto& [name, part] : file.Parts)
-        kind.ForEachField([&](const Field& field) { content[name].push_back(field.Get(*part.Content)); });
+    for (const auto& part : file.Parts) {
+        Fields& fields = content[part.first];
+        kind.ForEachField([&](const Field& field) { fields.push_back(field.Get(*part.second.Content)); });
+    }
     return content;
 }
 
