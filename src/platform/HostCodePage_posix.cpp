@@ -49,8 +49,8 @@ locale_t UnicodeLocale() {
 
 std::optional<Table> TableOf(const char* characterSet) {
     const char* const utf32 = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? "UTF-32LE" : "UTF-32BE";
-    const iconv_t converter = iconv_open(utf32, characterSet);
-    if (converter == reinterpret_cast<iconv_t>(-1))
+    iconv_t converter = iconv_open(utf32, characterSet);
+    if (converter == reinterpret_cast<iconv_t>(-1)) // NOLINT(performance-no-int-to-ptr): what POSIX returns
         return std::nullopt;
     Table table{};
     bool singleByte = true;

@@ -3,10 +3,12 @@
 
 // The toolkit's font and platform plug-ins keep memory until the process ends; leaks are looked for in the
 // core's tests.
+// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizer's name
 extern "C" const char* __asan_default_options();
 extern "C" const char* __asan_default_options() {
     return "detect_leaks=0";
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
