@@ -62,9 +62,6 @@ class EditorWindow : public RecordWindow {
     Q_OBJECT
 
   public:
-    /// The controls that show the record's fields.
-    [[nodiscard]] const Form& Fields() const { return form; }
-
     // What stands around the form makes use of these.
 
     /// The fields of the record on show.

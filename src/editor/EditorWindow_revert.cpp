@@ -30,10 +30,10 @@ void EditorWindow::AdoptUndoPanels() {
 
 std::vector<FieldStates> EditorWindow::FieldsOnShow() const {
     std::vector<FieldStates> all;
-    const Record* live = anyShown ? library.Find(ShownName()) : nullptr;
+    const Record* live = library.Find(ShownRecordName());
     if (!live)
         return all;
-    const Edits::DiskRecord disk = edits.OnDisk(ShownName());
+    const Edits::DiskRecord disk = edits.OnDisk(ShownRecordName());
     std::unique_ptr<Record> onDisk;
     if (disk.State) {
         onDisk = library.Kind.Copy(*disk.State);
@@ -77,7 +77,7 @@ void EditorWindow::RevertTyped(const Binding& binding, const std::string& text) 
 }
 
 void EditorWindow::RevertCommitted(const Binding& binding) {
-    const std::string name = ShownName();
+    const std::string name = ShownRecordName();
     const Record& disk = *edits.OnDisk(name).State;
     Edits::Step step(library, "revert of " + std::string(binding.Shown->Property) + " of " + name);
     Record& record = step.Change(name);

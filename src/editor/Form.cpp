@@ -70,7 +70,7 @@ Binding& Form::BindNumber(std::string_view property, LineBox* box) {
     return binding;
 }
 
-Binding& Form::BindChoice(std::string_view property, ChoiceBox* box, CatalogueOf catalogue) {
+Binding& Form::BindChoice(std::string_view property, ChoiceBox* box, const CatalogueOf& catalogue) {
     Binding& binding = Bind(FieldOf(property), {box});
     const Field& field = *binding.Shown;
     binding.Show = [box, &field, catalogue](const Record& record) {
@@ -105,8 +105,9 @@ Binding& Form::BindCode(std::string_view property, ChoiceBox* box, const CodeCat
     return binding;
 }
 
-Binding& Form::BindOptions(std::string_view property, std::vector<OptionButton> options) {
+Binding& Form::BindOptions(std::string_view property, const std::vector<OptionButton>& options) {
     std::vector<QWidget*> buttons;
+    buttons.reserve(options.size());
     for (const OptionButton& option : options)
         buttons.push_back(option.Button);
     Binding& binding = Bind(FieldOf(property), std::move(buttons));

@@ -71,12 +71,12 @@ class Form : public QObject {
     /// A box that keeps the focus until it holds a number.
     Binding& BindNumber(std::string_view property, LineBox* box);
     /// A number that the catalogue knows by name. The catalogue may depend on the record.
-    Binding& BindChoice(std::string_view property, ChoiceBox* box, CatalogueOf catalogue);
+    Binding& BindChoice(std::string_view property, ChoiceBox* box, const CatalogueOf& catalogue);
     Binding& BindChoice(std::string_view property, ChoiceBox* box, const Catalogue& catalogue);
     /// The same for a text by its code, for display only.
     Binding& BindCode(std::string_view property, ChoiceBox* box, const CodeCatalogue& catalogue);
     /// The last button stands for all numbers that no button has.
-    Binding& BindOptions(std::string_view property, std::vector<OptionButton> options);
+    Binding& BindOptions(std::string_view property, const std::vector<OptionButton>& options);
     /// The file that the record belongs to; `names` are those it may belong to, given its present one.
     Binding& BindFile(ChoiceBox* box, std::function<std::vector<std::string>(const std::string&)> names);
     /// The record's name cannot be changed.

@@ -5,6 +5,7 @@
 #include "editor/Workbench.h"
 
 #include <QAction>
+#include <QDockWidget>
 #include <QEvent>
 #include <QHeaderView>
 #include <QStyle>
@@ -22,16 +23,17 @@ HistoryPanel::HistoryPanel(EditorWindow& editorWindow, Workbench& workbench) : w
     setObjectName(QStringLiteral("lstHistory"));
     setAccessibleName(tr("Undo History"));
     setUniformItemSizes(true);
-    workbench.AddDock("dckUndoHistory", tr("Undo History"), this, Qt::RightDockWidgetArea,
-                      "mnuShowUndoHistory");
-    connect(this, &QListWidget::itemActivated, this, [this] { window.GoToStep(currentRow()); });
-    connect(this, &QListWidget::itemClicked, this, [this] { window.GoToStep(currentRow()); });
+    const auto* dock = workbench.AddDock("dckUndoHistory", tr("Undo History"), this, Qt::RightDockWidgetArea,
+                                         "mnuShowUndoHistory");
+    connect(dock, &QDockWidget::visibilityChanged, this, &HistoryPanel::Refresh);
+    connect(this, &QListWidget::itemActivated, this, &HistoryPanel::GoToCurrent);
+    connect(this, &QListWidget::itemClicked, this, &HistoryPanel::GoToCurrent);
     connect(&window, &RecordWindow::RecordShown, this, &HistoryPanel::Refresh);
 }
 
-void HistoryPanel::showEvent(QShowEvent* event) {
-    QListWidget::showEvent(event);
-    Refresh();
+void HistoryPanel::GoToCurrent() {
+    window.GoToStep(currentRow());
+    Refresh(); // where it may not go, the mark goes back
 }
 
 void HistoryPanel::Refresh() {
@@ -56,13 +58,9 @@ DifferencesPanel::DifferencesPanel(EditorWindow& editorWindow, Workbench& workbe
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setColumnWidth(0, fontMetrics().height() * 2);
-    workbench.AddDock("dckDifferences", tr("Show What Differs"), this, Qt::BottomDockWidgetArea,
-                      "mnuShowDifferences");
-}
-
-void DifferencesPanel::showEvent(QShowEvent* event) {
-    QTreeWidget::showEvent(event);
-    Refresh();
+    const auto* dock = workbench.AddDock("dckDifferences", tr("Show What Differs"), this,
+                                         Qt::BottomDockWidgetArea, "mnuShowDifferences");
+    connect(dock, &QDockWidget::visibilityChanged, this, &DifferencesPanel::Refresh);
 }
 
 void DifferencesPanel::Refresh() {
@@ -113,7 +111,8 @@ void RevertArrows::Refresh() {
     for (const FieldStates& states : window.FieldsOnShow())
         if (window.CanRevert(states)) {
             QToolButton* arrow = ArrowOf(states.Field->Controls.front());
-            arrow->setToolTip(tr("On disk: %1").arg(ToQt(states.OnDisk->substr(0, 1000)).toHtmlEscaped()));
+            const QString text = ToQt(states.OnDisk->substr(0, 1000)).toHtmlEscaped();
+            arrow->setToolTip(QStringLiteral("<p>%1</p>").arg(tr("On disk: %1").arg(text)));
             wanted.push_back(arrow);
         }
     for (const Arrow& arrow : arrows)

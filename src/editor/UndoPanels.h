@@ -19,10 +19,8 @@ class HistoryPanel : public QListWidget {
   public:
     HistoryPanel(EditorWindow& editorWindow, Workbench& workbench);
 
-  protected:
-    void showEvent(QShowEvent* event) override;
-
   private:
+    void GoToCurrent();
     void Refresh();
 
     EditorWindow& window;
@@ -36,9 +34,6 @@ class DifferencesPanel : public QTreeWidget {
     DifferencesPanel(EditorWindow& editorWindow, Workbench& workbench);
 
     void Refresh();
-
-  protected:
-    void showEvent(QShowEvent* event) override;
 
   private:
     EditorWindow& window;

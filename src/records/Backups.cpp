@@ -74,7 +74,7 @@ std::string Backups::KeepDated(const std::string& path, std::string_view bytes) 
     const std::string stem = folder + base + DateMark(std::time(nullptr));
     std::string copy = stem + extension;
     for (int n = 2; Files::FileExists(copy); ++n)
-        copy = stem + '_' + std::to_string(n) + extension;
+        copy = std::string(stem).append("_").append(std::to_string(n)).append(extension);
     Files::ReplaceSafely(copy, bytes, Files::Placing{.NoMoreOpenThan = path});
     DropOldCopies(base, Files::NameOf(copy));
     return copy;

@@ -166,7 +166,7 @@ void Journal::Find(const std::string& journalPath, const std::string& dataFolder
 
 std::string Journal::PathFor(const std::string& usualPath, const std::string& dataFolder) const {
     const std::size_t dot = usualPath.rfind('.');
-    const std::string own =
+    std::string own =
         usualPath.substr(0, dot) + '-' + Checksum(CodePage::ToLower(dataFolder)) + usualPath.substr(dot);
     if (Files::FileExists(own))
         return own;

@@ -68,7 +68,7 @@ void ProblemIndex::Check(const Record& record, bool uncommitted) {
     Put(name, after.Problems.empty() ? nullptr : std::make_shared<Holder>(std::move(after)));
 }
 
-void ProblemIndex::Put(std::string_view record, HolderPtr after) {
+void ProblemIndex::Put(std::string_view record, const HolderPtr& after) {
     HolderPtr* held = holders.Find(record);
     const HolderPtr before = held ? *held : nullptr;
     if (before == after || (before && after && Same(*before, *after)))

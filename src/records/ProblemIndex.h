@@ -62,7 +62,7 @@ class ProblemIndex {
 
   private:
     void Check(const Record& record, bool uncommitted = false);
-    void Put(std::string_view record, HolderPtr after);
+    void Put(std::string_view record, const HolderPtr& after);
     [[nodiscard]] bool PictureChanged(const Record& record) const;
 
     const Library& library;

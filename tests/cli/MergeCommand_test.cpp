@@ -8,7 +8,6 @@ namespace velmora {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 std::string Raid(const std::string& title, const std::string& rest = {}) {
     return "EVENT Raid\r\nTitle \"" + title + "\"\r\nDescription \"Caf\xE9\"\r\n" + rest + "ENDEVENT\r\n";

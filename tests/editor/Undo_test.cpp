@@ -11,8 +11,6 @@
 namespace velmora {
 namespace {
 
-using ::testing::AllOf;
-
 class UndoTest : public EditorTest {
   protected:
     UndoTest() { Start(); }

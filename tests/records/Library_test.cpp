@@ -171,7 +171,7 @@ TEST_F(LibraryTest, NamesThatDifferInCaseMeanOneFile) {
 }
 
 TEST_F(LibraryTest, LeavesAFileThatIsNoTextAlone) {
-    const std::string zeros(10000000, '\0');
+    const std::string zeros(8000000, '\0');
     Put("a.event", "\n" + zeros);
     Put("b.event", Block("Two"));
     ASSERT_TRUE(Load());
@@ -213,8 +213,8 @@ std::string TemporaryOf(std::time_t made) {
 
 TEST_F(LibraryTest, ClearsAwayWhatAKilledSaveLeft) {
     // What a program has in use may be a second name of a file that is years old.
-    const std::string fresh = TemporaryOf(std::time(nullptr) - 23 * 3600);
-    const std::string stale = TemporaryOf(std::time(nullptr) - 25 * 3600);
+    const std::string fresh = TemporaryOf(std::time(nullptr) - 23L * 3600);
+    const std::string stale = TemporaryOf(std::time(nullptr) - 25L * 3600);
     for (const std::string& name :
          {fresh + ".old", stale + ".tmp", stale + ".old", std::string(".velmora-notes-of-mine-01.txt")}) {
         Put(name, "x");
