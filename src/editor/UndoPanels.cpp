@@ -58,6 +58,9 @@ DifferencesPanel::DifferencesPanel(EditorWindow& editorWindow, Workbench& workbe
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setColumnWidth(0, fontMetrics().height() * 2);
+    const int letter = fontMetrics().averageCharWidth();
+    for (const auto& [column, letters] : {std::pair(1, 22), {2, 32}, {3, 32}})
+        setColumnWidth(column, letters * letter);
     const auto* dock = workbench.AddDock("dckDifferences", tr("Show What Differs"), this,
                                          Qt::BottomDockWidgetArea, "mnuShowDifferences");
     connect(dock, &QDockWidget::visibilityChanged, this, &DifferencesPanel::Refresh);
