@@ -76,10 +76,6 @@ Tree TreeOf(const fs::path& root) {
     return tree;
 }
 
-void TakeTimeOf(const fs::path& from, const fs::path& to) {
-    fs::last_write_time(to, fs::last_write_time(from));
-}
-
 /// Copies a file; a source that cannot be read to its end is left out.
 void CopyNew(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
     std::optional<InFile> source;
@@ -95,7 +91,7 @@ void CopyNew(const fs::path& from, const fs::path& to, std::vector<std::string>&
         while ((whole = ReadOrLeaveOut(from, leftOut, read)) && got > 0)
             target.Write({buffer.data(), got});
         target.Close();
-        whole ? TakeTimeOf(from, to) : HostFiles::Unlink(to);
+        whole ? HostFiles::TakeTimeOf(from, to) : HostFiles::Unlink(to);
     });
 }
 
@@ -103,7 +99,7 @@ void CopyNew(const fs::path& from, const fs::path& to, std::vector<std::string>&
 void FinishFolder(const fs::path& from, const fs::path& to) {
     Attempt("copy", from, Wanted::Folder, [&] {
         fs::permissions(to, fs::status(from).permissions() | fs::perms::owner_all);
-        TakeTimeOf(from, to);
+        HostFiles::TakeTimeOf(from, to);
     });
 }
 

@@ -90,6 +90,8 @@ void Unlink(const Path& file);
 void MakeFolder(const Path& folder);
 void RemoveFolder(const Path& folder);
 void RenameFolder(const Path& from, const Path& to);
+/// Gives a file or folder the time at which another was last written.
+void TakeTimeOf(const Path& other, const Path& path);
 /// Throws where no file can be created.
 void TryCreatingIn(const Path& folder);
 

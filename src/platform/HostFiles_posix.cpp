@@ -283,6 +283,10 @@ void RenameFolder(const Path& from, const Path& to) {
     Rename(from, to);
 }
 
+void TakeTimeOf(const Path& other, const Path& path) {
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(other));
+}
+
 void TryCreatingIn(const Path& folder) {
     CheckFault("access");
     if (::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)

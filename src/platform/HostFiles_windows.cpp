@@ -263,6 +263,21 @@ void RenameFolder(const Path& from, const Path& to) {
         Refuse(::GetLastError(), "rename");
 }
 
+void TakeTimeOf(const Path& other, const Path& path) {
+    WIN32_FILE_ATTRIBUTE_DATA found{};
+    if (!::GetFileAttributesExW(other.c_str(), GetFileExInfoStandard, &found))
+        Refuse(::GetLastError(), "stat");
+    // The standard library opens no folder for that.
+    const HANDLE handle =
+        Native(Open(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    const bool taken = ::SetFileTime(handle, nullptr, nullptr, &found.ftLastWriteTime) != 0;
+    const DWORD code = ::GetLastError();
+    ::CloseHandle(handle);
+    if (!taken)
+        Refuse(code, "utime");
+}
+
 void TryCreatingIn(const Path& folder) {
     // Rights, shares and virtual folders are too many to work out: a file is tried.
     const Path probe = folder / (".velmora-" + std::to_string(::GetCurrentProcessId()) + ".tmp");

@@ -2,6 +2,7 @@
 #include "TempFolder.h"
 #include "platform/FileTrees.h"
 #include "platform/Files.h"
+#include "platform/HostFiles.h"
 
 #include <gmock/gmock.h>
 
@@ -129,8 +130,9 @@ TEST_F(FilesTest, CopiesTrees) {
     folder.Write("Copies/Data.incomplete/a.event", "of a program that was killed");
     std::filesystem::create_directory(folder.Host() / "Data/Empty");
     const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1000);
-    for (const char* name : {"Data/UP_Issues/b.UPIssue", "Data/UP_Issues", "Data"})
-        std::filesystem::last_write_time(folder.Host() / name, old);
+    std::filesystem::last_write_time(folder.Host() / "Data/UP_Issues/b.UPIssue", old);
+    for (const char* name : {"Data/UP_Issues", "Data"})
+        HostFiles::TakeTimeOf(folder.Host() / "Data/UP_Issues/b.UPIssue", folder.Host() / name);
     std::vector<std::string> told;
     const auto copying = [&](const std::string& file) {
         told.push_back(file);

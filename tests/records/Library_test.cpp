@@ -79,7 +79,7 @@ TEST_F(LibraryTest, ASaveGoesOnWithoutItsDatedCopyOnlyWhereThatIsAgreedTo) {
     for (const bool agreed : {false, true}) {
         int asked = 0;
         const auto answer = [&](const std::string& reason) {
-            EXPECT_THAT(reason, HasSubstr(backups));
+            EXPECT_THAT(reason, HasSubstr("BackupData"));
             ++asked;
             return agreed;
         };
