@@ -15,6 +15,7 @@ _velwriter() {
       --format)
         words='text json'
         [ "$command" = export ] && words='json csv'
+        [ "$command" = check ] && words='text json github sarif'
         ;;
       --ignore)
         # Rules are parted by commas; the last one is completed.
@@ -25,13 +26,18 @@ _velwriter() {
         mapfile -t COMPREPLY < <(compgen -P "$done" -W "$rules" -- "${current##*,}")
         return
         ;;
+      --baseline | --write-baseline)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+        ;;
       --event-file | --upissue-file | --sbmodule-file) return ;;
     esac
   fi
 
   if [ -z "$words" ]; then
     case $command:$current in
-      check:-*) words="--kind --format --ignore --no-ignore-file --list-rules $own --help" ;;
+      check:-*) words="--kind --format --ignore --no-ignore-file --baseline --write-baseline --watch --list-rules $own --help" ;;
       export:-*) words="--kind --format --sort $own --help" ;;
       format:-*) words="--check --write $own --help" ;;
       diff:-*) words='--format --help' ;;

@@ -1,24 +1,46 @@
 #include "cli/Commands.h"
 #include "cli/OutputText.h"
 #include "cli/Reports.h"
+#include "kinds/Baseline.h"
 #include "kinds/IgnoreFile.h"
+#include "platform/FolderStamps.h"
 #include "records/CheckRecords.h"
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
+#include <thread>
 
 namespace velmora {
 
 namespace {
+
+/// Short beside the 0.3 s in which a change is to show, long enough to leave the processor idle.
+constexpr std::chrono::milliseconds BetweenLooks{50};
+
+std::unique_ptr<CheckReport> MakeReport(CheckFormat format, std::ostream& out, const GameLoader& loader) {
+    switch (format) {
+    case CheckFormat::Json:
+        return MakeJsonReport(out);
+    case CheckFormat::GitHub:
+        return MakeGitHubReport(out, loader);
+    case CheckFormat::Sarif:
+        return MakeSarifReport(out, loader);
+    default:
+        return MakeTextReport(out, loader);
+    }
+}
 
 /// One run of `check`.
 class Checking {
   public:
     Checking(const CheckOptions& chosen, std::ostream& out)
         : options(chosen), loader(chosen.Game.Directory, chosen.Game.Own),
-          report(chosen.AsJson ? MakeJsonReport(out) : MakeTextReport(out, loader)) {
+          report(MakeReport(chosen.Format, out, loader)) {
         if (options.ReadIgnoreFile)
             ignored.Read(loader.GamePath());
+        if (!options.BaselineFile.empty())
+            baseline.Read(options.BaselineFile);
     }
 
     ExitStatus Run(std::ostream& err) {
@@ -38,12 +60,23 @@ class Checking {
                 << " [" << line.Rule << "]\n";
         if (!loader.Report(err))
             return ExitFailure;
+        if (!options.NewBaselineFile.empty())
+            baseline.Write(options.NewBaselineFile);
         return foundAny ? ExitFound : ExitWell;
     }
 
+    [[nodiscard]] const CheckContext& Context() const { return context; }
+
   private:
-    [[nodiscard]] bool IsIgnored(const Problem& problem) const {
-        return options.Ignored.count(std::string(problem.Rule)) > 0 || ignored.Hides(problem);
+    /// Findings of a new baseline go there, but for failures, which keep it from being written.
+    [[nodiscard]] bool IsIgnored(const Problem& problem) {
+        if (options.Ignored.count(std::string(problem.Rule)) > 0 || ignored.Hides(problem))
+            return true;
+        if (options.NewBaselineFile.empty())
+            return !options.BaselineFile.empty() && baseline.Cover(problem);
+        if (problem.Rule != LoadFailureRule)
+            baseline.Add(problem);
+        return true;
     }
 
     void Load(const KindEntry& kind) {
@@ -68,16 +101,52 @@ class Checking {
     const CheckOptions& options;
     GameLoader loader;
     IgnoreFile ignored;
+    Baseline baseline;
     CheckContext context{loader.GamePath()};
     std::unique_ptr<CheckReport> report;
     std::vector<std::unique_ptr<Library>> libraries; ///< one a kind
     bool foundAny = false;
 };
 
+/// Has watched what decides over the findings, but for the folders of pictures.
+Files::FolderStamps StampsOf(const GameChoice& game) {
+    const GameLoader loader(game.Directory, game.Own);
+    Files::FolderStamps stamps;
+    stamps.Add(loader.GamePath(), true); // velwriter.ignore
+    for (const KindEntry* kind : game.Kinds)
+        stamps.Add(loader.FolderOf(*kind), true);
+    return stamps;
+}
+
+/// Checks again and again. The lines around each round tell an editor where its findings begin and end.
+ExitStatus Watch(const CheckOptions& options, std::ostream& out, std::ostream& err) {
+    if (!options.BaselineFile.empty())
+        Baseline().Read(options.BaselineFile);
+    for (;;) {
+        // Before anything is read: what changes meanwhile has to show.
+        Files::FolderStamps stamps = StampsOf(options.Game);
+        out << "velwriter: checking\n";
+        try {
+            Checking checking(options, out);
+            checking.Run(err);
+            for (const std::string& folder : checking.Context().Folders())
+                stamps.Add(folder, false);
+        } catch (const std::exception& exception) {
+            err << "velwriter: " << OutputText::OneLine(exception.what()) << '\n';
+        }
+        out << "velwriter: waiting for changes\n";
+        err.flush();
+        if (!out.flush())
+            return ExitFailure;
+        while (!stamps.Changed())
+            std::this_thread::sleep_for(BetweenLooks);
+    }
+}
+
 } // namespace
 
 ExitStatus RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err) {
-    return Checking(options, out).Run(err);
+    return options.Watch ? Watch(options, out, err) : Checking(options, out).Run(err);
 }
 
 } // namespace velmora

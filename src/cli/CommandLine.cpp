@@ -21,6 +21,7 @@ namespace {
 constexpr const char* Examples = R"(Examples:
   velwriter check ~/Velmora
   velwriter check ~/Velmora --kind events --ignore no-image,unneeded-space
+  velwriter check ~/Velmora --baseline known.txt --watch
   velwriter check --list-rules
   velwriter export ~/Velmora --sort name > velmora.json
   velwriter export ~/Velmora --kind upissues --format csv > issues.csv
@@ -41,6 +42,9 @@ struct Words {
     std::vector<std::string> Ignored;
     bool ListRules = false;
     bool NoIgnoreFile = false;
+    std::string Baseline;
+    std::string NewBaseline;
+    bool Watch = false;
     std::vector<std::string> OwnFiles = std::vector<std::string>(Kinds().size());
     std::vector<std::string> Files;
     bool Check = false;
@@ -82,15 +86,28 @@ void AddGame(CLI::App& command, Words& words, const std::vector<std::string>& fo
     AddOwnFiles(command, words);
 }
 
+/// In the order of CheckFormat.
+const std::vector<std::string> CheckFormats{"text", "json", "github", "sarif"};
+
 CLI::App* AddCheck(CLI::App& app, Words& words) {
     CLI::App* command = app.add_subcommand("check", "Check every record against the rules of the game");
-    AddGame(*command, words, {"text", "json"});
+    AddGame(*command, words, CheckFormats);
     command->add_option("--ignore", words.Ignored, "Leave out the findings of these rules")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("RULE[,RULE...]");
     command->add_flag("--no-ignore-file", words.NoIgnoreFile,
                       "Print what the game directory's velwriter.ignore hides, too");
+    CLI::Option* known =
+        command->add_option("--baseline", words.Baseline, "Print only what is not in this file")
+            ->type_name("FILE");
+    CLI::Option* keep = command
+                            ->add_option("--write-baseline", words.NewBaseline,
+                                         "Keep what is found in this file, for --baseline, and print nothing")
+                            ->type_name("FILE")
+                            ->excludes(known);
+    command->add_flag("--watch", words.Watch, "Check again after each change, until it is stopped")
+        ->excludes(keep);
     command->add_flag("--list-rules", words.ListRules, "List the rules and end");
     command->footer("Example: velwriter check ~/Velmora --kind events --ignore no-image");
     return command;
@@ -192,9 +209,16 @@ ExitStatus Check(const Words& words, std::ostream& out, std::ostream& err) {
         return ListRules(out);
     CheckOptions options;
     options.Game = ChooseGame(words);
-    options.AsJson = words.Format == "json";
+    const auto format = std::ranges::find(CheckFormats, words.Format);
+    if (format != CheckFormats.end())
+        options.Format = static_cast<CheckFormat>(format - CheckFormats.begin());
+    if (words.Watch && options.Format != CheckFormat::Text)
+        throw BadUsage("--watch prints text only");
     options.Ignored.insert(words.Ignored.begin(), words.Ignored.end());
     options.ReadIgnoreFile = !words.NoIgnoreFile;
+    options.BaselineFile = words.Baseline.empty() ? "" : OutputText::TypedPath(words.Baseline);
+    options.NewBaselineFile = words.NewBaseline.empty() ? "" : OutputText::TypedPath(words.NewBaseline);
+    options.Watch = words.Watch;
     return RunCheck(options, out, err);
 }
 

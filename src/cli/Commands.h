@@ -20,11 +20,16 @@ struct GameChoice {
     OwnFiles Own;
 };
 
+enum class CheckFormat { Text, Json, GitHub, Sarif };
+
 struct CheckOptions {
     GameChoice Game;
-    bool AsJson = false;
+    CheckFormat Format = CheckFormat::Text;
     std::unordered_set<std::string> Ignored; ///< rule names
     bool ReadIgnoreFile = true;              ///< leave out what velwriter.ignore hides, too
+    std::string BaselineFile = {};           ///< its findings are left out
+    std::string NewBaselineFile = {};        ///< where to keep what is found, in place of printing it
+    bool Watch = false;                      ///< again after each change, until the output is closed
 };
 
 struct ExportOptions {

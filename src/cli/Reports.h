@@ -47,5 +47,11 @@ class CheckReport {
 
 std::unique_ptr<CheckReport> MakeTextReport(std::ostream& out, const GameLoader& loader);
 std::unique_ptr<CheckReport> MakeJsonReport(std::ostream& out);
+/// Annotations as GitHub's runners take them from what a step prints: errors first, of each severity as many
+/// as are shown, then one line that tells how many more there are.
+std::unique_ptr<CheckReport> MakeGitHubReport(std::ostream& out, const GameLoader& loader);
+/// One document of SARIF 2.1.0, as GitHub's code scanning takes it: errors first, paths below the current
+/// directory; what a finding's line does not change is its fingerprint.
+std::unique_ptr<CheckReport> MakeSarifReport(std::ostream& out, const GameLoader& loader);
 
 } // namespace velmora

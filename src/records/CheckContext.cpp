@@ -18,6 +18,14 @@ bool CheckContext::HasPicture(std::string_view image) const {
     return names.count(CodePage::ToUpper(name)) > 0;
 }
 
+std::vector<std::string> CheckContext::Folders() const {
+    const std::lock_guard lock(mutex);
+    std::vector<std::string> paths;
+    for (const auto& [folder, names] : folders)
+        paths.push_back(gamePath + folder);
+    return paths;
+}
+
 const CheckContext::Names& CheckContext::FilesOf(const std::string& folder) const {
     const std::lock_guard lock(mutex);
     const auto [found, isNew] = folders.try_emplace(folder);

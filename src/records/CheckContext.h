@@ -5,6 +5,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace velmora {
 
@@ -17,6 +18,8 @@ class CheckContext {
     /// True when a picture, named as records name it, is a file below the game directory. Each folder is
     /// listed once and counts as it was then.
     [[nodiscard]] bool HasPicture(std::string_view image) const;
+    /// The folders that pictures were looked for in so far, there or not.
+    [[nodiscard]] std::vector<std::string> Folders() const;
 
   private:
     using Names = std::unordered_set<std::string>;

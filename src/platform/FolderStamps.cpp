@@ -1,0 +1,43 @@
+#include "platform/FolderStamps.h"
+
+#include "platform/Files.h"
+
+namespace velmora::Files {
+
+namespace fs = std::filesystem;
+
+void FolderStamps::Add(const std::string& folder, bool withFiles) {
+    const auto [known, isNew] = folders.try_emplace(folder, withFiles);
+    if (!isNew && known->second >= withFiles)
+        return; // what has changed since then is still to be told
+    known->second = withFiles;
+    Look(folder, withFiles, last);
+}
+
+bool FolderStamps::Changed() {
+    Stamps now;
+    for (const auto& [folder, withFiles] : folders)
+        Look(folder, withFiles, now);
+    const bool changed = now != last;
+    last = std::move(now);
+    return changed;
+}
+
+void FolderStamps::Look(const std::string& folder, bool withFiles, Stamps& stamps) {
+    // What cannot be looked at counts as missing: whoever reads it will say why.
+    std::error_code ignored;
+    const auto timeOf = [&](const fs::path& path) {
+        return static_cast<std::int64_t>(fs::last_write_time(path, ignored).time_since_epoch().count());
+    };
+    const fs::path host = HostPath(folder);
+    stamps[host] = {timeOf(host), 0};
+    if (!withFiles)
+        return;
+    for (fs::directory_iterator at(host, ignored), end; !ignored && at != end; at.increment(ignored)) {
+        std::error_code gone;
+        if (at->is_regular_file(gone))
+            stamps[at->path()] = {timeOf(at->path()), fs::file_size(at->path(), gone)};
+    }
+}
+
+} // namespace velmora::Files
