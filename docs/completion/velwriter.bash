@@ -7,7 +7,7 @@ _velwriter() {
   COMPREPLY=()
 
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words='check export format diff merge --help --version'
+    words='check export format diff merge git --help --version'
   else
     case $previous in
       --kind) words='events upissues sbmodules' ;;
@@ -41,7 +41,8 @@ _velwriter() {
       export:-*) words="--kind --format --sort $own --help" ;;
       format:-*) words="--check --write $own --help" ;;
       diff:-*) words='--format --help' ;;
-      merge:-*) words='--output --help' ;;
+      merge:-*) words='--output --name --help' ;;
+      git:*) words='--enable --disable --status --help' ;;
       format:* | diff:* | merge:*)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$current"; shopt -s nocasematch

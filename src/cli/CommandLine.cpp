@@ -30,6 +30,7 @@ constexpr const char* Examples = R"(Examples:
   velwriter format --write ~/Velmora/Data/MyEvents.event
   velwriter diff old/Data Data
   velwriter merge base.event ours.event theirs.event -o merged.event
+  velwriter git --enable
 
 Exit status: 0 all well, 1 something was found, 2 bad usage or a failure.)";
 
@@ -50,6 +51,10 @@ struct Words {
     bool Check = false;
     bool Write = false;
     std::string Output;
+    std::string Name;
+    bool Enable = false;
+    bool Disable = false;
+    bool Status = false;
     bool ToTerminal = false;
 };
 
@@ -143,7 +148,22 @@ CLI::App* AddMerge(CLI::App& app, Words& words) {
     command->add_option("-o,--output", words.Output, "File for the result; it may be one of the three")
         ->required()
         ->type_name("OUT");
+    command->add_option("--name", words.Name, "The file's name in messages, which tells its kind, too")
+        ->type_name("NAME");
     command->footer("Example: velwriter merge base.event ours.event theirs.event -o merged.event");
+    return command;
+}
+
+CLI::App* AddGit(CLI::App& app, Words& words) {
+    CLI::App* command =
+        app.add_subcommand("git", "Make git compare and merge the game's files in this repository");
+    CLI::Option* enable = command->add_flag("--enable", words.Enable, "Set git's drivers for diff and merge");
+    CLI::Option* disable = command->add_flag("--disable", words.Disable, "Take them out again");
+    CLI::Option* status =
+        command->add_flag("--status", words.Status, "Tell whether they are set; status 1 if not");
+    disable->excludes(enable);
+    status->excludes(enable)->excludes(disable);
+    command->footer("Example: velwriter git --enable");
     return command;
 }
 
@@ -254,8 +274,18 @@ ExitStatus Diff(const Words& words, std::ostream& out) {
 
 ExitStatus Merge(const Words& words, std::ostream& err) {
     return RunMerge({OutputText::TypedPath(words.Files[0]), OutputText::TypedPath(words.Files[1]),
-                     OutputText::TypedPath(words.Files[2]), OutputText::TypedPath(words.Output)},
+                     OutputText::TypedPath(words.Files[2]), OutputText::TypedPath(words.Output),
+                     OutputText::TypedPath(words.Name)},
                     err);
+}
+
+ExitStatus Git(const Words& words, std::ostream& out) {
+    if (!words.Enable && !words.Disable && !words.Status)
+        throw BadUsage("git needs --enable, --disable or --status");
+    return RunGit(words.Enable    ? GitAction::Enable
+                  : words.Disable ? GitAction::Disable
+                                  : GitAction::Status,
+                  out);
 }
 
 ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, std::ostream& out,
@@ -264,11 +294,12 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
     const CLI::App* exporting = AddExport(app, words);
     const CLI::App* format = AddFormat(app, words);
     const CLI::App* diff = AddDiff(app, words);
+    const CLI::App* git = AddGit(app, words);
     AddMerge(app, words);
     const auto named = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
     if (!arguments.empty() && !arguments.front().starts_with('-') && app.get_subcommands(named).empty())
         throw BadUsage("there is no command " + arguments.front() +
-                       "; check, export, format, diff and merge are those");
+                       "; check, export, format, diff, merge and git are those");
     std::reverse(arguments.begin(), arguments.end()); // CLI11 takes words off the end
     app.parse(std::move(arguments));
     BuildCatalogues();
@@ -278,6 +309,8 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
         return Export(words, out, err);
     if (format->parsed())
         return Format(words, out, err);
+    if (git->parsed())
+        return Git(words, out);
     return diff->parsed() ? Diff(words, out) : Merge(words, err);
 }
 

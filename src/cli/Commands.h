@@ -56,7 +56,10 @@ struct MergeOptions {
     std::string Ours;
     std::string Theirs;
     std::string Out;
+    std::string Name; ///< of the file in messages and for its kind; empty for that of `Out`
 };
+
+enum class GitAction { Enable, Disable, Status };
 
 /// Prints what changed from one file or folder to another, record by record and field by field. Found when
 /// anything did, be it spacing.
@@ -65,6 +68,10 @@ ExitStatus RunDiff(const DiffOptions& options, std::ostream& out);
 /// Merges two versions of a file into another file. Well only when no conflict is left and nothing is wrong
 /// with the result that was not wrong with a side.
 ExitStatus RunMerge(const MergeOptions& options, std::ostream& err);
+
+/// Makes git compare and merge the game's files by this program in the repository that it is run in, or no
+/// more, and prints what it did; or prints whether it does, Found when it does not.
+ExitStatus RunGit(GitAction action, std::ostream& out);
 
 /// Prints every message of loading and every reason of the record checks.
 ExitStatus RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err);

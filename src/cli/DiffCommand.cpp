@@ -16,6 +16,16 @@ namespace velmora {
 
 namespace {
 
+/// What git names where a file is not there.
+constexpr std::string_view NoFile = "/dev/null";
+
+/// The kind of two files, nullptr when they are not of one.
+const KindEntry* KindOfBoth(const DiffOptions& options) {
+    const KindEntry* before = KindOfFile(options.Before);
+    const KindEntry* after = KindOfFile(options.After);
+    return options.Before == NoFile ? after : options.After == NoFile || before == after ? before : nullptr;
+}
+
 /// The records of one kind on one side.
 struct Side {
     struct Entry {
@@ -27,6 +37,8 @@ struct Side {
     KeyedCollection<Entry> Records;
 
     void Add(const RecordKind& kind, const std::string& path) {
+        if (path == NoFile)
+            return;
         RecordFile& file = Parsed.emplace_back();
         file.Read(kind, Files::ReadWhole(path));
         const std::string name = Files::NameOf(path);
@@ -66,7 +78,7 @@ class Comparing {
             if (Files::FolderExists(options.Before)) {
                 before.AddFolder(kind, options.Before);
                 after.AddFolder(kind, options.After);
-            } else if (KindOfFile(options.Before) == &kind) {
+            } else if (KindOfBoth(options) == &kind) {
                 before.Add(*kind.Kind, options.Before);
                 after.Add(*kind.Kind, options.After);
             }
@@ -175,7 +187,7 @@ ExitStatus RunDiff(const DiffOptions& options, std::ostream& out) {
     const bool folders = Files::FolderExists(options.Before);
     if (folders != Files::FolderExists(options.After))
         throw Failure(FailureInvalidArgument, "a file and a folder cannot be compared");
-    if (!folders && (!KindOfFile(options.Before) || KindOfFile(options.Before) != KindOfFile(options.After)))
+    if (!folders && !KindOfBoth(options))
         throw Failure(FailureInvalidArgument,
                       "these are no two files of one kind: " + options.Before + ", " + options.After);
     return Comparing(options, out).Run();

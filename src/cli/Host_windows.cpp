@@ -27,7 +27,26 @@ bool OutputIsTerminal() {
     return _isatty(_fileno(stdout)) != 0;
 }
 
+std::string OutputOf(const std::vector<std::string>& words, int& status) {
+    std::wstring line;
+    for (const std::string& word : words)
+        line += L'"' + std::filesystem::path(std::u8string(word.begin(), word.end())).wstring() + L"\" ";
+    std::string output;
+    // The shell takes off the outermost quotes.
+    std::FILE* pipe = _wpopen((L'"' + line + L'"').c_str(), L"rb");
+    if (pipe == nullptr) {
+        status = -1;
+        return output;
+    }
+    char bytes[4096];
+    while (const std::size_t count = std::fread(bytes, 1, sizeof bytes, pipe))
+        output.append(bytes, count);
+    status = _pclose(pipe);
+    return output;
+}
+
 void PrepareStreams() {
+    _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     SetConsoleOutputCP(CP_UTF8);

@@ -78,10 +78,10 @@ ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
     const std::string base = Files::ReadWhole(options.Base);
     const std::string ours = Files::ReadWhole(options.Ours);
     const std::string theirs = Files::ReadWhole(options.Theirs);
-    const KindEntry* entry = KindOfFile(options.Out);
+    const KindEntry* entry = KindOfFile(options.Name.empty() ? options.Out : options.Name);
     for (const std::string* side : {&ours, &theirs, &base})
         entry = entry ? entry : KindOfText(*side);
-    const std::string path = OutputText::Path(options.Out);
+    const std::string path = OutputText::Path(options.Name.empty() ? options.Out : options.Name);
     if (!entry)
         throw Failure(FailureInvalidArgument, options.Out + ": no file of events, UP issues or modules");
     const MergeResult result = Merge(*entry->Kind, base, ours, theirs);

@@ -72,19 +72,33 @@ class Merging {
         return WithLineEnd(std::pair(our.size(), our) < std::pair(their.size(), their) ? their : our);
     }
 
-    /// The comment lines above a record.
-    [[nodiscard]] std::string CommentsBefore(const Part& part) const {
-        std::string comments;
+    /// The empty lines and comments above a record.
+    [[nodiscard]] std::string Above(std::string_view text) const {
+        std::string above;
         std::string scratch;
         KeyValue parts;
-        for (const std::string_view line : TextLines::Split(part.Text)) {
-            if (SplitLine(line, kind.ValuesKeepBlanks, scratch, parts) &&
-                CodePage::EqualNoCase(parts.Key, kind.Header))
-                break;
-            if (line.starts_with("//") && !SeparatorLine.starts_with(line))
-                comments.append(line).append("\r\n");
+        for (const std::string_view line : TextLines::Split(text)) {
+            if (SplitLine(line, kind.ValuesKeepBlanks, scratch, parts)) {
+                if (CodePage::EqualNoCase(parts.Key, kind.Header))
+                    break;
+            } else if (!SeparatorLine.starts_with(line) || line.empty()) {
+                above.append(line).append("\r\n");
+            }
         }
-        return comments;
+        return above;
+    }
+    [[nodiscard]] std::string Above(const Part* before, const Part* our, const Part* their) const {
+        const auto of = [&](const Part* part) { return part ? Above(part->Text) : std::string(); };
+        if (!our || !their)
+            return of(our ? our : their);
+        return Changed(of(before), of(our), of(their));
+    }
+
+    /// The block of a record without the empty lines behind it: those stand above the next one.
+    [[nodiscard]] std::string Block(const Record& record) const {
+        std::string block = BlockOf(kind, record);
+        block.erase(block.find_last_not_of("\r\n") + 1);
+        return block + "\r\n";
     }
 
     Merged MergeRecord(const std::string& name) {
@@ -125,8 +139,7 @@ class Merging {
         kind.ForEachField(merge);
         if (!clashes.empty())
             return Conflict(name, &our, &their, std::move(clashes));
-        std::string text = Changed(CommentsBefore(before), CommentsBefore(our), CommentsBefore(their)) +
-                           BlockOf(kind, *built);
+        std::string text = Above(&before, &our, &their) + Block(*built);
         const Record* wanted = built.get();
         return {wanted, std::move(text), std::move(built)};
     }
@@ -135,11 +148,12 @@ class Merging {
                     std::vector<std::string> fields) {
         conflicts.push_back({name, std::move(fields)});
         Merged merged;
+        merged.Text = Above(base.Parts.Find(name), our, their);
         for (const std::string_view line : ConflictLines) {
             merged.Text.append(line).append("\r\n");
             const Part* side = line == ConflictLines[0] ? our : line == ConflictLines[1] ? their : nullptr;
             if (side)
-                merged.Text += BlockOf(kind, *side->Content);
+                merged.Text += Block(*side->Content);
         }
         return merged;
     }
@@ -234,7 +248,7 @@ class Merging {
                 Merged& merged = *records.Find(name);
                 if (SameContent(kind, *merged.Wanted, *part.Content))
                     continue;
-                merged.Text = BlockOf(kind, *merged.Wanted);
+                merged.Text = Above(merged.Text) + Block(*merged.Wanted);
                 changed = true;
             }
         }

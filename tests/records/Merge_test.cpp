@@ -203,9 +203,9 @@ TEST(Merge, KeepsWhatStandsAroundRecordsAndMarksConflictsWhole) {
     ASSERT_EQ(both.Conflicts.size(), 1u);
     EXPECT_EQ(both.Conflicts[0].Name, "A");
     EXPECT_THAT(both.Conflicts[0].Fields, ElementsAre("Title"));
-    EXPECT_THAT(both.Text,
-                ::testing::StartsWith("<<<<<<< ours\r\n" + std::string(SeparatorLine) + "EVENT A"));
-    EXPECT_THAT(both.Text, HasSubstr("ENDEVENT\r\n\r\n\r\n>>>>>>> theirs\r\n"));
+    EXPECT_THAT(both.Text, ::testing::StartsWith("// about A\r\n<<<<<<< ours\r\n" +
+                                                 std::string(SeparatorLine) + "EVENT A"));
+    EXPECT_THAT(both.Text, HasSubstr("ENDEVENT\r\n>>>>>>> theirs\r\n"));
     EXPECT_THAT(FailureOf([&] { Merge(EventKind, base, both.Text, base); }).Description(),
                 HasSubstr("not settled"));
     EXPECT_THAT(FailureOf([&] { Merge(EventKind, base, block("A", "") + block("a", ""), ""); }).Description(),
