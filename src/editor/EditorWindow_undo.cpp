@@ -71,6 +71,7 @@ void EditorWindow::AdoptUndo() {
     edits.OnChange([this](const Edits::Change& change) {
         if (change.Kind != Edits::How::Normalized && change.Kind != Edits::How::TakenBack)
             discarded.reset();
+        UpdateUndo();
     });
 }
 
