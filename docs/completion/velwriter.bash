@@ -7,7 +7,7 @@ _velwriter() {
   COMPREPLY=()
 
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words='check export format diff merge git --help --version'
+    words='check export stats format diff merge git --help --version'
   else
     case $previous in
       --kind) words='events upissues sbmodules' ;;
@@ -39,6 +39,7 @@ _velwriter() {
     case $command:$current in
       check:-*) words="--kind --format --ignore --no-ignore-file --baseline --write-baseline --watch --list-rules $own --help" ;;
       export:-*) words="--kind --format --sort $own --help" ;;
+      stats:-*) words="--kind --format $own --help" ;;
       format:-*) words="--check --write $own --help" ;;
       diff:-*) words='--format --help' ;;
       merge:-*) words='--output --name --help' ;;

@@ -25,6 +25,7 @@ constexpr const char* Examples = R"(Examples:
   velwriter check --list-rules
   velwriter export ~/Velmora --sort name > velmora.json
   velwriter export ~/Velmora --kind upissues --format csv > issues.csv
+  velwriter stats ~/Velmora
   velwriter format ~/Velmora/Data/MyEvents.event
   velwriter format --check ~/Velmora/Data/*.event
   velwriter format --write ~/Velmora/Data/MyEvents.event
@@ -124,6 +125,13 @@ CLI::App* AddExport(CLI::App& app, Words& words) {
     command->add_option("--sort", words.Sort, "Order of the records (file)")
         ->check(CLI::IsMember({"file", "name"}));
     command->footer("Example: velwriter export ~/Velmora --sort name > velmora.json");
+    return command;
+}
+
+CLI::App* AddStats(CLI::App& app, Words& words) {
+    CLI::App* command = app.add_subcommand("stats", "Count the records by file, type, answer and problem");
+    AddGame(*command, words, {"text", "json"});
+    command->footer("Example: velwriter stats ~/Velmora --kind events");
     return command;
 }
 
@@ -292,6 +300,7 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
                std::ostream& err) {
     const CLI::App* check = AddCheck(app, words);
     const CLI::App* exporting = AddExport(app, words);
+    const CLI::App* stats = AddStats(app, words);
     const CLI::App* format = AddFormat(app, words);
     const CLI::App* diff = AddDiff(app, words);
     const CLI::App* git = AddGit(app, words);
@@ -299,12 +308,14 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
     const auto named = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
     if (!arguments.empty() && !arguments.front().starts_with('-') && app.get_subcommands(named).empty())
         throw BadUsage("there is no command " + arguments.front() +
-                       "; check, export, format, diff, merge and git are those");
+                       "; check, export, stats, format, diff, merge and git are those");
     std::reverse(arguments.begin(), arguments.end()); // CLI11 takes words off the end
     app.parse(std::move(arguments));
     BuildCatalogues();
     if (check->parsed())
         return Check(words, out, err);
+    if (stats->parsed())
+        return RunStats({ChooseGame(words), words.Format == "json"}, out, err);
     if (exporting->parsed())
         return Export(words, out, err);
     if (format->parsed())

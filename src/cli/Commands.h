@@ -32,6 +32,11 @@ struct CheckOptions {
     bool Watch = false;                      ///< again after each change, until the output is closed
 };
 
+struct StatsOptions {
+    GameChoice Game;
+    bool AsJson = false;
+};
+
 struct ExportOptions {
     GameChoice Game;
     bool SortByName = false;
@@ -75,6 +80,9 @@ ExitStatus RunGit(GitAction action, std::ostream& out);
 
 /// Prints every message of loading and every reason of the record checks.
 ExitStatus RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err);
+
+/// Prints how many records there are of what.
+ExitStatus RunStats(const StatsOptions& options, std::ostream& out, std::ostream& err);
 
 /// Prints every record.
 ExitStatus RunExport(const ExportOptions& options, std::ostream& out, std::ostream& err);

@@ -2,6 +2,7 @@
 #include "editor/ChoiceBox.h"
 #include "editor/EditorWindow.h"
 #include "editor/QtText.h"
+#include "editor/StatisticsPanel.h"
 #include "editor/UndoPanels.h"
 #include "editor/Workbench.h"
 
@@ -12,6 +13,7 @@ namespace velmora {
 
 void EditorWindow::AdoptUndoPanels() {
     new HistoryPanel(*this, *workbench);
+    new StatisticsPanel(*this, *workbench, *recordList);
     differences = new DifferencesPanel(*this, *workbench);
     arrows = new RevertArrows(*this, controls.Details);
     // Once for all that one command changes.

@@ -69,6 +69,17 @@ void RecordList::RulesChanged() {
     wantedName = chosenName;
     model->RulesChanged();
     Settle();
+    emit RulesTold();
+}
+
+std::vector<std::string_view> RecordList::BrokenRules(const Record& record) const {
+    return model->Rules() ? model->Rules()(record) : std::vector<std::string_view>{};
+}
+
+void RecordList::FilterBy(const QString& line) {
+    parentWidget()->show(); // the dock
+    parentWidget()->raise();
+    filter->setText(line);
 }
 
 void RecordList::WorkOn() {

@@ -33,6 +33,10 @@ class RecordList : public QWidget {
     /// Where the rules come from that a record breaks; RulesChanged is to be called when they change.
     void SetRules(RulesOf rules) { model->SetRules(std::move(rules)); }
     void RulesChanged();
+    /// Names of the rules that a record breaks.
+    [[nodiscard]] std::vector<std::string_view> BrokenRules(const Record& record) const;
+    /// Lists the records that a filter line asks for.
+    void FilterBy(const QString& line);
     /// Names of the selected records, in order.
     [[nodiscard]] std::vector<std::string> SelectedNames() const;
     /// A command on the selected records, for the context menu.
@@ -40,6 +44,7 @@ class RecordList : public QWidget {
 
   signals:
     void SelectionChanged();
+    void RulesTold(); ///< other records break rules now
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

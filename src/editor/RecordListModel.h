@@ -23,6 +23,7 @@ class RecordListModel : public QAbstractItemModel {
 
     /// Where the rules come from that each record breaks. The search for one goes on with RulesChanged.
     void SetRules(RulesOf rules) { rulesOf = std::move(rules); }
+    [[nodiscard]] const RulesOf& Rules() const { return rulesOf; }
     /// True when a record breaks a rule or is not written.
     [[nodiscard]] bool NeedsAttention(const Record& record) const;
 

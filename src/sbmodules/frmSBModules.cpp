@@ -6,6 +6,7 @@
 #include "editor/PictureViewer.h"
 #include "editor/ProblemPanel.h"
 #include "editor/RecordList.h"
+#include "editor/StatisticsPanel.h"
 #include "editor/TextBox.h"
 #include "sbmodules/clsSBModule.h"
 #include "services/Catalogues.h"
@@ -21,7 +22,9 @@ frmSBModules::frmSBModules(QWidget* parent)
     ui->setupUi(this);
     AdoptForm(ControlsOf(ui, ui->fraSBModuleDetails, ui->txtSBModuleName, ui->cboSBModuleFile),
               {"mnuEdit", "mnuZoom", "mnuHelp"});
-    new ProblemPanel(*this, *workbench, *new RecordList(*this, *workbench, false), nullptr);
+    auto* list = new RecordList(*this, *workbench, false);
+    new ProblemPanel(*this, *workbench, *list, nullptr);
+    new StatisticsPanel(*this, *workbench, *list);
     form.BindChoice("SBModuleID", ui->cboSBModuleID, ids.UsedSBModuleIDs);
     form.BindText("DisplayName", ui->txtDisplayName);
     form.BindChoice("ModuleType", ui->cboModuleType, SBModuleTypes);
