@@ -120,6 +120,20 @@ void LookAtProblems(Tour& tour, QWidget& window) {
     tour.Find<QDockWidget>(window, "dckProblems").hide();
 }
 
+void LookAtPreview(Tour& tour, QWidget& window) {
+    tour.Find<QDockWidget>(window, "dckPreview").show();
+    tour.Step(QStringLiteral("preview"), &window);
+    tour.Find<QCheckBox>(window, "chkSampleNames").setChecked(true);
+    tour.Choose(window, "mnuEditThisEvent");
+    tour.Type(window, "txtGoodOption", QStringLiteral("%s welcomes %s, which is 100% sure. ").repeated(7));
+    tour.Step(QStringLiteral("preview-too-long"), &window);
+    tour.Meet({}, QStringLiteral("OK")); // leaving the text tells of its length
+    tour.Find(window, "txtEvilOption").setFocus();
+    tour.Choose(window, "mnuDiscardChanges");
+    tour.Find<QCheckBox>(window, "chkSampleNames").setChecked(false);
+    tour.Find<QDockWidget>(window, "dckPreview").hide();
+}
+
 void PlayEvents(Tour& tour, frmWriter& writer) {
     MeetLoadingMessages(tour, true);
     tour.Choose(writer, "mnuEvents");
@@ -132,6 +146,7 @@ void PlayEvents(Tour& tour, frmWriter& writer) {
     EditAnEvent(tour, window);
     LookThroughRecords(tour, window);
     LookAtProblems(tour, window);
+    LookAtPreview(tour, window);
     tour.Meet(QStringLiteral("write-question"), [&](QWidget& box) {
         Tour::Press(box, QStringLiteral("Show Details..."));
         tour.Step(QStringLiteral("write-details"), &box);
@@ -154,6 +169,8 @@ void PlayIssues(Tour& tour, frmWriter& writer) {
     tour.Choose(window, "mnuDiscardChanges");
     tour.Meet(QStringLiteral("issue-review"), QStringLiteral("OK"));
     tour.Choose(window, "mnuIssueText");
+    tour.Find<QDockWidget>(window, "dckPreview").show();
+    tour.Step(QStringLiteral("issue-preview"), &window);
     window.close();
 }
 

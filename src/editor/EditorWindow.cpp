@@ -1,7 +1,9 @@
 #include "editor/EditorWindow.h"
 
 #include "editor/ChoiceBox.h"
+#include "editor/LengthMeters.h"
 #include "editor/LineBox.h"
+#include "editor/PreviewPanel.h"
 #include "editor/QtText.h"
 #include "editor/TextBox.h"
 #include "editor/Workbench.h"
@@ -43,6 +45,12 @@ void EditorWindow::AdoptEditor(const RecordControls& shared) {
                          {"", ""},
                          {"mnuDelete", "edit-delete"},
                          {"mnuWriteToFile", "document-save"}});
+}
+
+void EditorWindow::AdoptTexts() {
+    new LengthMeters(*this);
+    auto* preview = new PreviewPanel(*this, *workbench, *recordList);
+    connect(&history, &FormHistory::Moved, preview, &PreviewPanel::Later);
 }
 
 void EditorWindow::BindSubstitution(std::string_view property, ChoiceBox* box) {

@@ -79,6 +79,8 @@ class EditorWindow : public RecordWindow {
 
     /// To be called once the form is set up.
     void AdoptEditor(const RecordControls& shared);
+    /// To be called once the form's fields are bound: what shows and measures their texts.
+    void AdoptTexts();
     /// Binds a box of what a "%s" in a text can stand for.
     void BindSubstitution(std::string_view property, ChoiceBox* box);
 

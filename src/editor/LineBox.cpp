@@ -21,6 +21,16 @@ void LineBox::ShowText(const QString& text) {
         setCursorPosition(0);
 }
 
+void LineBox::ShowMarks(const QList<QTextLayout::FormatRange>& all) {
+    // The only formats that a line takes are those of an input method, counted from the caret.
+    QList<QInputMethodEvent::Attribute> formats;
+    for (const QTextLayout::FormatRange& range : all)
+        formats.append({QInputMethodEvent::TextFormat, range.start - cursorPosition(), range.length,
+                        QVariant::fromValue<QTextFormat>(range.format)});
+    QInputMethodEvent marking(QString(), formats);
+    QLineEdit::inputMethodEvent(&marking);
+}
+
 void LineBox::Paste(const QString& text) {
     if (isReadOnly())
         return;

@@ -31,6 +31,7 @@ class LineBox : public RuledBox<QLineEdit> {
     [[nodiscard]] qsizetype SelectedLength() const override { return selectedText().size(); }
     void PutCaretAtEnd() override { end(false); }
     void Report(const QString& hint) override { emit Refused(hint); }
+    void ShowMarks(const QList<QTextLayout::FormatRange>& all) override;
 
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

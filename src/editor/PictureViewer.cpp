@@ -34,7 +34,7 @@ PictureViewer::PictureViewer(QWidget* parent) : QWidget(parent) {
 
 void PictureViewer::ShowFile(const std::string& path) {
     picture = ReadPicture(path);
-    if (auto* instead = window()->findChild<QLabel*>(QStringLiteral("lblUnableToDisplay")))
+    if (auto* instead = parentWidget()->findChild<QLabel*>(QStringLiteral("lblUnableToDisplay")))
         instead->setVisible(!HasPicture());
     update();
     emit Displayed(HasPicture());

@@ -6,8 +6,8 @@
 
 namespace velmora {
 
-/// Shows a picture of the game, scaled to the room there is. While it has none to show, the window's label
-/// `lblUnableToDisplay` tells so in its place.
+/// Shows a picture of the game, scaled to the room there is. While it has none to show, the label
+/// `lblUnableToDisplay` beside it, if there is one, tells so in its place.
 class PictureViewer : public QWidget {
     Q_OBJECT
 

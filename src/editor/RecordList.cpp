@@ -44,8 +44,10 @@ void RecordList::FollowWindow() {
     });
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& to) {
-                if (const Record* record = to.isValid() && !settling ? model->RecordAt(to.row()) : nullptr)
+                if (const Record* record = to.isValid() && !settling ? model->RecordAt(to.row()) : nullptr) {
                     chosenName = library.NameOf(*record);
+                    emit Pointed(chosenName);
+                }
             });
     connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &RecordList::SelectionChanged);

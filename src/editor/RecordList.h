@@ -45,6 +45,8 @@ class RecordList : public QWidget {
   signals:
     void SelectionChanged();
     void RulesTold(); ///< other records break rules now
+    /// A person has made this record current, which shows it not yet.
+    void Pointed(const std::string& name);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -9,9 +9,12 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPalette>
+#include <QTextLayout>
+#include <array>
 #include <exception>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace velmora {
 
@@ -24,6 +27,17 @@ void SelectAllText(Box* box) noexcept {
         // The box stays as it was.
     }
 }
+
+/// What is marked in a text. Each mark has a line of its own form, so that colour is not its only sign.
+enum class TextMark { TooLong, Misspelled };
+/// A stretch of the text on show.
+struct TextRange {
+    qsizetype From;
+    qsizetype Length;
+};
+
+/// How a mark looks.
+QTextCharFormat LookOf(TextMark mark);
 
 /// What all text boxes of the editors share, whether of one line or of many: they hold code-page bytes, admit
 /// only what InputRules admit and can select their text when they are entered.
@@ -59,6 +73,20 @@ class RuledBox : public Base {
     void SetCaretAtEndOnEntry(bool atEnd) { caretAtEnd = atEnd; }
     [[nodiscard]] bool CaretAtEndOnEntry() const { return caretAtEnd; }
 
+    /// Marks stretches of the text on show, in place of those marked so before.
+    void SetMarked(TextMark mark, const std::vector<TextRange>& ranges) {
+        auto& marked = marks[static_cast<std::size_t>(mark)];
+        if (ranges.empty() && marked.empty())
+            return;
+        marked.clear();
+        for (const TextRange& range : ranges)
+            marked.append({static_cast<int>(range.From), static_cast<int>(range.Length), LookOf(mark)});
+        ShowMarks(marks[0] + marks[1]);
+    }
+    [[nodiscard]] const QList<QTextLayout::FormatRange>& Marked(TextMark mark) const {
+        return marks[static_cast<std::size_t>(mark)];
+    }
+
     /// The window undoes what is typed here, together with its other fields.
     void SetUndoneByWindow() { undoneByWindow = true; }
     virtual void PutCaret(int position) = 0;
@@ -86,6 +114,7 @@ class RuledBox : public Base {
     virtual void ShowText(const QString& text) = 0;
     [[nodiscard]] virtual qsizetype SelectedLength() const = 0;
     virtual void PutCaretAtEnd() = 0;
+    virtual void ShowMarks(const QList<QTextLayout::FormatRange>& all) = 0;
     virtual void Report(const QString& hint) = 0;
 
     /// The focus only visits a menu or another window, or returns from there.
@@ -193,6 +222,7 @@ class RuledBox : public Base {
     }
 
     InputRules rules;
+    std::array<QList<QTextLayout::FormatRange>, 2> marks; ///< by TextMark
     std::string original;
     QString shown;
     bool selectsAll = false;

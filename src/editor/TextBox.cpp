@@ -51,6 +51,28 @@ void TextBox::PutCaret(int position) {
     setTextCursor(cursor);
 }
 
+QTextCharFormat LookOf(TextMark mark) {
+    QTextCharFormat look;
+    look.setUnderlineColor(QColor(220, 40, 40));
+    look.setUnderlineStyle(mark == TextMark::TooLong ? QTextCharFormat::SingleUnderline
+                                                     : QTextCharFormat::WaveUnderline);
+    if (mark == TextMark::TooLong)
+        look.setBackground(QColor(220, 40, 40, 70));
+    return look;
+}
+
+void TextBox::ShowMarks(const QList<QTextLayout::FormatRange>& all) {
+    QList<QTextEdit::ExtraSelection> selections;
+    for (const QTextLayout::FormatRange& range : all) {
+        QTextEdit::ExtraSelection selection{QTextCursor(document()), range.format};
+        const int last = document()->characterCount() - 1;
+        selection.cursor.setPosition(qMin(range.start, last));
+        selection.cursor.setPosition(qMin(range.start + range.length, last), QTextCursor::KeepAnchor);
+        selections.append(selection);
+    }
+    setExtraSelections(selections);
+}
+
 void TextBox::contextMenuEvent(QContextMenuEvent* event) {
     QMenu* menu = createStandardContextMenu(event->pos());
     menu->setAttribute(Qt::WA_DeleteOnClose);

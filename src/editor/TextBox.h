@@ -34,6 +34,7 @@ class TextBox : public RuledBox<QPlainTextEdit> {
     [[nodiscard]] qsizetype SelectedLength() const override;
     void PutCaretAtEnd() override { moveCursor(QTextCursor::End); }
     void Report(const QString& hint) override { emit Refused(hint); }
+    void ShowMarks(const QList<QTextLayout::FormatRange>& all) override;
 
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;

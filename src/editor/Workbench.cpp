@@ -140,9 +140,9 @@ void Workbench::AddTools(const std::vector<std::pair<const char*, const char*>>&
     }
 }
 
-std::unique_ptr<QSettings> Workbench::Store() const {
+std::unique_ptr<QSettings> Workbench::Store(const QString& group) {
     auto store = std::make_unique<QSettings>(PathToQt(ProgramFile("workbench.ini")), QSettings::IniFormat);
-    store->beginGroup(window.objectName());
+    store->beginGroup(group);
     return store;
 }
 
@@ -151,7 +151,7 @@ void Workbench::Restore() {
         return;
     LayOutFirst();
     firstState = window.saveState(LayoutVersion);
-    const auto store = Store();
+    const auto store = Store(window.objectName());
     const bool left = store->status() == QSettings::NoError && store->contains(QStringLiteral("state"));
     // Being shown changes what a layout is saved as.
     QTimer::singleShot(0, this, [this, left] {
@@ -172,7 +172,7 @@ void Workbench::Restore() {
 void Workbench::Save() const {
     if (openedState.isEmpty())
         return;
-    const auto store = Store();
+    const auto store = Store(window.objectName());
     for (const Columns& columns : keptColumns)
         if (const QByteArray state = columns.Header->saveState(); state != columns.Opened)
             store->setValue(KeyOf(columns), state);

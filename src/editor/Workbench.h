@@ -48,6 +48,9 @@ class Workbench : public QObject {
     /// Keeps the layout, if it was changed.
     void Save() const;
 
+    /// A group of workbench.ini.
+    [[nodiscard]] static std::unique_ptr<QSettings> Store(const QString& group);
+
     /// Marks the controls of fields until another record or another mode comes on show.
     void Mark(const std::vector<std::string_view>& properties);
     void Unmark();
@@ -67,7 +70,6 @@ class Workbench : public QObject {
     void LayOutFirst();
     void GiveRoom();
     void UpdateHistory();
-    [[nodiscard]] std::unique_ptr<QSettings> Store() const;
     struct Columns {
         QHeaderView* Header;
         QByteArray First;

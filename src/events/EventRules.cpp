@@ -49,8 +49,32 @@ void BuildWildCardSubs(Catalogue& subs) {
     AddSubstitutions(Substitutions, subs);
 }
 
+const Catalogue& EventSubs() {
+    static const struct Subs : Catalogue {
+        Subs() { BuildWildCardSubs(*this); }
+    } subs;
+    return subs;
+}
+
 std::string_view EventSubstitutionHint(std::string_view name) {
     return HintOf(Substitutions, name);
+}
+
+const Catalogue& EventAttributes(std::int32_t eventType) {
+    return eventType != 0 ? RandomEventAttributes : ColonialEventAttributes;
+}
+
+std::string_view AttributeUnit(std::int32_t attribute) {
+    switch (attribute) {
+    case 200:
+        return "BC";
+    case 103:
+        return "Moves";
+    case 119:
+        return "Routes";
+    default:
+        return "%";
+    }
 }
 
 bool IsReservedEventFile(std::string_view shortName) {

@@ -31,8 +31,15 @@ extern const std::array<std::int32_t clsEvent::*, 10> EventSubstitutions;
 
 /// Fills the catalogue of what a "%s" in an event can stand for.
 void BuildWildCardSubs(Catalogue& subs);
+/// The same, filled once.
+const Catalogue& EventSubs();
 /// The hint for a substitution of an event; empty for any other name.
 std::string_view EventSubstitutionHint(std::string_view name);
+
+/// What an answer of an event of this type can change.
+const Catalogue& EventAttributes(std::int32_t eventType);
+/// The unit of an attribute's value: "BC", "Moves", "Routes" or "%".
+std::string_view AttributeUnit(std::int32_t attribute);
 
 /// CoreEvents.event and BonusEvents.event are the game's own: their events keep their file.
 bool IsReservedEventFile(std::string_view shortName);

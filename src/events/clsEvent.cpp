@@ -1,5 +1,6 @@
 #include "events/clsEvent.h"
 
+#include "events/EventPreview.h"
 #include "events/EventRules.h"
 #include "records/CheckContext.h"
 #include "services/Numbers.h"
@@ -43,14 +44,9 @@ constexpr std::array<Field, 28> EventFields{
     NumberField<&E::EvilOptStr02>("EvilOptStr02", 2, true),
 };
 
-struct Subs : Catalogue {
-    Subs() { BuildWildCardSubs(*this); }
-};
-
 void CheckRecord(const Record& record, const CheckContext& context, std::vector<Problem>& problems) {
-    static const Subs subs;
     const auto& event = static_cast<const E&>(record);
-    problems = CheckEvent(event, context.HasPicture(event.Image), subs);
+    problems = CheckEvent(event, context.HasPicture(event.Image), EventSubs());
     CheckEventLengths(event, problems);
 }
 
@@ -81,6 +77,10 @@ RecordKind MakeEventKind() {
     kind.Makes<E>();
     kind.Normalize = [](Record& record) { NormalizeEvent(static_cast<E&>(record)); };
     kind.Check = CheckRecord;
+    kind.Substitutions = EventSubs;
+    kind.PreviewOf = [](const Record& record, const SampleNames& samples) {
+        return PreviewEvent(static_cast<const E&>(record), samples);
+    };
     kind.ReadNumber = LeadingNumber;
     return kind;
 }

@@ -48,21 +48,8 @@ EditorWords EventWords() {
     return words;
 }
 
-const Catalogue& AttributesOf(std::int32_t type) {
-    return type != 0 ? RandomEventAttributes : ColonialEventAttributes;
-}
-
 QString UnitOf(std::int32_t attribute) {
-    switch (attribute) {
-    case 200:
-        return QStringLiteral("BC");
-    case 103:
-        return QStringLiteral("Moves");
-    case 119:
-        return QStringLiteral("Routes");
-    default:
-        return QStringLiteral("%");
-    }
+    return ToQt(AttributeUnit(attribute));
 }
 
 bool IsReservedName(const std::string& name) {
@@ -85,6 +72,7 @@ frmEvents::frmEvents(QWidget* parent)
     AdoptEditor(ControlsOf(ui, ui->fraEventDetails, ui->txtEventName, ui->cboEventFile));
     firstField = ui->txtTitle;
     BindFields();
+    AdoptTexts();
     ConnectCommands();
 }
 
@@ -155,12 +143,12 @@ void frmEvents::BindAttributes() {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         Binding& bound = form.BindChoice(
             attributes[i], columns[i].Attribute, [](const Record& record) -> const Catalogue& {
-                return AttributesOf(static_cast<const clsEvent&>(record).EventType);
+                return EventAttributes(static_cast<const clsEvent&>(record).EventType);
             });
         bound.ShownApart = true;
         bound.SetText = [this, i, select = bound.SetText](const std::string& name) {
             // The names are those of the type that is on show by now.
-            columns[i].Attribute->SetEntries(NamesOf(AttributesOf(ShownEventType)), -1);
+            columns[i].Attribute->SetEntries(NamesOf(EventAttributes(ShownEventType)), -1);
             select(name);
             AttributeChosen(i);
         };

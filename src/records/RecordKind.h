@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/Preview.h"
 #include "records/Record.h"
 #include "services/Problem.h"
 
@@ -132,6 +133,10 @@ struct RecordKind {
     /// Appends what is wrong with a record, as it would be once it is normalised. Any thread may ask. Not set
     /// for a kind without checks beyond those of loading.
     void (*Check)(const Record&, const CheckContext&, std::vector<Problem>&) = nullptr;
+    /// What a "%s" in its texts can stand for; not set for a kind without.
+    const Catalogue& (*Substitutions)() = nullptr;
+    /// The record as the player meets it.
+    Preview (*PreviewOf)(const Record&, const SampleNames&) = nullptr;
     double (*ReadNumber)(std::string_view) = nullptr; ///< the number at the start of a value
 
     [[nodiscard]] std::string Routine(std::string_view procedure) const {

@@ -27,6 +27,18 @@ constexpr std::array<Field, 9> SBModuleFields{
     NumberField<&M::ModuleType>("Type", 1, false, "ModuleType"),
 };
 
+std::string AbilityOf(const M& module) {
+    const std::size_t ability = PositionByCode(SBModuleAbilities, module.LocalAbility);
+    return SBModuleAbilities.KeyAt(ability) + " " + Signed(module.LocalAbilityValue);
+}
+
+Preview PreviewModule(const Record& record, const SampleNames& /*samples*/) {
+    const auto& module = static_cast<const M&>(record);
+    return {{},
+            module.DisplayName,
+            {{{}, {{TextPiece::Sort::Plain, ShownPlain(module.Description)}}, AbilityOf(module), {}}}};
+}
+
 RecordKind MakeSBModuleKind() {
     RecordKind kind;
     kind.Word = "sbmodule";
@@ -53,6 +65,7 @@ RecordKind MakeSBModuleKind() {
         return NameByNumber(SBModuleTypes, static_cast<const M&>(record).ModuleType);
     };
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<M&>(record).SBModuleNumber; };
+    kind.PreviewOf = PreviewModule;
     kind.Makes<M>();
     return kind;
 }

@@ -2,8 +2,10 @@
 
 #include "editor/ChoiceBox.h"
 #include "editor/FormRoutines.h"
+#include "editor/LengthMeters.h"
 #include "editor/LineBox.h"
 #include "editor/PictureViewer.h"
+#include "editor/PreviewPanel.h"
 #include "editor/ProblemPanel.h"
 #include "editor/RecordList.h"
 #include "editor/StatisticsPanel.h"
@@ -33,6 +35,8 @@ frmSBModules::frmSBModules(QWidget* parent)
     form.BindCode("LocalAbility", ui->cboLocalAbility, SBModuleAbilities);
     form.BindNumber("LocalAbilityValue", ui->txtLocalAbilityValue);
     form.BindText("Description", ui->txtDescription, {500});
+    new LengthMeters(*this);
+    new PreviewPanel(*this, *workbench, *list);
     for (const char* item : {"mnuSortByFileName", "mnuSortAlphabetically"})
         connect(Action(item), &QAction::triggered, Action(item), &QAction::toggle); // picking changes nothing
     library.Admit = [this](Record& record, const Library::Report& report) {

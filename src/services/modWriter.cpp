@@ -2,6 +2,7 @@
 
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
+#include "services/GameText.h"
 #include "services/Settings.h"
 
 #include <algorithm>
@@ -27,17 +28,6 @@ bool IsDigit(char c) {
 bool IsLegalInName(char c) {
     const char upper = UpperOf(c);
     return (upper >= 'A' && upper <= 'Z') || IsDigit(c) || c == '_';
-}
-
-/// Splits at every wild card, written small or large.
-std::vector<std::string_view> SplitAtWildCards(std::string_view text) {
-    std::vector<std::string_view> parts;
-    std::size_t start = 0;
-    for (std::size_t at; (at = CodePage::FindNoCase(text, WildCard, start)) != std::string_view::npos;
-         start = at + WildCard.size())
-        parts.push_back(text.substr(start, at - start));
-    parts.push_back(text.substr(start));
-    return parts;
 }
 
 /// Wild cards do not overlap: each percent sign that an s follows makes one.
@@ -185,10 +175,8 @@ void CheckLength(std::string_view text, std::size_t maximum, std::string_view la
                  std::string_view field, std::vector<Problem>& problems) {
     if (text.size() <= maximum / 2) // doubled percent signs cannot make it too long
         return;
-    std::string normal(text);
-    NormalizeWildCards(normal);
-    if (normal.size() > maximum)
-        problems.push_back({rule, LengthText(label, normal.size(), maximum), Severity::Note, field});
+    if (const std::size_t length = LengthInGame(text); length > maximum)
+        problems.push_back({rule, LengthText(label, length, maximum), Severity::Note, field});
 }
 
 std::string FailedValidationText(std::span<const Problem> reasons) {
@@ -217,14 +205,14 @@ std::string TextForFile(std::string_view text) {
 }
 
 std::string ReviewText(std::string_view text, std::span<const std::string> names) {
-    const std::vector<std::string_view> parts = SplitAtWildCards(text);
     std::string result;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        result += parts[i];
-        if (i + 1 < parts.size() && i < MostReviewNames)
-            result += "[" + (i < names.size() ? CodePage::ToUpper(names[i]) : std::string()) + "]";
-    }
-    return CodePage::ReplaceNoCase(ReplaceAll(result, "%%", "%"), "\\n", "\r");
+    std::size_t card = 0;
+    for (const TextPiece& piece : CutAtWildCards(text, names))
+        if (piece.Is == TextPiece::Sort::Plain)
+            result += piece.Text;
+        else if (card++ < MostReviewNames)
+            result += "[" + CodePage::ToUpper(piece.Text) + "]";
+    return ShownPlain(result);
 }
 
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {

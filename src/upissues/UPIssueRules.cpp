@@ -86,6 +86,10 @@ constexpr TypeGuidance Guidances[]{
      {}},
 };
 
+bool IsAutoListing(std::string_view caption) {
+    return CodePage::FindNoCase(caption, AutoListed) != std::string_view::npos;
+}
+
 bool HasOptions(const clsUPIssue& issue) {
     return std::any_of(UPIssueOptions.begin(), UPIssueOptions.end(),
                        [&](auto option) { return !(issue.*option).empty(); });
@@ -114,6 +118,13 @@ void BuildUPIssueSubstitutions(Catalogue& subs) {
     AddSubstitutions(Substitutions, subs);
 }
 
+const Catalogue& UPIssueSubs() {
+    static const struct Subs : Catalogue {
+        Subs() { BuildUPIssueSubstitutions(*this); }
+    } subs;
+    return subs;
+}
+
 std::string_view UPIssueSubstitutionHint(std::string_view name) {
     return HintOf(Substitutions, name);
 }
@@ -133,6 +144,18 @@ Guidance OfferGuidance(std::int32_t number) {
         }
     guidance.ShowsAbilityBox = found->ShowsAbilityBox;
     return guidance;
+}
+
+bool Guidance::IsAutoListed() const {
+    return IsAutoListing(Caption);
+}
+
+bool Guidance::IsYesNo() const {
+    return Caption.starts_with(YesNo);
+}
+
+bool Guidance::IgnoresYears() const {
+    return Caption.find(YearsIgnored) != std::string::npos;
 }
 
 std::string_view AbilityUnit(std::string_view ability) {
@@ -157,7 +180,7 @@ std::vector<Problem> CheckUPIssue(const clsUPIssue& issue, std::string_view guid
         problems.push_back(
             Reason("no-question", "Question",
                    "No Question text set, please specify the question before the UP High Council."));
-    const bool autoListed = CodePage::FindNoCase(guidanceCaption, AutoListed) != std::string_view::npos;
+    const bool autoListed = IsAutoListing(guidanceCaption);
     CheckOptions(autoListed, HasOptions(issue), optionValueSum != 0, problems);
     std::array<std::int32_t, 4> codes{};
     for (std::size_t i = 0; i < codes.size(); ++i)

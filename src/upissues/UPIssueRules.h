@@ -32,6 +32,8 @@ inline constexpr std::int32_t UPIssueMaximumWildCards = 4;
 
 /// Fills the catalogue of what a "%s" in a question can stand for.
 void BuildUPIssueSubstitutions(Catalogue& subs);
+/// The same, filled once.
+const Catalogue& UPIssueSubs();
 /// The hint for a substitution of a question; empty for any other name.
 std::string_view UPIssueSubstitutionHint(std::string_view name);
 
@@ -41,6 +43,13 @@ struct Guidance {
     std::array<std::string_view, 4> ValueCaptions{"not used", "not used", "not used", "not used"};
     std::array<bool, 4> LeftAligned{}; ///< captions that are centred when false
     bool ShowsAbilityBox = false;      ///< a box of abilities stands in place of the first value field
+
+    /// The game offers the major races as the options.
+    [[nodiscard]] bool IsAutoListed() const;
+    /// The first option is Yes, the second No, the others are ignored.
+    [[nodiscard]] bool IsYesNo() const;
+    /// The years in effect mean nothing.
+    [[nodiscard]] bool IgnoresYears() const;
 };
 /// `number` is one of UPIssueTypes.
 Guidance OfferGuidance(std::int32_t number);

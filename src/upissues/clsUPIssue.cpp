@@ -2,6 +2,7 @@
 
 #include "services/Catalogues.h"
 #include "services/Numbers.h"
+#include "upissues/UPIssuePreview.h"
 #include "upissues/UPIssueRules.h"
 
 #include <array>
@@ -48,14 +49,9 @@ constexpr std::array<Field, 28> UPIssueFields{
     NumberField<&U::HowAIWouldVote>("HowAIWouldVote", 1, true),
 };
 
-struct Subs : Catalogue {
-    Subs() { BuildUPIssueSubstitutions(*this); }
-};
-
 void CheckRecord(const Record& record, const CheckContext& /*context*/, std::vector<Problem>& problems) {
-    static const Subs subs;
     const auto& issue = static_cast<const U&>(record);
-    problems = CheckUPIssue(issue, subs);
+    problems = CheckUPIssue(issue, UPIssueSubs());
     CheckUPIssueLengths(issue, problems);
 }
 
@@ -87,6 +83,10 @@ RecordKind MakeUPIssueKind() {
     kind.Makes<U>();
     kind.Normalize = [](Record& record) { NormalizeUPIssue(static_cast<U&>(record)); };
     kind.Check = CheckRecord;
+    kind.Substitutions = UPIssueSubs;
+    kind.PreviewOf = [](const Record& record, const SampleNames& samples) {
+        return PreviewUPIssue(static_cast<const U&>(record), samples);
+    };
     kind.ReadNumber = LeadingDecimal;
     return kind;
 }

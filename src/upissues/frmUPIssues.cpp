@@ -74,6 +74,7 @@ frmUPIssues::frmUPIssues(QWidget* parent)
     AdoptEditor(ControlsOf(ui, ui->fraUPIssueDetails, ui->txtUPIssueName, ui->cboUPIssueFile));
     firstField = ui->txtQuestion;
     BindFields();
+    AdoptTexts();
     ConnectCommands();
 }
 
