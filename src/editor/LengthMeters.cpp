@@ -73,6 +73,9 @@ void LengthMeters::Add(Box* box, const Binding& binding) {
         const std::string text = box->Bytes();
         const std::size_t length = LengthInGame(text);
         label->setText(ToQt(LengthOfLimit(length, limit)));
+        QFont font = label->font();
+        font.setBold(length > limit);
+        label->setFont(font);
         const qsizetype fits = ToQt(std::string_view(text).substr(0, FittingLength(text, limit))).size();
         const qsizetype beyond = ToQt(text).size() - fits;
         box->SetMarked(TextMark::TooLong,

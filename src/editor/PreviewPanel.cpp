@@ -89,7 +89,7 @@ void PreviewPanel::BuildPanel() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     picture = new PictureViewer(this);
-    picture->setFixedHeight(150);
+    picture->setFixedHeight(100);
     picture->setAccessibleName(tr("Picture"));
     picture->hide();
     layout->addWidget(picture);
