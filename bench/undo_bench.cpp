@@ -12,8 +12,11 @@ void Exchanging(benchmark::State& state, std::size_t records, bool undo, Limit m
     desk.OpenEditor();
     const Library& library = desk.Window().Records();
     Edits::Step step(library, "replacement");
-    for (std::size_t at = 0; at < std::min(records, library.Count()); ++at)
-        static_cast<clsEvent&>(step.Change(library.NameOf(library.At(at)))).Description += '!';
+    for (std::size_t at = 0; at < std::min(records, library.Count()); ++at) {
+        auto& event = static_cast<clsEvent&>(step.Change(library.NameOf(library.At(at))));
+        event.Description += '!';
+        event.IsDirty = true;
+    }
     desk.Window().Changes().Do(std::move(step));
     const auto exchange = [&](bool back) {
         desk.Choose(back ? "mnuUndo" : "mnuRedo");
@@ -42,7 +45,7 @@ void UndoAll(benchmark::State& state) {
 VELMORA_MEASURE(UndoAll);
 
 void RedoAll(benchmark::State& state) {
-    Exchanging(state, static_cast<std::size_t>(state.range(0)), false, {.Milliseconds = 500});
+    Exchanging(state, static_cast<std::size_t>(state.range(0)), false, {.Milliseconds = 1000});
 }
 VELMORA_MEASURE(RedoAll);
 
