@@ -4,9 +4,11 @@
 
 #include "cli/CommandLine.h"
 
+#include <filesystem>
 #include <fstream>
 #include <malloc.h>
 #include <ostream>
+#include <sstream>
 #include <streambuf>
 #include <string>
 
@@ -61,6 +63,35 @@ void VelwriterExport(benchmark::State& state) {
     Velwriter(state, "export");
 }
 VELMORA_MEASURE(VelwriterExport);
+
+void VelwriterStats(benchmark::State& state) {
+    Velwriter(state, "stats");
+}
+VELMORA_MEASURE(VelwriterStats);
+
+/// Taking in a table of all records, in which every tenth title is another.
+void VelwriterImport(benchmark::State& state) {
+    const BenchLibrary& files = LibraryOf(static_cast<std::size_t>(state.range(0)));
+    const std::string path = files.Game + "bench.csv";
+    std::ostringstream table;
+    std::ostringstream told;
+    RunVelwriter({"export", files.Game, "--kind", "events", "--for", "spreadsheet"}, table, told);
+    std::string text = table.str();
+    std::size_t rows = 0;
+    for (std::size_t at = text.find("\nEvent_"); at != std::string::npos; at = text.find("\nEvent_", at + 1))
+        if (++rows % 10 == 0)
+            text.insert(text.find(',', at) + 1, "other ");
+    std::ofstream(path, std::ios::binary) << text;
+    const double least = LeastTime([&] {
+        told.str({});
+        RunVelwriter({"import", files.Game, path}, told, told);
+    });
+    std::filesystem::remove(path);
+    if (told.str().find(" " + std::to_string(rows / 10) + " changed, 0 refused") == std::string::npos)
+        return state.SkipWithError("not all changes were found");
+    Tell(state, least, {.Milliseconds = 2000});
+}
+VELMORA_MEASURE(VelwriterImport);
 
 } // namespace
 } // namespace velmora

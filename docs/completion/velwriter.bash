@@ -7,14 +7,16 @@ _velwriter() {
   COMPREPLY=()
 
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words='check export stats format diff merge git --help --version'
+    words='check export import stats format diff merge git --help --version'
   else
     case $previous in
       --kind) words='events upissues sbmodules' ;;
       --sort) words='file name' ;;
+      --for) words='spreadsheet translators' ;;
+      --separator) words=', ; tab' ;;
       --format)
         words='text json'
-        [ "$command" = export ] && words='json csv'
+        [ "$command" = export ] && words='json csv po'
         [ "$command" = check ] && words='text json github sarif'
         ;;
       --ignore)
@@ -38,12 +40,18 @@ _velwriter() {
   if [ -z "$words" ]; then
     case $command:$current in
       check:-*) words="--kind --format --ignore --no-ignore-file --baseline --write-baseline --watch --list-rules $own --help" ;;
-      export:-*) words="--kind --format --sort $own --help" ;;
+      export:-*) words="--kind --format --sort --for --separator $own --help" ;;
+      import:-*) words="--kind --dry-run --write $own --help" ;;
       stats:-*) words="--kind --format $own --help" ;;
       format:-*) words="--check --write $own --help" ;;
       diff:-*) words='--format --help' ;;
       merge:-*) words='--output --name --help' ;;
       git:*) words='--enable --disable --status --help' ;;
+      import:*)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+        ;;
       format:* | diff:* | merge:*)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$current"; shopt -s nocasematch

@@ -25,6 +25,8 @@ constexpr const char* Examples = R"(Examples:
   velwriter check --list-rules
   velwriter export ~/Velmora --sort name > velmora.json
   velwriter export ~/Velmora --kind upissues --format csv > issues.csv
+  velwriter export ~/Velmora --kind events --for spreadsheet > events.csv
+  velwriter import ~/Velmora events.csv --write
   velwriter stats ~/Velmora
   velwriter format ~/Velmora/Data/MyEvents.event
   velwriter format --check ~/Velmora/Data/*.event
@@ -41,6 +43,8 @@ struct Words {
     std::string Kind;
     std::string Format;
     std::string Sort = "file";
+    std::string For;
+    std::string Separator;
     std::vector<std::string> Ignored;
     bool ListRules = false;
     bool NoIgnoreFile = false;
@@ -120,11 +124,32 @@ CLI::App* AddCheck(CLI::App& app, Words& words) {
 }
 
 CLI::App* AddExport(CLI::App& app, Words& words) {
-    CLI::App* command = app.add_subcommand("export", "Print every record as JSON or CSV");
-    AddGame(*command, words, {"json", "csv"});
+    CLI::App* command = app.add_subcommand("export", "Print every record as JSON, CSV or PO");
+    AddGame(*command, words, {"json", "csv", "po"});
+    command->add_option("--for", words.For, "Make a table for other people's programs")
+        ->check(CLI::IsMember({"spreadsheet", "translators"}));
+    command->add_option("--separator", words.Separator, "What parts the cells of such a table (,)")
+        ->check(CLI::IsMember({",", ";", "tab"}));
     command->add_option("--sort", words.Sort, "Order of the records (file)")
         ->check(CLI::IsMember({"file", "name"}));
     command->footer("Example: velwriter export ~/Velmora --sort name > velmora.json");
+    return command;
+}
+
+CLI::App* AddImport(CLI::App& app, Words& words) {
+    CLI::App* command = app.add_subcommand("import", "Take records or texts from a table edited elsewhere");
+    command->add_option("GAME_DIR", words.Directory, "The game's directory, the one that holds Data")
+        ->type_name("");
+    command->add_option("FILE", words.Files, "A table as export --for makes it")
+        ->required()
+        ->expected(1)
+        ->type_name("");
+    command->add_option("--kind", words.Kind, "Take one kind of record only")
+        ->check(CLI::IsMember(KindNames()));
+    CLI::Option* dry = command->add_flag("--dry-run", words.Check, "Only tell what would change (so it is)");
+    command->add_flag("--write", words.Write, "Write the changed files")->excludes(dry);
+    AddOwnFiles(*command, words);
+    command->footer("Example: velwriter import ~/Velmora events.csv --write");
     return command;
 }
 
@@ -250,11 +275,25 @@ ExitStatus Check(const Words& words, std::ostream& out, std::ostream& err) {
     return RunCheck(options, out, err);
 }
 
+ExportOptions::Form FormOf(const Words& words) {
+    using Form = ExportOptions::Form;
+    if (words.For.empty()) {
+        if (!words.Separator.empty())
+            throw BadUsage("--separator goes with --for");
+        return words.Format == "csv" ? Form::Csv : words.Format == "po" ? Form::Po : Form::Json;
+    }
+    if (words.Format == "json" || (words.Format == "po" && words.For == "spreadsheet"))
+        throw BadUsage("--for " + words.For + " makes no " + words.Format);
+    return words.Format == "po" ? Form::Po : words.For == "spreadsheet" ? Form::Sheet : Form::Texts;
+}
+
 ExitStatus Export(const Words& words, std::ostream& out, std::ostream& err) {
     ExportOptions options;
-    options.AsCsv = words.Format == "csv";
-    if (options.AsCsv && words.Kind.empty())
-        throw BadUsage("--format csv prints one kind; name it with --kind");
+    options.As = FormOf(words);
+    using Form = ExportOptions::Form;
+    if ((options.As == Form::Csv || options.As == Form::Sheet) && words.Kind.empty())
+        throw BadUsage("a table holds one kind; name it with --kind");
+    options.Separator = words.Separator == "tab" ? '\t' : words.Separator.empty() ? ',' : words.Separator[0];
     options.Game = ChooseGame(words);
     options.SortByName = words.Sort == "name";
     return RunExport(options, out, err);
@@ -300,6 +339,7 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
                std::ostream& err) {
     const CLI::App* check = AddCheck(app, words);
     const CLI::App* exporting = AddExport(app, words);
+    const CLI::App* importing = AddImport(app, words);
     const CLI::App* stats = AddStats(app, words);
     const CLI::App* format = AddFormat(app, words);
     const CLI::App* diff = AddDiff(app, words);
@@ -308,12 +348,15 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
     const auto named = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
     if (!arguments.empty() && !arguments.front().starts_with('-') && app.get_subcommands(named).empty())
         throw BadUsage("there is no command " + arguments.front() +
-                       "; check, export, stats, format, diff, merge and git are those");
+                       "; check, export, import, stats, format, diff, merge and git are those");
     std::reverse(arguments.begin(), arguments.end()); // CLI11 takes words off the end
     app.parse(std::move(arguments));
     BuildCatalogues();
     if (check->parsed())
         return Check(words, out, err);
+    if (importing->parsed())
+        return RunImport({ChooseGame(words), OutputText::TypedPath(words.Files.front()), words.Write}, out,
+                         err);
     if (stats->parsed())
         return RunStats({ChooseGame(words), words.Format == "json"}, out, err);
     if (exporting->parsed())

@@ -40,7 +40,14 @@ struct StatsOptions {
 struct ExportOptions {
     GameChoice Game;
     bool SortByName = false;
-    bool AsCsv = false; ///< needs a single kind
+    enum class Form { Json, Csv, Sheet, Texts, Po } As = Form::Json; ///< Csv and Sheet need a single kind
+    char Separator = ',';                                            ///< of Sheet and Texts
+};
+
+struct ImportOptions {
+    GameChoice Game;
+    std::string File;
+    bool Write = false; ///< else only tell what would change
 };
 
 struct FormatOptions {
@@ -86,6 +93,10 @@ ExitStatus RunStats(const StatsOptions& options, std::ostream& out, std::ostream
 
 /// Prints every record.
 ExitStatus RunExport(const ExportOptions& options, std::ostream& out, std::ostream& err);
+
+/// Takes a table of records, or of their texts, that was edited elsewhere, and tells what it changes. Found
+/// when some rows cannot be taken.
+ExitStatus RunImport(const ImportOptions& options, std::ostream& out, std::ostream& err);
 
 /// Prints files as the editor would write them, or puts them into that form. A file that would lose records
 /// by it is never replaced.

@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/RecordJson.h"
 #include "cli/Reports.h"
+#include "kinds/Sheets.h"
 
 namespace velmora {
 
@@ -30,17 +31,50 @@ class Exporting {
     /// What loading has to tell finds no place in a table.
     void WriteCsv(std::ostream& out, std::ostream& err) {
         const KindEntry& kind = *options.Game.Kinds.front();
-        ProblemLines lines(err, loader.FolderOf(kind));
         Library library(*kind.Kind);
-        Load(kind, library, [&](const Problem& message) { lines.Print(message); });
+        LoadTelling(kind, library, err);
         out << CsvHeader(RecordToJson(kind, *kind.Kind->Make())) << '\n';
         for (const auto& [name, record] : library)
             out << CsvRow(RecordToJson(kind, record)) << '\n';
     }
 
+    /// Tables for people, in UTF-8 that spreadsheets recognise.
+    void WriteSheet(std::ostream& out, std::ostream& err) {
+        const KindEntry& kind = *options.Game.Kinds.front();
+        Library library(*kind.Kind);
+        LoadTelling(kind, library, err);
+        out << Sheets::ByteOrderMark << Sheets::RecordHeader(*kind.Kind, options.Separator);
+        for (const auto& [name, record] : library)
+            out << Sheets::RecordRow(*kind.Kind, record, options.Separator);
+    }
+
+    void WriteTexts(std::ostream& out, std::ostream& err) {
+        const bool po = options.As == ExportOptions::Form::Po;
+        if (po)
+            out << Sheets::PoHeader();
+        else
+            out << Sheets::ByteOrderMark << Sheets::TextHeader(options.Separator);
+        for (const KindEntry* kind : options.Game.Kinds) {
+            if (PlayerTextsOf(*kind->Kind).empty())
+                continue;
+            Library library(*kind->Kind);
+            LoadTelling(*kind, library, err);
+            FieldLines lines(*kind->Kind);
+            for (const auto& [name, record] : library)
+                Sheets::ForEachText(*kind->Kind, record, lines, [&](const Sheets::Text& text) {
+                    out << (po ? Sheets::PoEntry(text) : Sheets::TextRow(text, options.Separator));
+                });
+        }
+    }
+
     bool Report(std::ostream& err) const { return loader.Report(err); }
 
   private:
+    void LoadTelling(const KindEntry& kind, Library& library, std::ostream& err) {
+        ProblemLines lines(err, loader.FolderOf(kind));
+        Load(kind, library, [&](const Problem& message) { lines.Print(message); });
+    }
+
     void Load(const KindEntry& kind, Library& library, const ProblemSink& problems) {
         loader.Load(kind, library, [&](const Problem& problem) {
             if (problem.Rule != UnfinishedBlockRule) // no message of the windows
@@ -69,10 +103,15 @@ class Exporting {
 
 ExitStatus RunExport(const ExportOptions& options, std::ostream& out, std::ostream& err) {
     Exporting exporting(options);
-    if (options.AsCsv)
-        exporting.WriteCsv(out, err);
-    else
+    using Form = ExportOptions::Form;
+    if (options.As == Form::Json)
         exporting.WriteJson(out);
+    else if (options.As == Form::Csv)
+        exporting.WriteCsv(out, err);
+    else if (options.As == Form::Sheet)
+        exporting.WriteSheet(out, err);
+    else
+        exporting.WriteTexts(out, err);
     return exporting.Report(err) ? ExitWell : ExitFailure;
 }
 

@@ -41,6 +41,7 @@ void GameLoader::Load(const KindEntry& entry, Library& library, const ProblemSin
     request.Folder = FolderOf(entry);
     const auto named = own.find(&entry);
     request.OwnFile = named == own.end() ? std::string(entry.OwnFile) : named->second;
+    request.BackupFolder = BackupFolder;
     request.MakeBackups = true;
     request.Problems = [&](const Problem& problem) {
         if (problem.Rule == LoadFailureRule)

@@ -35,6 +35,9 @@ class GameLoader {
     [[nodiscard]] const std::string& GamePath() const { return gamePath; }
     [[nodiscard]] std::string FolderOf(const KindEntry& entry) const;
 
+    /// Where what a write drops of a file is kept, with trailing separator; empty for nowhere.
+    std::string BackupFolder;
+
     /// Loads one kind; what was read before a failure stays in the library.
     void Load(const KindEntry& entry, Library& library, const ProblemSink& problems);
 

@@ -65,14 +65,6 @@ std::span<const PlayerText> PlayerTextsOf(const RecordKind& kind) {
     return &kind == &UPIssueKind ? std::span<const PlayerText>(issues) : std::span<const PlayerText>();
 }
 
-std::size_t LengthInGame(const std::string& text) {
-    if (text.find('%') == std::string::npos)
-        return text.size();
-    std::string legal = text;
-    NormalizeWildCards(legal);
-    return legal.size();
-}
-
 std::string SubstitutionNames(const RecordKind& kind, const PlayerText& text, const Record& record) {
     if (text.Substitutions == nullptr)
         return {};

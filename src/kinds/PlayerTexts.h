@@ -24,9 +24,6 @@ struct PlayerText {
 /// The texts of a kind that players read, in file order; none for a kind that is only read.
 std::span<const PlayerText> PlayerTextsOf(const RecordKind& kind);
 
-/// How many characters a text has once its percent signs are made legal, as the check counts them.
-std::size_t LengthInGame(const std::string& text);
-
 /// What a record's substitutions of a text stand for: "Player Name, Nothing"; empty without any.
 std::string SubstitutionNames(const RecordKind& kind, const PlayerText& text, const Record& record);
 

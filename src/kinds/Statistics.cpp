@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/PathTexts.h"
 #include "services/Catalogues.h"
+#include "services/GameText.h"
 
 #include <algorithm>
 #include <set>

@@ -17,8 +17,8 @@ std::string FieldCell(const Field& field, const Record& record) {
 
 } // namespace
 
-std::string Cell(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos)
+std::string Cell(const std::string& text, char separator) {
+    if (text.find_first_of("\"\r\n") == std::string::npos && text.find(separator) == std::string::npos)
         return text;
     std::string quoted = "\"";
     for (const char c : text)

@@ -116,7 +116,8 @@ TEST(RuleTable, HelpTextsNameEveryOption) {
     const std::string completion = ReadProjectFile("docs/completion/velwriter.bash");
     const std::regex option("--[a-z-]+");
     std::size_t options = 0;
-    for (const std::string command : {"check", "export", "stats", "format", "diff", "merge", "git"}) {
+    for (const std::string command :
+         {"check", "export", "import", "stats", "format", "diff", "merge", "git"}) {
         const std::string help = CliRun(command, "--help").Out;
         for (std::sregex_iterator at(help.begin(), help.end(), option), end; at != end; ++at, ++options)
             for (const std::string& text : {manual, guide, completion})

@@ -1,0 +1,92 @@
+// Tables from elsewhere, and what other programs would make of a text in one.
+#include "platform/TextLines.h"
+#include "records/Csv.h"
+#include "services/Numbers.h"
+
+#include <algorithm>
+
+namespace velmora::Csv {
+
+namespace {
+
+/// True for a text that is, behind any apostrophes, more than a text to a spreadsheet.
+bool IsTempting(std::string_view text) {
+    const std::size_t start = std::min(text.find_first_not_of('\''), text.size());
+    text.remove_prefix(start);
+    return !text.empty() &&
+           (std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos || IsNumeric(text));
+}
+
+} // namespace
+
+std::string Guarded(std::string text) {
+    if (IsTempting(text))
+        text.insert(text.begin(), '\'');
+    return text;
+}
+
+std::string Unguarded(std::string text) {
+    if (text.starts_with('\'') && IsTempting(text))
+        text.erase(text.begin());
+    return text;
+}
+
+void Reader::TakeQuoted(std::string& cell) {
+    while (!rest.empty()) {
+        const std::size_t quote = std::min(rest.find('"'), rest.size());
+        cell.append(rest.substr(0, quote));
+        nextLine += static_cast<std::size_t>(
+            std::count(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(quote), '\n'));
+        rest.remove_prefix(std::min(quote + 1, rest.size()));
+        if (!rest.starts_with('"'))
+            return;
+        cell += '"';
+        rest.remove_prefix(1);
+    }
+}
+
+bool Reader::Next(std::vector<std::string>& cells) {
+    const char ends[] = {separator, '\r', '\n'};
+    for (; rest.starts_with('\n') || rest.starts_with("\r\n"); ++nextLine)
+        TextLines::Take(rest);
+    line = nextLine;
+    if (rest.empty())
+        return false;
+    std::size_t count = 0;
+    for (bool more = true; more; ++count) {
+        if (count == cells.size())
+            cells.emplace_back();
+        std::string& cell = cells[count];
+        cell.clear();
+        if (rest.starts_with('"')) {
+            rest.remove_prefix(1);
+            TakeQuoted(cell);
+        }
+        for (;;) { // a carriage return alone belongs to the text
+            const std::size_t end = std::min(rest.find_first_of({ends, 3}), rest.size());
+            cell.append(rest.substr(0, end));
+            rest.remove_prefix(end);
+            if (!rest.starts_with('\r') || rest.starts_with("\r\n"))
+                break;
+            cell += '\r';
+            rest.remove_prefix(1);
+        }
+        more = rest.starts_with(separator);
+        if (more)
+            rest.remove_prefix(1);
+        else if (!rest.empty()) {
+            TextLines::Take(rest);
+            ++nextLine;
+        }
+    }
+    cells.resize(count);
+    return true;
+}
+
+char SeparatorOf(std::string_view table) {
+    const std::string_view first = table.substr(0, table.find('\n'));
+    const auto count = [&](char separator) { return std::ranges::count(first, separator); };
+    return std::ranges::max({',', ';', '\t'}, {}, count);
+}
+
+} // namespace velmora::Csv
