@@ -149,6 +149,17 @@ unsigned char Upper(unsigned char byte) {
     return TheTables().Uppered[byte];
 }
 
+bool IsLetter(unsigned char byte) {
+    const char32_t character = ToUnicode(byte);
+    if (character < 0x80)
+        return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+    constexpr std::u32string_view lettersBefore = U"\u00AA\u00B5\u00BA"; // of the scripts
+    constexpr char32_t scripts = 0xC0;
+    constexpr char32_t afterScripts = 0x2000;
+    return lettersBefore.find(character) != std::u32string_view::npos ||
+           (character >= scripts && character < afterScripts && character != 0xD7 && character != 0xF7);
+}
+
 std::string ToUpper(std::string_view text) {
     return Mapped(text, TheTables().Uppered);
 }

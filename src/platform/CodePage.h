@@ -31,6 +31,9 @@ unsigned char Fold(unsigned char byte);
 /// Upper-case form of a byte by this code page; a byte without one stays.
 unsigned char Upper(unsigned char byte);
 
+/// True for a letter of any script.
+bool IsLetter(unsigned char byte);
+
 std::string ToUpper(std::string_view text);
 /// Every byte folded; texts that are equal without regard to case become equal.
 std::string ToLower(std::string_view text);

@@ -46,6 +46,10 @@ TEST(CodePage, FoldsLettersThatBothCasesHave) {
     EXPECT_EQ(CodePage::ToLower(upper + lower + others), lower + lower + others);
     EXPECT_EQ(CodePage::Fold(0xC9), 0xE9);
     EXPECT_EQ(CodePage::Upper(0xE9), 0xC9);
+    for (const char c : upper + lower + "\xDF\xAA")
+        EXPECT_TRUE(CodePage::IsLetter(static_cast<unsigned char>(c))) << c;
+    for (const char c : "@[`{19_ \xD7\xF7\x80\x96\xA0\xB0"s)
+        EXPECT_FALSE(CodePage::IsLetter(static_cast<unsigned char>(c))) << c;
 }
 
 TEST(CodePage, ComparesWithoutRegardToCase) {
