@@ -186,7 +186,7 @@ void EditorWindow::UpdateEditMenu() {
     Action("mnuRenameThisFile")->setEnabled(movable);
     Action(words.MoveItem)->setEnabled(movable);
     Action("mnuAddNew")->setEnabled(Browsing() && !halfRead);
-    for (const char* item : {"mnuCopyAsNew", "mnuDelete", "mnuWriteToFile"})
+    for (const char* item : {"mnuCopyAsNew", "mnuDelete", "mnuWriteToFile", "mnuFindReplace"})
         Action(item)->setEnabled(changeable);
 }
 

@@ -16,6 +16,7 @@ class QTimer;
 namespace velmora {
 
 class DifferencesPanel;
+class ReplacePanel;
 class RevertArrows;
 
 /// What a field holds, as its control shows it.
@@ -71,6 +72,7 @@ class EditorWindow : public RecordWindow {
     void Revert(const Binding& binding);
     /// Undoes or redoes until so many steps of the history are done.
     void GoToStep(int stepsDone);
+    [[nodiscard]] ReplacePanel& FindAndReplace() { return *replacePanel; }
 
   protected:
     /// `substitutionsOfKind` is filled at each load with what a "%s" in a text can stand for.
@@ -207,6 +209,7 @@ class EditorWindow : public RecordWindow {
     };
     std::optional<Discarded> discarded;
     RecordList* recordList = nullptr;
+    ReplacePanel* replacePanel = nullptr;
 };
 
 } // namespace velmora

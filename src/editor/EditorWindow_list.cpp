@@ -2,10 +2,12 @@
 #include "editor/EditorWindow.h"
 #include "editor/ProblemPanel.h"
 #include "editor/RecordList.h"
+#include "editor/ReplacePanel.h"
 #include "services/Settings.h"
 #include "services/modWriter.h"
 
 #include <QAction>
+#include <QMenu>
 #include <algorithm>
 
 namespace velmora {
@@ -27,6 +29,11 @@ void EditorWindow::AdoptList() {
     OnClick("mnuMoveSelected", [this] { MoveSelected(); });
     connect(recordList, &RecordList::SelectionChanged, this, &EditorWindow::UpdateListMenu);
     new ProblemPanel(*this, *workbench, *recordList, Action(words.EditItem));
+    Menu("mnuEdit")->addSeparator();
+    QAction* replace = Menu("mnuEdit")->addAction(tr("&Find And Replace..."));
+    replace->setObjectName(QStringLiteral("mnuFindReplace"));
+    replace->setShortcut(Qt::CTRL | Qt::Key_H);
+    replacePanel = new ReplacePanel(*this, *workbench, *recordList, replace);
 }
 
 void EditorWindow::UpdateListMenu() {

@@ -59,6 +59,7 @@ void RecordList::FilterTyped() {
     wantedName = chosenName;
     model->Begin(Filter(FromQt(filter->text())));
     Settle();
+    emit FilterChanged();
 }
 
 void RecordList::Restart() {

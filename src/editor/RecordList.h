@@ -39,6 +39,8 @@ class RecordList : public QWidget {
     void FilterBy(const QString& line);
     /// Names of the selected records, in order.
     [[nodiscard]] std::vector<std::string> SelectedNames() const;
+    /// True for a record that matches the filter.
+    [[nodiscard]] bool Lists(const Record& record) const { return model->MatchesFilter(record); }
     /// A command on the selected records, for the context menu.
     QAction* AddCommand(const char* name, const QString& text);
 
@@ -47,6 +49,7 @@ class RecordList : public QWidget {
     void RulesTold(); ///< other records break rules now
     /// A person has made this record current, which shows it not yet.
     void Pointed(const std::string& name);
+    void FilterChanged();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -42,6 +42,7 @@ class RecordListModel : public QAbstractItemModel {
     /// Which record is on show; Library::None for none.
     void SetShown(std::size_t position);
 
+    [[nodiscard]] bool MatchesFilter(const Record& record) const { return search.Matches(record); }
     /// How many records match, so far.
     [[nodiscard]] std::size_t Matches() const { return told; }
     /// How many the library had when it was last looked at.
