@@ -54,6 +54,13 @@ void RefuseLink(const Path& path, bool isPrivate) {
         throw std::system_error(std::make_error_code(std::errc::too_many_symbolic_link_levels), "open");
 }
 
+std::intptr_t OpenForReading(const Path& path, bool isPrivate) {
+    CheckFault("open");
+    RefuseLink(path, isPrivate);
+    return Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
+                FILE_FLAG_SEQUENTIAL_SCAN);
+}
+
 // What a user's private files need denied to others, the rights of the user's own folders deny here.
 std::intptr_t OpenForWriting(const Path& path, OutFile::Opening opening, bool isPrivate) {
     CheckFault("open");
@@ -80,10 +87,7 @@ DWORD Piece(std::size_t wanted) {
 
 } // namespace
 
-InFile::InFile(const Path& path, bool isPrivate)
-    : Handle((RefuseLink(path, isPrivate),
-              Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
-                   FILE_FLAG_SEQUENTIAL_SCAN))) {
+InFile::InFile(const Path& path, bool isPrivate) : Handle(OpenForReading(path, isPrivate)) {
     LARGE_INTEGER size{};
     if (::GetFileType(Native(Handle)) != FILE_TYPE_DISK || !::GetFileSizeEx(Native(Handle), &size)) {
         ::CloseHandle(Native(Handle));
@@ -97,6 +101,7 @@ InFile::~InFile() {
 }
 
 std::size_t InFile::Read(char* buffer, std::size_t size) {
+    CheckFault("read");
     DWORD got = 0;
     if (!::ReadFile(Native(Handle), buffer, Piece(size), &got, nullptr))
         Refuse(::GetLastError(), "read");
