@@ -39,7 +39,7 @@ _velwriter() {
 
   if [ -z "$words" ]; then
     case $command:$current in
-      check:-*) words="--kind --format --ignore --no-ignore-file --baseline --write-baseline --watch --list-rules $own --help" ;;
+      check:-*) words="--kind --format --ignore --no-ignore-file --baseline --write-baseline --watch --spelling --dictionary --list-rules $own --help" ;;
       export:-*) words="--kind --format --sort --for --separator $own --help" ;;
       import:-*) words="--kind --dry-run --write $own --help" ;;
       stats:-*) words="--kind --format $own --help" ;;

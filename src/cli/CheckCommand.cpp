@@ -3,6 +3,7 @@
 #include "cli/Reports.h"
 #include "kinds/Baseline.h"
 #include "kinds/IgnoreFile.h"
+#include "kinds/Spelling.h"
 #include "platform/FolderStamps.h"
 #include "records/CheckRecords.h"
 
@@ -41,6 +42,8 @@ class Checking {
             ignored.Read(loader.GamePath());
         if (!options.BaselineFile.empty())
             baseline.Read(options.BaselineFile);
+        if (!options.Dictionaries.empty())
+            OpenSpelling();
     }
 
     ExitStatus Run(std::ostream& err) {
@@ -48,6 +51,8 @@ class Checking {
         for (const KindEntry* kind : options.Game.Kinds)
             Load(*kind);
         report->Begin(CheckReport::Section::Reasons);
+        for (std::size_t i = 0; spelling && i < libraries.size(); ++i)
+            spelling->Learn(*libraries[i]);
         for (std::size_t i = 0; i < libraries.size(); ++i)
             Check(*options.Game.Kinds[i], *libraries[i]);
         report->Begin(CheckReport::Section::Errors);
@@ -55,9 +60,9 @@ class Checking {
             if (!IsIgnored(error.Told))
                 report->Add(error);
         report->Finish();
-        for (const Problem& line : ignored.Broken())
-            err << "velwriter: " << OutputText::Path(ignored.Path()) << ':' << line.Line << ": " << line.Text
-                << " [" << line.Rule << "]\n";
+        TellBroken(ignored.Path(), ignored.Broken(), err);
+        if (spelling)
+            TellBroken(spelling->WordsPath(), spelling->BrokenLines(), err);
         if (!loader.Report(err))
             return ExitFailure;
         if (!options.NewBaselineFile.empty())
@@ -79,6 +84,19 @@ class Checking {
         return true;
     }
 
+    void OpenSpelling() {
+        spelling = std::make_unique<Spelling>(options.Dictionaries);
+        if (!spelling->Trouble().empty())
+            throw Failure(FailureFileNotFound, spelling->Trouble());
+        spelling->ReadWords(loader.GamePath());
+    }
+
+    static void TellBroken(const std::string& path, const std::vector<Problem>& lines, std::ostream& err) {
+        for (const Problem& line : lines)
+            err << "velwriter: " << OutputText::Path(path) << ':' << line.Line << ": " << line.Text << " ["
+                << line.Rule << "]\n";
+    }
+
     void Load(const KindEntry& kind) {
         libraries.push_back(std::make_unique<Library>(*kind.Kind));
         loader.Load(kind, *libraries.back(), [&](const Problem& message) {
@@ -90,18 +108,25 @@ class Checking {
     }
 
     void Check(const KindEntry& kind, const Library& library) {
-        CheckRecords(library, context, [&](const Record& record, std::vector<Problem>& problems) {
+        RecordCheck more;
+        if (spelling)
+            more = [&](const Record& record, std::vector<Problem>& problems) {
+                spelling->Check(*kind.Kind, record, problems);
+            };
+        const RecordCheck tell = [&](const Record& record, std::vector<Problem>& problems) {
             std::erase_if(problems, [&](const Problem& problem) { return IsIgnored(problem); });
             report->Add(kind, record, problems);
             foundAny |= std::any_of(problems.begin(), problems.end(),
                                     [](const Problem& problem) { return problem.Level != Severity::Note; });
-        });
+        };
+        CheckRecords(library, context, tell, more);
     }
 
     const CheckOptions& options;
     GameLoader loader;
     IgnoreFile ignored;
     Baseline baseline;
+    std::unique_ptr<Spelling> spelling; ///< none where it is not asked for
     CheckContext context{loader.GamePath()};
     std::unique_ptr<CheckReport> report;
     std::vector<std::unique_ptr<Library>> libraries; ///< one a kind

@@ -51,6 +51,8 @@ struct Words {
     std::string Baseline;
     std::string NewBaseline;
     bool Watch = false;
+    bool Spelling = false;
+    std::vector<std::string> Dictionaries{"en_US", "en_GB"};
     std::vector<std::string> OwnFiles = std::vector<std::string>(Kinds().size());
     std::vector<std::string> Files;
     bool Check = false;
@@ -118,6 +120,13 @@ CLI::App* AddCheck(CLI::App& app, Words& words) {
                             ->excludes(known);
     command->add_flag("--watch", words.Watch, "Check again after each change, until it is stopped")
         ->excludes(keep);
+    CLI::Option* spelling = command->add_flag("--spelling", words.Spelling,
+                                              "Note unknown words in the texts that players read, too");
+    command->add_option("--dictionary", words.Dictionaries, "Dictionaries to look them up in (en_US,en_GB)")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("NAME[,NAME...]")
+        ->needs(spelling);
     command->add_flag("--list-rules", words.ListRules, "List the rules and end");
     command->footer("Example: velwriter check ~/Velmora --kind events --ignore no-image");
     return command;
@@ -272,6 +281,8 @@ ExitStatus Check(const Words& words, std::ostream& out, std::ostream& err) {
     options.BaselineFile = words.Baseline.empty() ? "" : OutputText::TypedPath(words.Baseline);
     options.NewBaselineFile = words.NewBaseline.empty() ? "" : OutputText::TypedPath(words.NewBaseline);
     options.Watch = words.Watch;
+    if (words.Spelling)
+        options.Dictionaries = words.Dictionaries;
     return RunCheck(options, out, err);
 }
 

@@ -25,11 +25,12 @@ enum class CheckFormat { Text, Json, GitHub, Sarif };
 struct CheckOptions {
     GameChoice Game;
     CheckFormat Format = CheckFormat::Text;
-    std::unordered_set<std::string> Ignored; ///< rule names
-    bool ReadIgnoreFile = true;              ///< leave out what velwriter.ignore hides, too
-    std::string BaselineFile = {};           ///< its findings are left out
-    std::string NewBaselineFile = {};        ///< where to keep what is found, in place of printing it
-    bool Watch = false;                      ///< again after each change, until the output is closed
+    std::unordered_set<std::string> Ignored;    ///< rule names
+    bool ReadIgnoreFile = true;                 ///< leave out what velwriter.ignore hides, too
+    std::string BaselineFile = {};              ///< its findings are left out
+    std::string NewBaselineFile = {};           ///< where to keep what is found, in place of printing it
+    std::vector<std::string> Dictionaries = {}; ///< to check the spelling with; none to leave it
+    bool Watch = false;                         ///< again after each change, until the output is closed
 };
 
 struct StatsOptions {

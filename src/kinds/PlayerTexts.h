@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/RecordKind.h"
+#include "services/GameText.h"
 
 #include <cstddef>
 #include <cstdint>

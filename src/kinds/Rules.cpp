@@ -1,6 +1,8 @@
 #include "kinds/Rules.h"
 
+#include "kinds/GameWords.h"
 #include "kinds/IgnoreFile.h"
+#include "kinds/Spelling.h"
 #include "services/Problem.h"
 
 #include <algorithm>
@@ -10,7 +12,7 @@ namespace velmora {
 
 namespace {
 
-constexpr std::array<RuleEntry, 34> Table{{
+constexpr std::array<RuleEntry, 36> Table{{
     {"no-data-directory",
      "Events and starbase modules live in the game's Data directory, UP issues in its UP_Issues."},
     {"case-twin-files", "Files whose names differ in letter case only are one file to the game."},
@@ -53,6 +55,8 @@ constexpr std::array<RuleEntry, 34> Table{{
     {LoadFailureRule,
      "A file that cannot be read, is no text, or holds a number beyond 32 bits is a failure."},
     {BrokenIgnoreLineRule, "Each line of velwriter.ignore names a rule, and what else of it is hidden."},
+    {SpellingRule, "Words stand in a dictionary or in velmora.dic, or are names of the game."},
+    {BrokenWordLineRule, "Each line of velmora.dic holds one word."},
 }};
 
 const RuleEntry* Find(std::string_view name) {

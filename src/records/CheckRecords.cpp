@@ -33,8 +33,8 @@ void CheckSome(const Library& library, const CheckContext& context, std::size_t 
 
 } // namespace
 
-void CheckRecords(const Library& library, const CheckContext& context,
-                  const std::function<void(const Record&, std::vector<Problem>&)>& tell) {
+void CheckRecords(const Library& library, const CheckContext& context, const RecordCheck& tell,
+                  const RecordCheck& more) {
     if (library.Kind.Check == nullptr)
         return;
     FieldLines lines(library.Kind);
@@ -43,9 +43,11 @@ void CheckRecords(const Library& library, const CheckContext& context,
         Problems problems(std::min(RecordsAtOnce, count - from));
         CheckSome(library, context, from, problems);
         for (std::size_t i = 0; i < problems.size(); ++i) {
+            const Record& record = library.At(from + i);
+            if (more)
+                more(record, problems[i]);
             if (problems[i].empty())
                 continue;
-            const Record& record = library.At(from + i);
             lines.Place(record, problems[i]);
             tell(record, problems[i]);
         }

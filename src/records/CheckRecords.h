@@ -8,9 +8,12 @@
 
 namespace velmora {
 
+using RecordCheck = std::function<void(const Record&, std::vector<Problem>&)>;
+
 /// Checks every record of a library, the work shared out among the processors. `tell` gets the problems of
-/// each record that has any, in the library's order, with its name, file and line.
-void CheckRecords(const Library& library, const CheckContext& context,
-                  const std::function<void(const Record&, std::vector<Problem>&)>& tell);
+/// each record that has any, in the library's order, with its name, file and line. `more`, if there is any,
+/// may append to them; it runs in the caller's thread.
+void CheckRecords(const Library& library, const CheckContext& context, const RecordCheck& tell,
+                  const RecordCheck& more = {});
 
 } // namespace velmora

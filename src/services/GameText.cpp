@@ -31,6 +31,8 @@ std::string ShownPlain(std::string_view text) {
 }
 
 std::size_t LengthInGame(std::string_view text) {
+    if (text.find('%') == std::string_view::npos)
+        return text.size();
     std::string normal(text);
     NormalizeWildCards(normal);
     return normal.size();

@@ -91,7 +91,7 @@ TEST(RuleTable, IsListedAndExplained) {
 }
 
 TEST(RuleTable, HoldsEveryRuleOfTheSourcesOnce) {
-    std::set<std::string> names;
+    std::set<std::string> names{"spelling"}; // of one word, as other texts are
     const std::regex literal("\"([a-z]+(?:-[a-z]+)+)\"");
     for (const std::string folder :
          {"records", "services", "events", "upissues", "sbmodules", "kinds", "cli"})

@@ -1,0 +1,16 @@
+# The target hunspell: the system's library, or for Windows the one that script/hunspell-windows makes.
+add_library(hunspell UNKNOWN IMPORTED)
+if(WIN32)
+  set(VELMORA_HUNSPELL_WINDOWS "$ENV{VELMORA_HUNSPELL_WINDOWS}" CACHE PATH "What script/hunspell-windows prints")
+  set(hunspell_include ${VELMORA_HUNSPELL_WINDOWS}/include)
+  set(hunspell_library ${VELMORA_HUNSPELL_WINDOWS}/lib/libhunspell.a)
+  set_target_properties(hunspell PROPERTIES INTERFACE_COMPILE_DEFINITIONS HUNSPELL_STATIC)
+else()
+  find_path(hunspell_include hunspell/hunspell.hxx)
+  find_library(hunspell_library NAMES hunspell-1.7 hunspell)
+endif()
+if(NOT EXISTS ${hunspell_include}/hunspell/hunspell.hxx OR NOT EXISTS ${hunspell_library})
+  message(FATAL_ERROR "Missing Hunspell; script/build installs or makes it")
+endif()
+set_target_properties(hunspell PROPERTIES IMPORTED_LOCATION ${hunspell_library}
+  INTERFACE_INCLUDE_DIRECTORIES ${hunspell_include})
