@@ -28,6 +28,7 @@ void EditorWindow::AdoptEditor(const RecordControls& shared) {
     AdoptUndo();
     AdoptList();
     AdoptUndoPanels();
+    AdoptImport();
     for (auto* box : findChildren<LineBox*>())
         connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
     for (auto* box : findChildren<TextBox*>())

@@ -159,6 +159,8 @@ class EditorWindow : public RecordWindow {
     void UpdateEditMenu();
 
     void AdoptUndo();
+    void AdoptImport();
+    void ImportTable();
     void AdoptUndoPanels();
     void RevertTyped(const Binding& binding, const std::string& text);
     void RevertCommitted(const Binding& binding);

@@ -112,6 +112,7 @@ void EditorWindow::UpdateUndo() {
     Action("mnuUndo")->setEnabled(changeable ? discarded || edits.CanUndo() : history.CanUndo());
     Action("mnuRedo")->setEnabled(changeable ? edits.CanRedo() : history.CanRedo());
     Action("mnuTakeUpGivenUp")->setEnabled(changeable);
+    Action("mnuImport")->setEnabled(changeable);
 }
 
 void EditorWindow::GoTo(const FormHistory::Place& place) {

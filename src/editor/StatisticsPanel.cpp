@@ -56,8 +56,6 @@ StatisticsPanel::StatisticsPanel(RecordWindow& recordWindow, Workbench& workbenc
     setColumnWidth(0, 26 * fontMetrics().averageCharWidth());
     auto* dock = workbench.AddDock("dckStatistics", tr("Statistics"), this, Qt::RightDockWidgetArea,
                                    "mnuShowStatistics");
-    if (auto* history = window.findChild<QDockWidget*>(QStringLiteral("dckUndoHistory")))
-        window.tabifyDockWidget(history, dock);
     soon.setSingleShot(true);
     soon.setInterval(Rest);
     connect(&soon, &QTimer::timeout, this, &StatisticsPanel::Restart);

@@ -187,7 +187,9 @@ void Workbench::LayOutFirst() {
     const int width = window.screen()->availableSize().width();
     for (QDockWidget* dock : docks) {
         const bool records = dock->objectName() == QLatin1String("dckRecords");
-        dock->setVisible(width >= WidthForAll || (records && width >= WidthForRecords));
+        // Numbers are looked up now and then; what is always of use has the room.
+        const bool onRequest = dock->objectName() == QLatin1String("dckStatistics");
+        dock->setVisible(!onRequest && (width >= WidthForAll || (records && width >= WidthForRecords)));
     }
     toolbar->setVisible(width >= WidthForAll);
     if (width < WidthForRecords || docks.empty())
