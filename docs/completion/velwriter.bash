@@ -7,7 +7,7 @@ _velwriter() {
   COMPREPLY=()
 
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words='check export import stats format diff merge git --help --version'
+    words='check export import stats format diff merge git lsp --help --version'
   else
     case $previous in
       --kind) words='events upissues sbmodules' ;;
@@ -46,6 +46,7 @@ _velwriter() {
       format:-*) words="--check --write $own --help" ;;
       diff:-*) words='--format --help' ;;
       merge:-*) words='--output --name --help' ;;
+      lsp:*) words='--stdio --help' ;;
       git:*) words='--enable --disable --status --help' ;;
       import:*)
         compopt -o filenames 2>/dev/null

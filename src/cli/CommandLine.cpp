@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/OutputText.h"
 #include "kinds/Rules.h"
+#include "lsp/Server.h"
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iostream>
 
 namespace velmora {
 
@@ -34,6 +36,7 @@ constexpr const char* Examples = R"(Examples:
   velwriter diff old/Data Data
   velwriter merge base.event ours.event theirs.event -o merged.event
   velwriter git --enable
+  velwriter lsp
 
 Exit status: 0 all well, 1 something was found, 2 bad usage or a failure.)";
 
@@ -59,6 +62,7 @@ struct Words {
     bool Write = false;
     std::string Output;
     std::string Name;
+    bool Stdio = false;
     bool Enable = false;
     bool Disable = false;
     bool Status = false;
@@ -209,6 +213,14 @@ CLI::App* AddGit(CLI::App& app, Words& words) {
     return command;
 }
 
+CLI::App* AddLsp(CLI::App& app, Words& words) {
+    CLI::App* command = app.add_subcommand("lsp", "Serve a text editor by the language server protocol");
+    command->add_flag("--stdio", words.Stdio,
+                      "Taken, and changes nothing: there is no other way to be spoken to");
+    command->footer("Example: velwriter lsp");
+    return command;
+}
+
 CLI::App* AddFormat(CLI::App& app, Words& words) {
     CLI::App* command =
         app.add_subcommand("format", "Print .event and .UPIssue files as the editor would write them");
@@ -355,11 +367,12 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
     const CLI::App* format = AddFormat(app, words);
     const CLI::App* diff = AddDiff(app, words);
     const CLI::App* git = AddGit(app, words);
+    const CLI::App* server = AddLsp(app, words);
     AddMerge(app, words);
     const auto named = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
     if (!arguments.empty() && !arguments.front().starts_with('-') && app.get_subcommands(named).empty())
         throw BadUsage("there is no command " + arguments.front() +
-                       "; check, export, import, stats, format, diff, merge and git are those");
+                       "; check, export, import, stats, format, diff, merge, git and lsp are those");
     std::reverse(arguments.begin(), arguments.end()); // CLI11 takes words off the end
     app.parse(std::move(arguments));
     BuildCatalogues();
@@ -374,6 +387,8 @@ ExitStatus Run(CLI::App& app, std::vector<std::string> arguments, Words& words, 
         return Export(words, out, err);
     if (format->parsed())
         return Format(words, out, err);
+    if (server->parsed())
+        return lsp::Serve(std::cin, out) == 0 ? ExitWell : ExitFound;
     if (git->parsed())
         return Git(words, out);
     return diff->parsed() ? Diff(words, out) : Merge(words, err);

@@ -5,10 +5,10 @@
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "records/BlockReader.h"
 #include "services/Trap.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 
 namespace velmora {
@@ -16,15 +16,6 @@ namespace velmora {
 namespace {
 
 constexpr std::int32_t FailureInvalidFileFormat = 321;
-
-/// Failures of reading name their line behind the file, whose name may hold anything.
-std::size_t LineNamedIn(std::string_view description) {
-    constexpr std::string_view mark = ", line ";
-    std::size_t line = 0;
-    if (const std::size_t at = description.rfind(mark); at != std::string_view::npos)
-        std::from_chars(description.data() + at + mark.size(), description.data() + description.size(), line);
-    return line;
-}
 
 } // namespace
 

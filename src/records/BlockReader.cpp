@@ -1,5 +1,4 @@
 #include "records/BlockReader.h"
-#include "records/Merge.h"
 
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
@@ -9,6 +8,7 @@
 #include "services/modWriter.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -261,6 +261,14 @@ std::int32_t BlockReader::ToNumber(double value, std::string_view key) const {
 void BlockReader::Report(std::string_view rule, std::string text, std::string_view field) const {
     sink({rule, std::move(text), Severity::Warning, field, inBlock ? name : std::string(), kind.Word, file,
           lineNumber});
+}
+
+std::size_t LineNamedIn(std::string_view description) {
+    constexpr std::string_view mark = ", line "; // behind the file, whose name may hold anything
+    std::size_t line = 0;
+    if (const std::size_t at = description.rfind(mark); at != std::string_view::npos)
+        std::from_chars(description.data() + at + mark.size(), description.data() + description.size(), line);
+    return line;
 }
 
 } // namespace velmora

@@ -77,4 +77,7 @@ class BlockReader {
     std::deque<std::string> kept;
 };
 
+/// The line that the description of a failure of reading names, 0 for none.
+std::size_t LineNamedIn(std::string_view description);
+
 } // namespace velmora

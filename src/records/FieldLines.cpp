@@ -32,14 +32,18 @@ void FieldLines::Place(const Record& record, std::span<Problem> problems) {
 void FieldLines::Open(const std::string& filePath) {
     if (path == filePath)
         return;
+    try {
+        Hold(filePath, Files::ReadWhole(filePath));
+    } catch (const Failure&) {
+        Hold(filePath, {}); // it was there when it was loaded; its blocks' headers have to do
+    }
+}
+
+void FieldLines::Hold(const std::string& filePath, std::string fileBytes) {
     path = filePath;
+    bytes = std::move(fileBytes);
     block = 0;
     starts.clear();
-    try {
-        bytes = Files::ReadWhole(path);
-    } catch (const Failure&) {
-        bytes.clear(); // it was there when it was loaded; its blocks' headers have to do
-    }
     for (std::string_view rest = bytes; !rest.empty(); TextLines::Take(rest))
         starts.push_back(bytes.size() - rest.size());
 }

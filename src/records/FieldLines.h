@@ -17,6 +17,9 @@ class FieldLines {
   public:
     explicit FieldLines(const RecordKind& recordKind) : kind(recordKind) {}
 
+    /// Takes these bytes for those of a file, until another file is asked for.
+    void Hold(const std::string& filePath, std::string fileBytes);
+
     /// 1-based line of a field, named by its property. A field that the record's own block does not give,
     /// be its value carried over from an earlier block or never given, stands at the block's header, as do
     /// name and number of the header itself. 0 for a record without a file on disk.

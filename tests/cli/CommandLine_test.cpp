@@ -117,7 +117,7 @@ TEST(RuleTable, HelpTextsNameEveryOption) {
     const std::regex option("--[a-z-]+");
     std::size_t options = 0;
     for (const std::string command :
-         {"check", "export", "import", "stats", "format", "diff", "merge", "git"}) {
+         {"check", "export", "import", "stats", "format", "diff", "merge", "git", "lsp"}) {
         const std::string help = CliRun(command, "--help").Out;
         for (std::sregex_iterator at(help.begin(), help.end(), option), end; at != end; ++at, ++options)
             for (const std::string& text : {manual, guide, completion})
