@@ -14,13 +14,25 @@ void FolderStamps::Add(const std::string& folder, bool withFiles) {
     Look(folder, withFiles, last);
 }
 
-bool FolderStamps::Changed() {
+FolderStamps::Changes FolderStamps::Changed() {
     Stamps now;
     for (const auto& [folder, withFiles] : folders)
         Look(folder, withFiles, now);
-    const bool changed = now != last;
+    Changes changes;
+    const auto note = [&](const fs::path& path, const Stamp& stamp) {
+        if (stamp.IsFolder)
+            changes.AnyFolder = true;
+        else
+            changes.Files.push_back(path);
+    };
+    for (const auto& [path, stamp] : now)
+        if (const auto before = last.find(path); before == last.end() || before->second != stamp)
+            note(path, stamp);
+    for (const auto& [path, stamp] : last)
+        if (!now.contains(path))
+            note(path, stamp);
     last = std::move(now);
-    return changed;
+    return changes;
 }
 
 void FolderStamps::Look(const std::string& folder, bool withFiles, Stamps& stamps) {
@@ -30,13 +42,14 @@ void FolderStamps::Look(const std::string& folder, bool withFiles, Stamps& stamp
         return static_cast<std::int64_t>(fs::last_write_time(path, ignored).time_since_epoch().count());
     };
     const fs::path host = HostPath(folder);
-    stamps[host] = {timeOf(host), 0};
+    // The files tell what came and went; the folder's time would tell of every temporary, too.
+    stamps[host] = {withFiles ? fs::exists(host, ignored) : timeOf(host), 0, true};
     if (!withFiles)
         return;
     for (fs::directory_iterator at(host, ignored), end; !ignored && at != end; at.increment(ignored)) {
         std::error_code gone;
         if (at->is_regular_file(gone))
-            stamps[at->path()] = {timeOf(at->path()), fs::file_size(at->path(), gone)};
+            stamps[at->path()] = {timeOf(at->path()), fs::file_size(at->path(), gone), false};
     }
 }
 

@@ -4,7 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
+#include <random>
 #include <regex>
 #include <set>
 
@@ -173,6 +175,52 @@ TEST(CheckFormats, WatchingChecksAgainAfterEachChange) {
                             round("= green, "), round("[no-data-directory]")));
     EXPECT_EQ(acting.Rounds[3].find("no-image"), std::string::npos);
     EXPECT_EQ(CliRun("check", game.Typed(), "--watch", "--format", "json").Status, 2);
+}
+
+std::vector<std::string> SortedLines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        if (!line.starts_with("velwriter: "))
+            lines.push_back(line);
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+TEST(CheckFormats, WatchingFindsWhatAFreshCheckFinds) {
+    GameFolder game;
+    std::mt19937 random(1);
+    std::string remark = "// ";
+    const auto change = [&] {
+        remark += '.'; // no two states are of one size
+        const std::string file = "Data/" + std::string(1, static_cast<char>('A' + random() % 3)) + ".event";
+        std::string text = remark + "\r\n";
+        for (const char* name : {"Raid", "Stay", "RAID", "Long"})
+            if (random() % 3 != 0) {
+                clsEvent event = SoundEvent(name);
+                event.Title = random() % 2 == 0 ? "" : "T";
+                event.GoodOptStr01 = random() % 3 == 0;
+                text += event.GenerateEventString(false) + (random() % 3 == 0 ? "Colour red\r\n" : "");
+            }
+        if (random() % 8 == 0 && game.Has(file))
+            fs::remove(game.Host() / file);
+        else
+            game.Write(file, random() % 8 == 0 ? text + "Probability 9999999999\r\n" : text);
+        if (random() % 8 == 0)
+            game.Write("velwriter.ignore", random() % 2 == 0 ? "rule:no-title #" + remark : "");
+    };
+    game.Write("Data/A.event", "");
+    Acting acting;
+    for (int round = 0; round < 40; ++round)
+        acting.Acts.emplace_back([&, round] {
+            EXPECT_EQ(SortedLines(acting.Rounds.back()),
+                      SortedLines(CliRun("check", game.Typed(), "--kind", "events").Out))
+                << "round " << round;
+            change();
+        });
+    std::ostream out(&acting);
+    std::ostringstream err;
+    EXPECT_EQ(RunVelwriter({"check", game.Typed(), "--watch", "--kind", "events"}, out, err), 2);
 }
 
 /// The findings that a matcher of docs/ takes out of an output, as its numbers name them.
