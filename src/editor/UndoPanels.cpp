@@ -63,7 +63,17 @@ DifferencesPanel::DifferencesPanel(EditorWindow& editorWindow, Workbench& workbe
         setColumnWidth(column, letters * letter);
     const auto* dock = workbench.AddDock("dckDifferences", tr("Show What Differs"), this,
                                          Qt::BottomDockWidgetArea, "mnuShowDifferences");
+    workbench.KeepColumns(header());
     connect(dock, &QDockWidget::visibilityChanged, this, &DifferencesPanel::Refresh);
+    connect(this, &QTreeWidget::itemActivated, this, &DifferencesPanel::RevertRow);
+    setToolTip(tr("Enter or a double click gives a field back what stands on disk."));
+}
+
+void DifferencesPanel::RevertRow(QTreeWidgetItem* row) {
+    const auto fields = window.FieldsOnShow();
+    const auto at = static_cast<std::size_t>(indexOfTopLevelItem(row));
+    if (at < fields.size())
+        window.Revert(*fields[at].Field);
 }
 
 void DifferencesPanel::Refresh() {

@@ -26,7 +26,8 @@ class HistoryPanel : public QListWidget {
     EditorWindow& window;
 };
 
-/// What the fields of the record on show hold on disk, committed and typed.
+/// What the fields of the record on show hold on disk, committed and typed. Choosing one reverts it: that way
+/// is open to the keyboard for every field, the arrows are for the pointer.
 class DifferencesPanel : public QTreeWidget {
     Q_OBJECT
 
@@ -36,6 +37,8 @@ class DifferencesPanel : public QTreeWidget {
     void Refresh();
 
   private:
+    void RevertRow(QTreeWidgetItem* row);
+
     EditorWindow& window;
 };
 
