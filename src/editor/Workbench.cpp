@@ -27,6 +27,8 @@ namespace {
 constexpr int WidthForRecords = 1340;
 constexpr int WidthForAll = 1600;
 constexpr int SideWidth = 320;
+constexpr int HeightBelow = 280;
+constexpr int TitleBar = 40;
 constexpr std::size_t LongestHistory = 1000;
 constexpr int LayoutVersion = 1;
 
@@ -184,25 +186,35 @@ void Workbench::Save() const {
 }
 
 void Workbench::LayOutFirst() {
-    const int width = window.screen()->availableSize().width();
+    const QSize room = window.screen()->availableSize();
+    const bool all = room.width() >= WidthForAll;
+    QDockWidget* firstBelow = nullptr;
     for (QDockWidget* dock : docks) {
         const bool records = dock->objectName() == QLatin1String("dckRecords");
-        // Numbers are looked up now and then; what is always of use has the room.
-        const bool onRequest = dock->objectName() == QLatin1String("dckStatistics");
-        dock->setVisible(!onRequest && (width >= WidthForAll || (records && width >= WidthForRecords)));
+        dock->setVisible(all || (records && room.width() >= WidthForRecords));
+        if (window.dockWidgetArea(dock) != Qt::BottomDockWidgetArea)
+            continue;
+        // Side by side they would be too narrow to read.
+        firstBelow ? window.tabifyDockWidget(firstBelow, dock) : void(firstBelow = dock);
     }
-    toolbar->setVisible(width >= WidthForAll);
-    if (width < WidthForRecords || docks.empty())
+    toolbar->setVisible(all);
+    if (room.width() < WidthForRecords || docks.empty())
         return;
-    window.resize(window.size() +
-                  QSize(width >= WidthForAll ? 2 * SideWidth : SideWidth, width >= WidthForAll ? 200 : 0));
+    window.resize(window.width() + (all ? 2 * SideWidth : SideWidth),
+                  all ? std::min(window.height() + HeightBelow, room.height() - TitleBar) : window.height());
 }
 
 void Workbench::GiveRoom() {
     QList<QDockWidget*> sides;
-    for (QDockWidget* dock : docks)
+    for (QDockWidget* dock : docks) {
         if (dock->isVisible() && window.dockWidgetArea(dock) != Qt::BottomDockWidgetArea)
             sides.append(dock);
+        // Of those that share a place, the first to be in front.
+        const QList<QDockWidget*> sharing = window.tabifiedDockWidgets(dock);
+        if (std::ranges::none_of(docks.begin(), std::ranges::find(docks, dock),
+                                 [&](QDockWidget* other) { return sharing.contains(other); }))
+            dock->raise();
+    }
     window.resizeDocks(sides, QList<int>(sides.size(), SideWidth), Qt::Horizontal);
 }
 
