@@ -18,6 +18,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <algorithm>
+#include <map>
 
 namespace velmora {
 
@@ -27,7 +28,7 @@ namespace {
 constexpr int WidthForRecords = 1340;
 constexpr int WidthForAll = 1600;
 constexpr int SideWidth = 320;
-constexpr int HeightBelow = 280;
+constexpr int HeightBelow = 320;
 constexpr int TitleBar = 40;
 constexpr std::size_t LongestHistory = 1000;
 constexpr int LayoutVersion = 1;
@@ -108,6 +109,8 @@ QDockWidget* Workbench::AddDock(const char* name, const QString& title, QWidget*
     QAction* toggle = dock->toggleViewAction();
     toggle->setObjectName(QString::fromLatin1(action));
     toggle->setShortcut(key);
+    // To the front of those that share its place.
+    connect(toggle, &QAction::triggered, dock, [dock](bool on) { on ? dock->raise() : void(); });
     menu->insertAction(endOfDocks, toggle);
     return dock;
 }
@@ -188,14 +191,15 @@ void Workbench::Save() const {
 void Workbench::LayOutFirst() {
     const QSize room = window.screen()->availableSize();
     const bool all = room.width() >= WidthForAll;
-    QDockWidget* firstBelow = nullptr;
+    std::map<Qt::DockWidgetArea, QDockWidget*> first;
     for (QDockWidget* dock : docks) {
         const bool records = dock->objectName() == QLatin1String("dckRecords");
         dock->setVisible(all || (records && room.width() >= WidthForRecords));
-        if (window.dockWidgetArea(dock) != Qt::BottomDockWidgetArea)
+        // Side by side they would be too small to read; the preview is looked at all the time.
+        if (dock->objectName() == QLatin1String("dckPreview"))
             continue;
-        // Side by side they would be too narrow to read.
-        firstBelow ? window.tabifyDockWidget(firstBelow, dock) : void(firstBelow = dock);
+        if (const auto [place, isFirst] = first.emplace(window.dockWidgetArea(dock), dock); !isFirst)
+            window.tabifyDockWidget(place->second, dock);
     }
     toolbar->setVisible(all);
     if (room.width() < WidthForRecords || docks.empty())
