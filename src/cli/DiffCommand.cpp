@@ -124,7 +124,8 @@ class Comparing {
                 changed.push_back(&field);
         };
         compare(kind.Name);
-        kind.ForEachField(compare);
+        if (!SameContent(kind, *before.Content, *after.Content))
+            kind.ForEachField(compare);
         const bool moved =
             Files::FolderExists(options.Before) && !CodePage::EqualNoCase(before.File, after.File);
         if (changed.empty() && !moved)

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_set>
 #include <utility>
 
 namespace velmora {
@@ -229,8 +230,9 @@ class Merging {
             return;
         const auto& chosen = mineMoved && otherMoved ? std::min(mine, other) : mineMoved ? mine : other;
         std::vector<std::string> result = chosen;
+        const std::unordered_set<std::string> held(chosen.begin(), chosen.end());
         for (const std::string& name : order)
-            if (std::find(result.begin(), result.end(), name) == result.end())
+            if (!held.contains(name))
                 result.push_back(name);
         order = std::move(result);
     }

@@ -176,6 +176,7 @@ void ExpectMerged(const RecordKind& kind, const History& history) {
     ASSERT_EQ(Settled(swapped.Text), Settled(result.Text));
     ASSERT_EQ(swapped.Conflicts.size(), conflicts.size());
     ASSERT_EQ(Merge(kind, history.Base, history.Base, history.Theirs).Text, history.Theirs);
+    ASSERT_EQ(Merge(kind, history.Base, history.Ours, history.Base).Text, history.Ours);
 }
 
 TEST(Merge, LosesNoFieldThatOneSideChanged) {
