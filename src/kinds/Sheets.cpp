@@ -94,7 +94,7 @@ std::string TextRow(const Text& text, char separator) {
 }
 
 std::string PoHeader() {
-    return "msgid \"\"\nmsgstr \"\"\n\"MIME-Version: 1.0\\n\"\n"
+    return "msgid \"\"\nmsgstr \"\"\n\"Project-Id-Version: Velmora\\n\"\n\"MIME-Version: 1.0\\n\"\n"
            "\"Content-Type: text/plain; charset=UTF-8\\n\"\n\"Content-Transfer-Encoding: 8bit\\n\"\n";
 }
 

@@ -4,6 +4,7 @@
 #include "services/Numbers.h"
 
 #include <algorithm>
+#include <array>
 
 namespace velmora::Csv {
 
@@ -86,7 +87,8 @@ bool Reader::Next(std::vector<std::string>& cells) {
 char SeparatorOf(std::string_view table) {
     const std::string_view first = table.substr(0, table.find('\n'));
     const auto count = [&](char separator) { return std::ranges::count(first, separator); };
-    return std::ranges::max({',', ';', '\t'}, {}, count);
+    constexpr std::array separators{',', ';', '\t'};
+    return *std::ranges::max_element(separators, {}, count);
 }
 
 } // namespace velmora::Csv
