@@ -72,6 +72,7 @@ class EditorWindow : public RecordWindow {
     void Revert(const Binding& binding);
     /// Undoes or redoes until so many steps of the history are done.
     void GoToStep(int stepsDone);
+    [[nodiscard]] QString WhyOff(const QAction& action) const override;
     [[nodiscard]] ReplacePanel& FindAndReplace() { return *replacePanel; }
 
   protected:

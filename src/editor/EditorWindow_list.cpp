@@ -94,4 +94,27 @@ void EditorWindow::DoWithSelected(Edits::Step step) {
         PopulateForm(CurrentIndex());
 }
 
+QString EditorWindow::WhyOff(const QAction& action) const {
+    const auto is = [&](const char* name) { return action.objectName() == QLatin1String(name); };
+    if (is("mnuCommitChanges") || is("mnuDiscardChanges"))
+        return tr("No record is being edited");
+    if (is("mnuUndo"))
+        return tr("Nothing was done that could be undone");
+    if (is("mnuRedo"))
+        return tr("Nothing was undone");
+    if (halfRead)
+        return tr("Not all files were read: choose File, Read Files Again");
+    if (!Browsing() || !anyShown)
+        return RecordWindow::WhyOff(action);
+    if (is("mnuRenameThisFile") || is(words.MoveItem))
+        return tr("The records of the game's own files stay where they are");
+    if (is(words.ZoomFileItem))
+        return tr("The records are sorted by name, not by file");
+    if (is("mnuDeleteSelected"))
+        return tr("No record is selected in the list");
+    if (is("mnuMoveSelected"))
+        return tr("No record is selected in the list, or one of a file of the game's own");
+    return RecordWindow::WhyOff(action);
+}
+
 } // namespace velmora

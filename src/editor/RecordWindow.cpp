@@ -53,6 +53,7 @@ void RecordWindow::AdoptForm(const RecordControls& shared, const std::vector<con
     KeepDisabledTextLegible();
     connect(Action("mnuExit"), &QAction::triggered, this, &QWidget::close);
     workbench = new Workbench(*this); // last: the panels' controls are no fields
+    AdoptHelp();
 }
 
 void RecordWindow::ClickAtOnce(QPushButton* button) {
@@ -95,6 +96,7 @@ void RecordWindow::Open() {
     currentIndex = 0;
     ShowDetails(true);
     workbench->Restore();
+    TellWhatFieldsAre();
     resize(size().boundedTo(screen()->availableSize()));
     show();
     RunCommand("Form_Load", [this] {
@@ -313,7 +315,7 @@ std::string RecordWindow::UnwrittenRecords() const {
 
 void RecordWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange && controls.Details)
+    if (event->type() == QEvent::PaletteChange && controls.Details)
         KeepDisabledTextLegible();
 }
 
@@ -324,13 +326,18 @@ void RecordWindow::KeepDisabledTextLegible() {
     const auto mix = [](int of, int with) { return (7 * of + 3 * with) / 10; };
     const QColor legible(mix(text.red(), ground.red()), mix(text.green(), ground.green()),
                          mix(text.blue(), ground.blue()));
-    QPalette palette;
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, legible);
-    palette.setColor(QPalette::Disabled, QPalette::Text, legible);
-    controls.Details->setPalette(palette);
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, legible);
+    if (palette().color(QPalette::PlaceholderText) != legible) { // or setting it would lead here for ever
+        QPalette whole;
+        whole.setColor(QPalette::PlaceholderText, legible);
+        setPalette(whole);
+    }
+    QPalette ofFields;
+    ofFields.setColor(QPalette::Disabled, QPalette::WindowText, legible);
+    ofFields.setColor(QPalette::Disabled, QPalette::Text, legible);
+    controls.Details->setPalette(ofFields);
+    ofFields.setColor(QPalette::Disabled, QPalette::ButtonText, legible);
     for (auto* box : controls.Details->findChildren<QComboBox*>())
-        box->setPalette(palette);
+        box->setPalette(ofFields);
 }
 
 void RecordWindow::closeEvent(QCloseEvent* event) {

@@ -77,6 +77,8 @@ class RecordWindow : public QMainWindow {
     bool GoTo(std::size_t position);
     /// Brings a field into view.
     void ScrollTo(QWidget* control);
+    /// Why a command is off.
+    [[nodiscard]] virtual QString WhyOff(const QAction& action) const;
     /// Writes into the edit-status line.
     void ShowHint(const std::string& text);
     void ShowHint(const QString& text);
@@ -191,6 +193,10 @@ class RecordWindow : public QMainWindow {
     void ClickAtOnce(QPushButton* button);
     /// A record is mostly read while its fields are disabled: their text stays easy to read.
     void KeepDisabledTextLegible();
+    void AdoptHelp();
+    void TellWhatFieldsAre();
+    /// Tells what is known of the field that has the focus; without one, of that which is clicked next.
+    void TellOfField();
     static bool IsField(const QWidget* widget);
 
     std::vector<Problem> found;
