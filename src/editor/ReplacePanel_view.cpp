@@ -3,6 +3,7 @@
 #include "editor/RecordWindow.h"
 #include "editor/ReplacePanel.h"
 #include "editor/Workbench.h"
+#include "kinds/PlayerTexts.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace velmora {
 
@@ -77,12 +79,15 @@ void ReplacePanel::BuildFields() {
     fields = new QListWidget(this);
     fields->setObjectName(QStringLiteral("lstFields"));
     fields->setAccessibleName(tr("Fields to look in"));
-    library.Kind.ForEachField([this](const Field& field) {
+    const auto texts = PlayerTextsOf(library.Kind);
+    library.Kind.ForEachField([&](const Field& field) {
         if (field.Type != FieldType::Text)
             return;
         auto* item = new QListWidgetItem(ToQt(field.Property), fields);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        item->setCheckState(field.Property == "Image" ? Qt::Unchecked : Qt::Checked); // no text to be read
+        const bool isRead = std::ranges::any_of(
+            texts, [&](const PlayerText& text) { return text.Shown->Property == field.Property; });
+        item->setCheckState(isRead ? Qt::Checked : Qt::Unchecked);
     });
     fields->setCurrentRow(0);
     connect(fields, &QListWidget::itemChanged, this, &ReplacePanel::Begin);
@@ -169,6 +174,7 @@ void ReplacePanel::Tell() {
                     tr("Back to %1").arg(ToQt(origin).toHtmlEscaped()) + QStringLiteral("</a>");
     }
     state->setText(told);
+    state->setVisible(!told.isEmpty()); // Tab shall not stop at nothing
 }
 
 QString ReplacePanel::FoundText(const Replacement::Totals& sum) const {

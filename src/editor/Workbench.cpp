@@ -15,6 +15,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QStyle>
+#include <QTabBar>
 #include <QTimer>
 #include <QToolBar>
 #include <algorithm>
@@ -277,6 +278,9 @@ void Workbench::GoToLastEdited() {
 }
 
 bool Workbench::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ChildPolished) // the window makes tabs of docks that lie upon each other
+        if (auto* tabs = qobject_cast<QTabBar*>(static_cast<QChildEvent*>(event)->child()))
+            tabs->setAccessibleName(tr("Panels"));
     if (event->type() == QEvent::MouseButtonPress) {
         const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
         if (button == Qt::BackButton || button == Qt::ForwardButton) {
