@@ -131,6 +131,11 @@ void LookAtPreview(Tour& tour, QWidget& window) {
     tour.Choose(window, "mnuDiscardChanges");
     tour.Find<QCheckBox>(window, "chkSampleNames").setChecked(false);
     tour.Find<QDockWidget>(window, "dckPreview").hide();
+    tour.Zoom(window, "mnuZoomTo", QStringLiteral("PirateQueen"));
+    tour.Find<QDockWidget>(window, "dckSpelling").show();
+    QTest::qWait(500); // for the dictionaries
+    tour.Step(QStringLiteral("spelling"), &window);
+    tour.Find<QDockWidget>(window, "dckSpelling").hide();
 }
 
 void PlayEvents(Tour& tour, frmWriter& writer) {

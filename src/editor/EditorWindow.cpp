@@ -4,7 +4,11 @@
 #include "editor/LengthMeters.h"
 #include "editor/LineBox.h"
 #include "editor/PreviewPanel.h"
+#include "editor/ProblemPanel.h"
 #include "editor/QtText.h"
+#include "editor/ReplacePanel.h"
+#include "editor/SpellChecker.h"
+#include "editor/SpellingPanel.h"
 #include "editor/TextBox.h"
 #include "editor/Workbench.h"
 #include "services/Settings.h"
@@ -52,6 +56,23 @@ void EditorWindow::AdoptTexts() {
     new LengthMeters(*this);
     auto* preview = new PreviewPanel(*this, *workbench, *recordList);
     connect(&history, &FormHistory::Moved, preview, &PreviewPanel::Later);
+    auto* speller = new SpellChecker(*this, *workbench);
+    auto* unknown = new SpellingPanel(*this, *workbench, *speller);
+    connect(unknown, &SpellingPanel::ReplaceWanted, this,
+            [this](const std::string& word, const std::string& meant) {
+                if (Action("mnuFindReplace")->isEnabled())
+                    replacePanel->Open(word, meant, {.MatchCase = true, .WholeWord = true});
+                else
+                    ShowHint(std::string("Commit or discard first"));
+            });
+    connect(speller, &SpellChecker::Changed, this, [this, speller] {
+        RecordCheck check;
+        if (const auto known = speller->Words())
+            check = [this, known](const Record& record, std::vector<Problem>& notes) {
+                known->Check(library.Kind, record, notes);
+            };
+        problems->CheckAlso(check);
+    });
 }
 
 void EditorWindow::BindSubstitution(std::string_view property, ChoiceBox* box) {

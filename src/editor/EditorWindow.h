@@ -16,6 +16,7 @@ class QTimer;
 namespace velmora {
 
 class DifferencesPanel;
+class ProblemPanel;
 class ReplacePanel;
 class RevertArrows;
 
@@ -212,6 +213,7 @@ class EditorWindow : public RecordWindow {
     };
     std::optional<Discarded> discarded;
     RecordList* recordList = nullptr;
+    ProblemPanel* problems = nullptr;
     ReplacePanel* replacePanel = nullptr;
 };
 

@@ -28,7 +28,7 @@ void EditorWindow::AdoptList() {
     OnClick("mnuDeleteSelected", [this] { DeleteSelected(); });
     OnClick("mnuMoveSelected", [this] { MoveSelected(); });
     connect(recordList, &RecordList::SelectionChanged, this, &EditorWindow::UpdateListMenu);
-    new ProblemPanel(*this, *workbench, *recordList, Action(words.EditItem));
+    problems = new ProblemPanel(*this, *workbench, *recordList, Action(words.EditItem));
     Menu("mnuEdit")->addSeparator();
     QAction* replace = Menu("mnuEdit")->addAction(tr("&Find And Replace..."));
     replace->setObjectName(QStringLiteral("mnuFindReplace"));

@@ -55,7 +55,14 @@ void LineBox::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
+void LineBox::ReplaceRange(const TextRange& range, const QString& text) {
+    setSelection(static_cast<int>(range.From), static_cast<int>(range.Length));
+    Paste(text);
+}
+
 void LineBox::contextMenuEvent(QContextMenuEvent* event) {
+    SetMenuPosition(event->reason() == QContextMenuEvent::Mouse ? cursorPositionAt(event->pos())
+                                                                : cursorPosition());
     QMenu* menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (QAction* action : menu->actions())

@@ -18,6 +18,7 @@ class LineBox : public RuledBox<QLineEdit> {
   public:
     explicit LineBox(QWidget* parent = nullptr);
     void PutCaret(int position) override { setCursorPosition(position); }
+    void ReplaceRange(const TextRange& range, const QString& text) override;
 
   signals:
     /// Before the context menu comes up.

@@ -63,7 +63,24 @@ void ProblemPanel::FollowWindow() {
     window.installEventFilter(this);
 }
 
+void ProblemPanel::CheckAlso(RecordCheck check) {
+    wanted.reset();
+    if (!check && !index.ChecksMore())
+        return;
+    wanted = std::move(check);
+    if (index.Done())
+        BeginMore();
+}
+
+void ProblemPanel::BeginMore() {
+    index.SetMore(std::move(*wanted));
+    wanted.reset();
+    index.Restart();
+    slices.start();
+}
+
 void ProblemPanel::Begin() {
+    index.SetMore({});
     index.Begin(Settings.GamePath);
     try {
         ignored.Read(Settings.GamePath);
@@ -96,6 +113,8 @@ void ProblemPanel::WorkOn() {
     if (index.Work(Slice)) {
         slices.stop();
         TellChanges();
+        if (wanted)
+            BeginMore();
     }
     TellCounts();
 }

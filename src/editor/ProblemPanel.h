@@ -32,6 +32,9 @@ class ProblemPanel : public QWidget {
     /// nullptr for a window that only reads.
     ProblemPanel(RecordWindow& recordWindow, Workbench& bench, RecordList& list, QAction* edit);
 
+    /// Checks all records once more for something else, once they have been checked for what the game
+    /// demands.
+    void CheckAlso(RecordCheck check);
     /// True once all records have been checked.
     [[nodiscard]] bool Complete() const { return index.Done(); }
 
@@ -50,6 +53,7 @@ class ProblemPanel : public QWidget {
     void Begin();
     void End();
     void WorkOn();
+    void BeginMore();
     void FollowChange(const Edits::Change& change);
     void Replace(const ProblemIndex::HolderPtr& before, const ProblemIndex::HolderPtr& after);
     void FollowMode();
@@ -91,6 +95,7 @@ class ProblemPanel : public QWidget {
     QAction* showAgain = nullptr;
     std::vector<QAction*> steps; ///< to the next and the previous problem
     bool rulesChanged = false;
+    std::optional<RecordCheck> wanted; ///< to be checked too
     QTimer slices;
     QTimer typed;
     std::optional<Problem> jumped; ///< whose record is on show, and whose field is marked

@@ -87,6 +87,11 @@ class RuledBox : public Base {
         return marks[static_cast<std::size_t>(mark)];
     }
 
+    /// Where in the text the context menu came up.
+    [[nodiscard]] int MenuPosition() const { return menuPosition; }
+    /// Puts another text in the place of a stretch, as typing does.
+    virtual void ReplaceRange(const TextRange& range, const QString& text) = 0;
+
     /// The window undoes what is typed here, together with its other fields.
     void SetUndoneByWindow() { undoneByWindow = true; }
     virtual void PutCaret(int position) = 0;
@@ -186,6 +191,7 @@ class RuledBox : public Base {
             SetLocked(true);
     }
 
+    void SetMenuPosition(int position) { menuPosition = position; }
     [[nodiscard]] bool UndoneByWindow() const { return undoneByWindow; }
 
   private:
@@ -229,6 +235,7 @@ class RuledBox : public Base {
     bool caretAtEnd = false;
     bool undoneByWindow = false;
     bool enteredByMouse = false;
+    int menuPosition = 0;
 };
 
 } // namespace velmora

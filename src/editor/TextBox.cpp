@@ -73,7 +73,18 @@ void TextBox::ShowMarks(const QList<QTextLayout::FormatRange>& all) {
     setExtraSelections(selections);
 }
 
+void TextBox::ReplaceRange(const TextRange& range, const QString& text) {
+    QTextCursor cursor(document());
+    cursor.setPosition(static_cast<int>(range.From));
+    cursor.setPosition(static_cast<int>(range.From + range.Length), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+    if (const QString admitted = AdmitPasted(text); !admitted.isEmpty())
+        textCursor().insertText(admitted);
+}
+
 void TextBox::contextMenuEvent(QContextMenuEvent* event) {
+    SetMenuPosition(event->reason() == QContextMenuEvent::Mouse ? cursorForPosition(event->pos()).position()
+                                                                : textCursor().position());
     QMenu* menu = createStandardContextMenu(event->pos());
     menu->setAttribute(Qt::WA_DeleteOnClose);
     emit MenuShown(menu);

@@ -17,6 +17,7 @@ class TextBox : public RuledBox<QPlainTextEdit> {
   public:
     explicit TextBox(QWidget* parent = nullptr);
     void PutCaret(int position) override;
+    void ReplaceRange(const TextRange& range, const QString& text) override;
 
     /// Room for a few lines of the font in use.
     [[nodiscard]] QSize sizeHint() const override { return SizeOfLines(4); }

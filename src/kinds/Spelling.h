@@ -26,6 +26,8 @@ class Spelling {
 
     /// What keeps words from being looked up, in one line; empty when nothing does.
     [[nodiscard]] const std::string& Trouble() const { return speller.Trouble(); }
+    /// True when no dictionary could be opened: every word counts as known.
+    [[nodiscard]] bool Empty() const { return speller.Empty(); }
     /// Reads the game's own words. Throws Failure when that cannot be done; they are none then.
     void ReadWords(const std::string& gameDirectory);
     /// What is wrong with the file of the game's own words.

@@ -45,7 +45,7 @@ void ProblemIndex::Restart() {
 
 bool ProblemIndex::Work(std::chrono::microseconds time) {
     using Clock = std::chrono::steady_clock;
-    constexpr int batch = 16; // takes some tens of microseconds
+    const int batch = more ? 1 : 16; // takes some tens of microseconds
     const auto end = Clock::now() + time;
     do {
         for (int i = 0; i < batch && !Done(); ++i)
@@ -60,6 +60,8 @@ void ProblemIndex::Check(const Record& record, bool uncommitted) {
         return;
     Holder after{name, record.ShortName, {}, uncommitted};
     library.Kind.Check(record, *context, after.Problems);
+    if (more)
+        more(record, after.Problems);
     for (Problem& problem : after.Problems) {
         problem.Kind = library.Kind.Word;
         problem.Record = name;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/CheckContext.h"
+#include "records/CheckRecords.h"
 #include "records/Edits.h"
 #include "services/Problem.h"
 
@@ -33,6 +34,9 @@ class ProblemIndex {
     explicit ProblemIndex(const Library& indexed) : library(indexed) {}
 
     void OnChange(Listener listener) { told = std::move(listener); }
+    /// What else is checked of a record, from now on; Restart has it done for all. Its work may take a while.
+    void SetMore(RecordCheck check) { more = std::move(check); }
+    [[nodiscard]] bool ChecksMore() const { return more != nullptr; }
 
     /// Begins anew over a library that was read. Nobody is told.
     void Begin(const std::string& gameDirectory);
@@ -67,6 +71,7 @@ class ProblemIndex {
 
     const Library& library;
     Listener told;
+    RecordCheck more;
     std::string gamePath;
     std::unique_ptr<CheckContext> context = std::make_unique<CheckContext>(std::string());
     HolderPtr loading;

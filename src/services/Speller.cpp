@@ -117,9 +117,9 @@ Speller::~Speller() = default;
 std::vector<std::string> Speller::Folders() {
     const std::string beside =
         Files::Join(Files::FolderOf(Process::ExecutablePath()), "dictionaries") + Files::Separator;
-    std::vector<std::string> folders{beside};
     if (const std::string named = Process::Environment("DICPATH"); !named.empty())
-        folders.insert(folders.begin(), named + Files::Separator);
+        return {named + Files::Separator};
+    std::vector<std::string> folders{beside};
     if (!OnWindows)
         folders.emplace_back("/usr/share/hunspell/");
     return folders;

@@ -15,8 +15,8 @@ class Speller {
     Speller(const std::vector<std::string>& names, const std::vector<std::string>& folders);
     ~Speller();
 
-    /// Where dictionaries are looked for: in the folder that DICPATH names, beside the program, and where the
-    /// system has its own.
+    /// Where dictionaries are looked for: in the folder that DICPATH names, or else beside the program and
+    /// where the system has its own.
     static std::vector<std::string> Folders();
     /// The names of all dictionaries there are.
     static std::vector<std::string> Installed(const std::vector<std::string>& folders);

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
     // Tests reach for no desktop, whoever runs them.
     qunsetenv("DISPLAY");
     qunsetenv("WAYLAND_DISPLAY");
+    qputenv("DICPATH", "/no-dictionaries"); // what is said of texts is not the host's
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
