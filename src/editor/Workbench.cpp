@@ -75,6 +75,7 @@ Workbench::Workbench(RecordWindow& recordWindow)
     AddHistory();
     connect(AddItem("mnuResetLayout", tr("Reset &Layout")), &QAction::triggered, this, [this] {
         window.restoreState(firstState, LayoutVersion);
+        GiveRoom();
         for (const Columns& columns : keptColumns)
             columns.Header->restoreState(columns.First);
     });
