@@ -57,10 +57,13 @@ std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& byte
 /// Those of the result that neither side has.
 std::vector<std::string> NewProblems(const RecordKind& kind, const std::string& result,
                                      const std::string& ours, const std::string& theirs) {
+    std::vector<std::string> fresh;
+    const std::set<std::string> found = ProblemsOf(kind, result);
+    if (found.empty())
+        return fresh;
     const std::set<std::string> mine = ProblemsOf(kind, ours);
     const std::set<std::string> other = ProblemsOf(kind, theirs);
-    std::vector<std::string> fresh;
-    for (const std::string& problem : ProblemsOf(kind, result))
+    for (const std::string& problem : found)
         if (!mine.contains(problem) && !other.contains(problem))
             fresh.push_back(problem);
     return fresh;

@@ -27,9 +27,11 @@ std::string WithLineEnd(std::string_view text) {
 /// One record on the three sides and what becomes of it.
 struct Merged {
     const Record* Wanted = nullptr;     ///< what it is to be, nullptr for none or a conflict
-    std::string Text = {};              ///< what is written for it
+    std::string_view Kept = {};         ///< what is written for it, as a side has it
+    std::string Text = {};              ///< what is written in its place
     std::unique_ptr<Record> Built = {}; ///< where no side has it as it is to be
-    [[nodiscard]] bool Stays() const { return !Text.empty(); }
+    [[nodiscard]] bool Stays() const { return !Kept.empty() || !Text.empty(); }
+    [[nodiscard]] std::string_view Written() const { return Text.empty() ? Kept : std::string_view(Text); }
 };
 
 class Merging {
@@ -50,9 +52,11 @@ class Merging {
         MergeResult result;
         const std::vector<std::string> order = Order();
         // A value may have come from a block before that is another one now.
-        KeepValues(order);
+        if (!base.GivesAll || !ours.GivesAll || !theirs.GivesAll)
+            KeepValues(order);
+        result.Text.reserve(std::max(ours.Bytes.size(), theirs.Bytes.size()) + theirs.Bytes.size() / 16);
         for (const std::string& name : order)
-            result.Text += records.Find(name)->Text;
+            result.Text += records.Find(name)->Written();
         result.Text += MergeTails();
         result.Conflicts = std::move(conflicts);
         return result;
@@ -67,10 +71,10 @@ class Merging {
     }
 
     /// Of two wordings that say the same the one that was changed; of two changed ones the longer.
-    static std::string Changed(std::string_view before, std::string_view our, std::string_view their) {
+    static std::string_view Chosen(std::string_view before, std::string_view our, std::string_view their) {
         if (our == before || their == before)
-            return WithLineEnd(our == before ? their : our);
-        return WithLineEnd(std::pair(our.size(), our) < std::pair(their.size(), their) ? their : our);
+            return our == before ? their : our;
+        return std::pair(our.size(), our) < std::pair(their.size(), their) ? their : our;
     }
 
     /// The empty lines and comments above a record.
@@ -92,7 +96,7 @@ class Merging {
         const auto of = [&](const Part* part) { return part ? Above(part->Text) : std::string(); };
         if (!our || !their)
             return of(our ? our : their);
-        return Changed(of(before), of(our), of(their));
+        return WithLineEnd(Chosen(of(before), of(our), of(their)));
     }
 
     /// The block of a record without the empty lines behind it: those stand above the next one.
@@ -107,7 +111,7 @@ class Merging {
         const Part* our = ours.Parts.Find(name);
         const Part* their = theirs.Parts.Find(name);
         if (our && their && Same(*our, *their))
-            return {our->Content.get(), Changed(before ? before->Text : "", our->Text, their->Text)};
+            return Keep(*our->Content, Chosen(before ? before->Text : "", our->Text, their->Text));
         if (!our && !their)
             return {};
         if (!our || !their) {
@@ -122,7 +126,15 @@ class Merging {
             return Take(*our);
         return before ? MergeFields(name, *before, *our, *their) : Conflict(name, our, their, {});
     }
-    static Merged Take(const Part& part) { return {part.Content.get(), WithLineEnd(part.Text)}; }
+    static Merged Take(const Part& part) { return Keep(*part.Content, part.Text); }
+    static Merged Keep(const Record& record, std::string_view text) {
+        Merged merged{&record};
+        if (text.ends_with('\n'))
+            merged.Kept = text;
+        else
+            merged.Text = WithLineEnd(text);
+        return merged;
+    }
 
     Merged MergeFields(const std::string& name, const Part& before, const Part& our, const Part& their) {
         auto built = kind.Copy(*our.Content);
@@ -142,7 +154,7 @@ class Merging {
             return Conflict(name, &our, &their, std::move(clashes));
         std::string text = Above(&before, &our, &their) + Block(*built);
         const Record* wanted = built.get();
-        return {wanted, std::move(text), std::move(built)};
+        return {wanted, {}, std::move(text), std::move(built)};
     }
 
     Merged Conflict(const std::string& name, const Part* our, const Part* their,
@@ -243,14 +255,14 @@ class Merging {
             std::string text;
             for (const std::string& name : order)
                 if (records.Find(name)->Wanted)
-                    text += records.Find(name)->Text;
+                    text += records.Find(name)->Written();
             RecordFile read;
             read.Read(kind, text);
             for (const auto& [name, part] : read.Parts) {
                 Merged& merged = *records.Find(name);
                 if (SameContent(kind, *merged.Wanted, *part.Content))
                     continue;
-                merged.Text = Above(merged.Text) + Block(*merged.Wanted);
+                merged.Text = Above(merged.Written()) + Block(*merged.Wanted);
                 changed = true;
             }
         }

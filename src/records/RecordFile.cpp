@@ -20,7 +20,10 @@ void RecordFile::Read(const RecordKind& kind, std::string bytes) {
         Parts.TryAdd(name, {std::move(record), std::string_view(Bytes).substr(taken, end - taken)});
         taken = end;
     });
-    reader.Read(Bytes);
+    WrittenBlocks blocks;
+    blocks.Find(kind, Bytes);
+    GivesAll = blocks.Others.empty();
+    reader.Read(blocks);
     Tail = std::string_view(Bytes).substr(taken);
 }
 

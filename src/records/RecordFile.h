@@ -21,6 +21,7 @@ struct RecordFile {
     std::string Bytes;
     KeyedCollection<Part> Parts; ///< key: the record's name
     std::string_view Tail;       ///< what stands behind the last record
+    bool GivesAll = false;       ///< every block gives each of its fields, none takes one over from another
 
     RecordFile() = default;
     RecordFile(const RecordFile&) = delete;
