@@ -48,12 +48,8 @@ void ChangeModel::Rebuild() {
 }
 
 void ChangeModel::Refresh() {
-    for (const auto& file : files) {
-        const QModelIndex above = index(file->Row, 0);
-        emit dataChanged(above, above);
-        emit dataChanged(index(0, 0, above),
-                         index(static_cast<int>(file->Lines.size()) - 1, ColumnCount - 1, above));
-    }
+    if (!files.empty()) // of the rows below nobody keeps anything
+        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
 
 void ChangeModel::TickAll(bool ticked) {

@@ -77,9 +77,6 @@ void CommandSearch::AddCommand(QAction& action, const QString& path, bool on, co
     const QString key = action.shortcut().toString(QKeySequence::NativeText);
     auto* item = new QTreeWidgetItem(list, {path, key, runs ? QString() : whyOff(action)});
     item->setData(CommandColumn, ActionRole, QVariant::fromValue(runs ? &action : nullptr));
-    if (!runs)
-        for (const int column : {CommandColumn, KeyColumn})
-            item->setForeground(column, palette().brush(QPalette::Disabled, QPalette::Text));
 }
 
 void CommandSearch::Filter(const QString& line) {

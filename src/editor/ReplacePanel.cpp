@@ -53,6 +53,7 @@ void ReplacePanel::FollowWindow() {
     slices.setInterval(0);
     connect(&slices, &QTimer::timeout, this, &ReplacePanel::WorkOn);
     connect(model, &ChangeModel::Ticked, this, &ReplacePanel::Tell);
+    connect(model, &ChangeModel::Ticked, tree->viewport(), qOverload<>(&QWidget::update));
     connect(command, &QAction::changed, this, &ReplacePanel::FollowCommand);
     connect(command, &QAction::triggered, this, [this] { Open(); });
     connect(&records, &RecordList::FilterChanged, this, [this] {
@@ -148,8 +149,7 @@ void ReplacePanel::WorkOn() {
         ShowLines();
     else if (!slices.isActive())
         model->Refresh();
-    else
-        tree->viewport()->update(); // what was checked meanwhile
+    tree->viewport()->update(); // what was checked meanwhile
     Tell();
 }
 

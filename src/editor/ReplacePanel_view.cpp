@@ -136,7 +136,7 @@ QWidget* ReplacePanel::BuildHits() {
     button = new QPushButton(side);
     button->setObjectName(QStringLiteral("cmdReplace"));
     connect(button, &QPushButton::clicked, this, &ReplacePanel::ReplaceTicked);
-    line->addWidget(button);
+    line->addWidget(button, 0, Qt::AlignLeft);
     state = new QLabel(side);
     state->setObjectName(QStringLiteral("lblReplaceState"));
     state->setTextFormat(Qt::RichText);

@@ -97,15 +97,13 @@ std::string Replacement::Replaced(const Line& line, std::string_view* refusal) c
     return result.append(text, done);
 }
 
-template <class Taken>
-std::unique_ptr<Record> Replacement::Committed(std::span<const Line> ofRecord, const Taken& taken) const {
-    auto after = library.Kind.Copy(RecordOf(ofRecord.front()));
-    for (const Line& line : ofRecord)
-        if (taken(line))
-            FieldOf(line).SetText(*after, Replaced(line));
+void Replacement::Commit(const Line& line, std::string_view text, Record& scratch, Record& record) const {
+    // Normalising each text by itself costs no copy of the others.
+    FieldOf(line).SetText(scratch, text);
     if (library.Kind.Normalize)
-        library.Kind.Normalize(*after);
-    return after;
+        library.Kind.Normalize(scratch);
+    FieldOf(line).SetText(record, FieldOf(line).TextOf(scratch));
+    FieldOf(line).SetText(scratch, {});
 }
 
 void Replacement::Refuse(Line& line, std::string_view reason) {
@@ -115,13 +113,13 @@ void Replacement::Refuse(Line& line, std::string_view reason) {
 }
 
 void Replacement::CheckRecord(Lines ofRecord) {
+    const auto after = library.Kind.Copy(RecordOf(ofRecord.front()));
+    const auto scratch = library.Kind.Make();
     for (Line& line : ofRecord) {
         std::string_view refusal;
-        (void)Replaced(line, &refusal);
-        if (!refusal.empty())
-            Refuse(line, refusal);
+        const std::string text = Replaced(line, &refusal);
+        refusal.empty() ? Commit(line, text, *scratch, *after) : Refuse(line, refusal);
     }
-    const auto after = Committed(ofRecord, [](const Line& line) { return !line.Refused; });
     for (Line& line : ofRecord)
         if (!line.Refused && FieldOf(line).TextOf(*after) == FieldOf(line).TextOf(RecordOf(line)))
             Refuse(line, "stays as it is");
@@ -181,6 +179,7 @@ Replacement::Totals Replacement::Sum() const {
 
 Edits::Step Replacement::MakeStep(std::string name) const {
     Edits::Step step(library, std::move(name));
+    const auto scratch = library.Kind.Make();
     const auto ticked = [](const Line& line) { return line.Ticked; };
     for (std::size_t from = 0; from < lines.size();) {
         const std::size_t end = EndOfRecord(from);
@@ -189,11 +188,10 @@ Edits::Step Replacement::MakeStep(std::string name) const {
         if (std::ranges::none_of(ofRecord, ticked))
             continue;
         // What was not replaced stays, percent signs and all.
-        const auto after = Committed(ofRecord, ticked);
         Record& record = step.Change(library.NameOf(RecordOf(ofRecord.front())));
         for (const Line& line : ofRecord)
             if (line.Ticked)
-                FieldOf(line).SetText(record, FieldOf(line).TextOf(*after));
+                Commit(line, Replaced(line), *scratch, record);
         record.IsDirty = true;
     }
     return step;
@@ -214,7 +212,8 @@ ChangeList::Proposal Replacement::At(std::size_t at) const {
         return {};
     const Line& line = lines[at];
     const Record& record = RecordOf(line);
-    const auto after = Committed({&line, 1}, [](const Line&) { return true; });
+    const auto after = library.Kind.Make();
+    Commit(line, Replaced(line), *library.Kind.Make(), *after);
     return {library.NameOf(record), FieldOf(line).Property, FieldOf(line).TextOf(record),
             FieldOf(line).TextOf(*after), line.Note};
 }

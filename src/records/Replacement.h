@@ -98,9 +98,9 @@ class Replacement : public ChangeList {
     void NoteProblems(Lines ofRecord, const Record& after);
     static void Refuse(Line& line, std::string_view reason);
     [[nodiscard]] std::string Replaced(const Line& line, std::string_view* refusal = nullptr) const;
-    /// A copy of a record with some lines replaced, in the form in which it would be committed.
-    template <class Taken>
-    [[nodiscard]] std::unique_ptr<Record> Committed(std::span<const Line> ofRecord, const Taken& taken) const;
+    /// Puts a line's text into a record, in the form in which it would be committed. `scratch` is an empty
+    /// record.
+    void Commit(const Line& line, std::string_view text, Record& scratch, Record& record) const;
 
     const Library& library;
     Request request;
