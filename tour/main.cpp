@@ -138,6 +138,33 @@ void LookAtPreview(Tour& tour, QWidget& window) {
     tour.Find<QDockWidget>(window, "dckSpelling").hide();
 }
 
+void ReplaceTexts(Tour& tour, QWidget& window) {
+    tour.Choose(window, "mnuFindReplace");
+    tour.Type(window, "txtFind", QStringLiteral("whale"));
+    tour.Type(window, "txtReplace", QStringLiteral("leviathan"));
+    tour.Step(QStringLiteral("replace-hits"), &window);
+    tour.Choose(window, "mnuNextHit");
+    tour.Step(QStringLiteral("replace-next"), &window);
+    QTest::mouseClick(&tour.Find(window, "cmdReplace"), Qt::LeftButton);
+    tour.Step(QStringLiteral("replace-done"), &window);
+    tour.Choose(window, "mnuUndo");
+    tour.Find<QCheckBox>(window, "chkRegExp").setChecked(true);
+    tour.Type(window, "txtFind", QStringLiteral("(whale"));
+    tour.Step(QStringLiteral("replace-fault"), &window);
+    tour.Type(window, "txtFind", {});
+    tour.Find<QDockWidget>(window, "dckReplace").hide();
+}
+
+void SearchCommands(Tour& tour, QWidget& window) {
+    tour.Meet(QString(), [&](QWidget& dialog) {
+        tour.Type(dialog, "txtCommand", QStringLiteral("problem"));
+        tour.Step(QStringLiteral("command-search"), &dialog);
+        dialog.close();
+    });
+    tour.Choose(window, "mnuCommandSearch");
+    QTest::qWait(200); // until it was met
+}
+
 void PlayEvents(Tour& tour, frmWriter& writer) {
     MeetLoadingMessages(tour, true);
     tour.Choose(writer, "mnuEvents");
@@ -150,6 +177,8 @@ void PlayEvents(Tour& tour, frmWriter& writer) {
     EditAnEvent(tour, window);
     LookThroughRecords(tour, window);
     LookAtProblems(tour, window);
+    ReplaceTexts(tour, window);
+    SearchCommands(tour, window);
     LookAtPreview(tour, window);
     tour.Meet(QStringLiteral("write-question"), [&](QWidget& box) {
         Tour::Press(box, QStringLiteral("Show Details..."));
