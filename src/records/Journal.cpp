@@ -109,6 +109,27 @@ bool ReadDraft(const RecordKind& kind, std::string_view entry, Journal::Leftover
     return whole;
 }
 
+bool ReadEdit(const RecordKind& kind, std::string_view file, std::string_view entry,
+              Journal::Leftover& found) {
+    const bool deleted = entry.starts_with(Deleted);
+    if (deleted)
+        TakeLine(entry);
+    while (Skip(entry, "LOSING "))
+        found.FilesLosingRecords.emplace_back(TakeLine(entry));
+    std::unique_ptr<Record> record = ReadBlock(kind, entry);
+    if (!record)
+        return false;
+    record->ShortName = file;
+    record->ToBeDeleted = deleted;
+    const std::string& name = kind.NameOf(*record);
+    std::erase(found.RemovedRecords, name);
+    if (auto* earlier = found.Records.Find(name))
+        *earlier = std::move(record);
+    else
+        found.Records.Add(name, std::move(record));
+    return true;
+}
+
 /// False when it tells of no record.
 bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover& found) {
     if (entry == Void) {
@@ -131,25 +152,7 @@ bool ReadEntry(const RecordKind& kind, std::string_view entry, Journal::Leftover
             found.RemovedRecords.emplace_back(file);
         return !file.empty();
     }
-    if (!Skip(file, "FILE "))
-        return false;
-    const bool deleted = entry.starts_with(Deleted);
-    if (deleted)
-        TakeLine(entry);
-    while (Skip(entry, "LOSING "))
-        found.FilesLosingRecords.emplace_back(TakeLine(entry));
-    std::unique_ptr<Record> record = ReadBlock(kind, entry);
-    if (!record)
-        return false;
-    record->ShortName = file;
-    record->ToBeDeleted = deleted;
-    const std::string& name = kind.NameOf(*record);
-    std::erase(found.RemovedRecords, name);
-    if (auto* earlier = found.Records.Find(name))
-        *earlier = std::move(record);
-    else
-        found.Records.Add(name, std::move(record));
-    return true;
+    return Skip(file, "FILE ") && ReadEdit(kind, file, entry, found);
 }
 
 } // namespace
