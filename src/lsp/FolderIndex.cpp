@@ -140,8 +140,9 @@ void FolderIndex::AddDoubled(const Key& key, const File& file, std::vector<Probl
 void FolderIndex::AddNotAdmitted(const Key& key, std::vector<Problem>& problems) const {
     const RecordKind& kind = *Kind.Kind;
     const Library::Admission admit = Kind.MakeAdmission();
-    for (const auto& [at, file] : files)
-        for (const NamedRecord& named : file.Records) {
+    for (const auto& entry : files)
+        for (const NamedRecord& named : entry.second.Records) {
+            const Key& at = entry.first;
             const auto record = kind.Make();
             kind.Name.SetText(*record, named.Name);
             kind.HeaderNumber->SetNumber(*record, named.Number);
