@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 3> ConflictLines{"<<<<<<< ours", "=======
 std::string WithLineEnd(std::string_view text) {
     std::string whole(text);
     if (!whole.empty() && whole.back() != '\n')
-        whole += "\r\n";
+        whole += whole.back() == '\r' ? "\n" : "\r\n"; // a file may end within its last line end
     return whole;
 }
 
