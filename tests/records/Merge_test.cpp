@@ -200,9 +200,9 @@ TEST(Merge, KeepsWhatStandsAroundRecordsAndMarksConflictsWhole) {
     EXPECT_THAT(clean.Conflicts, IsEmpty());
     EXPECT_EQ(clean.Text, block("A", "x") + block("B", "y") + "// an end\r\n");
 
-    const std::string cut = block("A", "a") + "EVENT C\r\nENDEVENT\r";
+    const std::string cut = block("A", "a") + "EVENT C\r\n  Title \"c\"\r\nENDEVENT\r";
     EXPECT_EQ(Merge(EventKind, block("A", "a"), cut, block("A", "x")).Text,
-              block("A", "x") + "EVENT C\r\nENDEVENT\r\n");
+              block("A", "x") + "EVENT C\r\n  Title \"c\"\r\nENDEVENT\r\n");
 
     const MergeResult both = Merge(EventKind, base, block("A", "x") + block("B", "b"), block("A", "y"));
     ASSERT_EQ(both.Conflicts.size(), 1u);
