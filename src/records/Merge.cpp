@@ -262,8 +262,9 @@ class Merging {
                 Merged& merged = *records.Find(name);
                 if (SameContent(kind, *merged.Wanted, *part.Content))
                     continue;
-                merged.Text = Above(merged.Written()) + Block(*merged.Wanted);
-                changed = true;
+                std::string written = Above(merged.Written()) + Block(*merged.Wanted);
+                changed = changed || written != merged.Text; // else no wording says it better
+                merged.Text = std::move(written);
             }
         }
     }
