@@ -211,8 +211,9 @@ class Merging {
                 names.push_back(name);
         };
         order.insert(order.begin(), std::string());
-        for (const std::string& anchor : order) {
-            if (!anchor.empty())
+        for (std::size_t at = 0; at < order.size(); ++at) {
+            const std::string& anchor = order[at];
+            if (at > 0) // a block with a mistyped header has no name either
                 place(anchor);
             std::vector<std::vector<std::string>> runs;
             for (const Additions* side : {&added, &addedToo})

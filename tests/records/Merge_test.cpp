@@ -39,7 +39,7 @@ class History {
   public:
     History(const RecordKind& kindOfFile, unsigned seed) : kind(kindOfFile), random(seed) {
         for (int i = 0; i < 6; ++i)
-            parts.push_back(Block("r" + std::to_string(i)));
+            parts.push_back(Block(i == 2 ? "" : "r" + std::to_string(i))); // a header may lack its name
         Base = Text(parts);
         Ours = Edited();
         Theirs = Edited();
