@@ -30,8 +30,8 @@ void SpellLibrary(benchmark::State& state) {
             spelling->Check(EventKind, record, notes);
     };
     const double least = LeastTime(check, [&] { spelling = SpellingOf(library); });
-    if (notes.empty())
-        return state.SkipWithError("nothing was found");
+    if (spelling->Knows("xyzzq")) // the generated texts hold no unknown word
+        return state.SkipWithError("nothing was looked up");
     Tell(state, least, {.Milliseconds = 10'000});
 }
 VELMORA_MEASURE(SpellLibrary);

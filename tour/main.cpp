@@ -133,6 +133,7 @@ void LookAtPreview(Tour& tour, QWidget& window) {
     tour.Find<QDockWidget>(window, "dckPreview").hide();
     tour.Zoom(window, "mnuZoomTo", QStringLiteral("PirateQueen"));
     tour.Find<QDockWidget>(window, "dckSpelling").show();
+    tour.Find<QDockWidget>(window, "dckSpelling").raise();
     QTest::qWait(500); // for the dictionaries
     tour.Step(QStringLiteral("spelling"), &window);
     tour.Find<QDockWidget>(window, "dckSpelling").hide();
