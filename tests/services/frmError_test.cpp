@@ -19,7 +19,8 @@ TEST(ErrorDialog, GrowsForTheDetailsIsHeldOnTheScreenAndKeepsTheNote) {
         details.CollectUserInput = collects;
         frmError dialog(details);
         dialog.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+        dialog.activateWindow(); // or the first key goes to the window before it
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
         auto* const button = dialog.findChild<QPushButton*>(QStringLiteral("cmdDetails"));
         auto* const note = dialog.findChild<QWidget*>(QStringLiteral("txtUserMessage"));
         const auto heightInTwips = [&] { return dialog.height() * 1440 / dialog.logicalDpiY(); };
