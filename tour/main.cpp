@@ -234,6 +234,12 @@ void PlayHelpers(Tour& tour, frmWriter& writer) {
     TextViewer viewer(QStringLiteral("EventsInstructions.txt"), QString::fromLatin1(help.readAll()));
     viewer.show();
     tour.Step(QStringLiteral("instructions"), &viewer);
+    tour.Choose(writer, "mnuUserGuide");
+    QWidget& guide = tour.Window("frmUserGuide");
+    QTest::keyClick(&tour.Find(guide, "txtPage"), Qt::Key_Tab);
+    QTest::keyClick(&tour.Find(guide, "txtPage"), Qt::Key_Return);
+    tour.Step(QStringLiteral("user-guide"), &guide);
+    guide.close();
 }
 
 int Play(const QString& play, const QString& pictures, const QString& suffix) {

@@ -2,6 +2,7 @@
 #include "editor/CommandSearch.h"
 #include "editor/QtText.h"
 #include "editor/RecordWindow.h"
+#include "editor/UserGuide.h"
 #include "editor/Workbench.h"
 #include "kinds/FieldHelp.h"
 
@@ -24,6 +25,7 @@ void RecordWindow::AdoptHelp() {
     what->setObjectName(QStringLiteral("mnuWhatsThis"));
     what->setShortcut(Qt::SHIFT | Qt::Key_F1);
     connect(what, &QAction::triggered, this, &RecordWindow::TellOfField);
+    UserGuide::AddTo(*help);
 }
 
 void RecordWindow::TellWhatFieldsAre() {

@@ -1,6 +1,7 @@
 #include "shell/frmWriter.h"
 
 #include "editor/QtText.h"
+#include "editor/UserGuide.h"
 #include "events/frmEvents.h"
 #include "platform/FileTrees.h"
 #include "platform/Files.h"
@@ -35,6 +36,7 @@ frmWriter::frmWriter(QWidget* parent) : QMainWindow(parent), ui(std::make_unique
         TrapEvent("frmWriter_mnuReleaseNotes_Click", NoInputParms,
                   [] { gPrompts->ShowTextFile(HelpFile("ReleaseNotes.txt")); });
     });
+    UserGuide::AddTo(*ui->mnuHelp);
     gErrHandler = &errorHandler;
 }
 
