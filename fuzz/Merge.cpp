@@ -53,8 +53,12 @@ void Fuzz(const std::vector<std::string>& sides) {
     try {
         merged = Merge(EventKind, sides[0], sides[1], sides[2]);
         swapped = Merge(EventKind, sides[0], sides[2], sides[1]);
-        for (const std::string& side : sides)
-            RecordFile().Read(EventKind, side); // sides that are the same are not read by a merge
+        for (const std::string& side : sides) { // those that are the same are not read by a merge
+            RecordFile file;
+            file.Read(EventKind, side);
+            if (!file.Fault.empty())
+                return;
+        }
     } catch (const Failure&) {
         return;
     }

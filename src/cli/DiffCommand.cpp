@@ -35,6 +35,7 @@ struct Side {
     std::deque<RecordFile> Parsed;
     KeyedCollection<std::string_view> Bytes; ///< of each file, key: its name
     KeyedCollection<Entry> Records;
+    std::vector<std::string> Faults; ///< what keeps a file's text from being compared
 
     void Add(const RecordKind& kind, const std::string& path) {
         if (path == NoFile)
@@ -42,6 +43,8 @@ struct Side {
         RecordFile& file = Parsed.emplace_back();
         file.Read(kind, Files::ReadWhole(path));
         const std::string name = Files::NameOf(path);
+        if (!file.Fault.empty())
+            Faults.push_back(OutputText::Name(name) + ": " + OutputText::OneLine(file.Fault));
         Bytes.TryAdd(name, std::string_view(file.Bytes));
         for (const auto& [record, part] : file.Parts)
             Records.TryAdd(record, Entry{part.Content.get(), name}); // as in the game, the first one counts
@@ -81,6 +84,9 @@ class Comparing {
             } else if (KindOfBoth(options) == &kind) {
                 before.Add(*kind.Kind, options.Before);
                 after.Add(*kind.Kind, options.After);
+                for (const Side* side : {&before, &after}) // two files are better compared by line then
+                    if (!side->Faults.empty())
+                        throw Failure(FailureInvalidArgument, side->Faults.front());
             }
             Compare(*kind.Kind, before, after);
         }
@@ -104,6 +110,10 @@ class Comparing {
             Note("the " + std::string(kind.Word) + " records stand in another order");
         if (told == records.size() + notes.size() && BytesDiffer(before, after))
             Note("the " + std::string(kind.Word) + " files differ in spacing, comments or the like only");
+        if (told != records.size() + notes.size())
+            for (const Side* side : {&before, &after})
+                std::for_each(side->Faults.begin(), side->Faults.end(),
+                              [this](const auto& fault) { Note(fault); });
     }
 
     static bool BytesDiffer(const Side& before, const Side& after) {

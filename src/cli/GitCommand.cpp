@@ -44,8 +44,11 @@ std::string Program() {
 }
 
 std::string MergeDriver() {
-    // In a driver's words git takes a percent sign for the beginning of its own.
-    return ReplaceAll(Program(), "%", "%%") + " merge %O %A %B -o %A --name %P";
+    // In a driver's words git takes a percent sign for the beginning of its own. What cannot be merged by
+    // record is merged by line: git would leave one side alone in the file.
+    return ReplaceAll(Program(), "%", "%%") + " merge %O %A %B -o %A --name %P || { [ $? -eq 1 ] && exit 1; "
+                                              "git merge-file -L ours -L base -L theirs "
+                                              "%A %O %B; }";
 }
 
 std::string DiffDriver() {

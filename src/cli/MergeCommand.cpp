@@ -88,13 +88,13 @@ ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
     if (!entry)
         throw Failure(FailureInvalidArgument, options.Out + ": no file of events, UP issues or modules");
     const MergeResult result = Merge(*entry->Kind, base, ours, theirs);
-    Files::ReplaceSafely(options.Out, result.Text);
     std::vector<std::string> lines;
     for (const MergeConflict& conflict : result.Conflicts)
         lines.push_back("conflict: " + Told(conflict));
     if (lines.empty())
         for (const std::string& problem : NewProblems(*entry->Kind, result.Text, ours, theirs))
             lines.push_back("new: " + problem);
+    Files::ReplaceSafely(options.Out, result.Text);
     for (const std::string& line : lines)
         err << "velwriter: " << path << ": " << OutputText::OneLine(line) << '\n';
     return lines.empty() ? ExitWell : ExitFound;

@@ -42,10 +42,13 @@ class Merging {
         base.Read(kind, baseBytes);
         ours.Read(kind, ourBytes);
         theirs.Read(kind, theirBytes);
-        for (const RecordFile* side : {&base, &ours, &theirs})
+        for (const RecordFile* side : {&base, &ours, &theirs}) {
+            if (!side->Fault.empty())
+                throw Failure(FailureInvalidArgument, side->Fault);
             for (const auto& [name, part] : side->Parts)
                 if (!records.Exists(name))
                     records.Add(name, MergeRecord(name));
+        }
     }
 
     MergeResult Run() {

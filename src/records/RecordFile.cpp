@@ -7,16 +7,20 @@ namespace velmora {
 void RecordFile::Read(const RecordKind& kind, std::string bytes) {
     Bytes = std::move(bytes);
     Parts.RemoveAll();
+    Fault.clear();
     std::vector<std::size_t> lineEnds; // of each line, behind its end
     for (std::size_t at = Bytes.find('\n'); at != std::string::npos; at = Bytes.find('\n', at + 1))
         lineEnds.push_back(at + 1);
     std::size_t taken = 0;
-    const ProblemSink nobody = [](const Problem&) {};
-    BlockReader reader(kind, {}, nobody, [&](std::unique_ptr<Record> record, std::size_t endLine) {
+    const ProblemSink sink = [this](const Problem& problem) {
+        if (problem.Rule == UnfinishedBlockRule)
+            Fault = "Line " + std::to_string(problem.Line) + ": " + problem.Text;
+    };
+    BlockReader reader(kind, {}, sink, [&](std::unique_ptr<Record> record, std::size_t endLine) {
         const std::size_t end = endLine <= lineEnds.size() ? lineEnds[endLine - 1] : Bytes.size();
         const std::string& name = kind.NameOf(*record);
         if (Parts.Exists(name))
-            throw Failure(FailureDuplicateKey, "Two records are named " + name);
+            Fault = "Two records are named " + name;
         Parts.TryAdd(name, {std::move(record), std::string_view(Bytes).substr(taken, end - taken)});
         taken = end;
     });

@@ -22,14 +22,15 @@ struct RecordFile {
     KeyedCollection<Part> Parts; ///< key: the record's name
     std::string_view Tail;       ///< what stands behind the last record
     bool GivesAll = false;       ///< every block gives each of its fields, none takes one over from another
+    std::string Fault; ///< why text may stand in no record, mostly empty: a name met twice, of which the
+                       ///< first counts, or a block without an end
 
     RecordFile() = default;
     RecordFile(const RecordFile&) = delete;
     RecordFile& operator=(const RecordFile&) = delete;
     ~RecordFile() = default;
 
-    /// Takes a file's bytes apart. Throws Failure (457) for two records of one name, and what BlockReader
-    /// throws.
+    /// Takes a file's bytes apart. Throws what BlockReader throws.
     void Read(const RecordKind& kind, std::string bytes);
 };
 

@@ -215,6 +215,10 @@ TEST(Merge, KeepsWhatStandsAroundRecordsAndMarksConflictsWhole) {
                 HasSubstr("not settled"));
     EXPECT_THAT(FailureOf([&] { Merge(EventKind, base, block("A", "") + block("a", ""), ""); }).Description(),
                 HasSubstr("Two records are named a"));
+    const std::string unended = "EVENT A\r\n  Title \"a\"\r\n" + block("B", "b");
+    EXPECT_THAT(
+        FailureOf([&] { Merge(EventKind, base, unended, block("A", "a") + block("B", "y")); }).Description(),
+        HasSubstr("Line 1: This block has no ENDEVENT"));
 }
 
 } // namespace
