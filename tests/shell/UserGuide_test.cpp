@@ -82,6 +82,29 @@ TEST_F(UserGuideTest, LeadsFromPageToPageByKeyboard) {
     Close();
 }
 
+/// What the first page has one do, from the copy on.
+TEST_F(UserGuideTest, LeadsToAFirstEventWithoutAProblem) {
+    const std::string sample = VELMORA_SAMPLE;
+    for (const char* file : {"Data/Pirates.event", "GFX/Fleet.pcx"})
+        temp.Write(std::string("Game/") + file, Files::ReadWhole(sample + "/" + file));
+    Open<frmEvents>();
+    while (Text("txtEventName") != "BorrowedBattleship" && Text("lblWhereWeAt") != "12 of 12")
+        Click("cmdForward");
+    prompts.TakeTranscript(); // notices of long texts on the way
+    prompts.ExpectInput("", "MyFirstEvent");
+    Pick("mnuCopyAsNew");
+    for (const char* box :
+         {"txtTitle", "txtDescription", "txtGoodOption", "txtNeutralOption", "txtEvilOption"})
+        Type(box, QStringLiteral("Mine"));
+    Pick("mnuCommitChanges");
+    EXPECT_TRUE(Enabled("mnuEditThisEvent")) << "committed";
+    EXPECT_THAT(prompts.Transcript, ::testing::SizeIs(1)) << "no reason against it";
+    prompts.ExpectAsk("", true);
+    Pick("mnuWriteToFile");
+    EXPECT_THAT(temp.Read("Game/Data/MyEvents.event"), HasSubstr("EVENT MyFirstEvent\r\n"));
+    EXPECT_THAT(prompts.Questions.back().Text, HasSubstr("\r\rMyEvents.event\r\r"));
+}
+
 TEST_F(UserGuideTest, SaysWhereItIsNotInstalled) {
     Open<frmEvents>();
     Pick("mnuUserGuide");
