@@ -47,14 +47,13 @@ std::string Replacement::KeyOf(const Line& line) const {
 
 bool Replacement::Work(std::chrono::microseconds time) {
     using Clock = std::chrono::steady_clock;
-    constexpr int batch = 16; // takes some tens of microseconds
     const auto end = Clock::now() + time;
     if (!Stands())
         return true;
     do {
-        for (int i = 0; i < batch && !Found(); ++i)
+        if (!Found()) { // a regular expression may take milliseconds on one record
             Find(next++);
-        for (int i = 0; i < batch && Found() && !Done(); ++i) {
+        } else if (!Done()) {
             const std::size_t from = std::exchange(nextToCheck, EndOfRecord(nextToCheck));
             CheckRecord(Lines(lines).subspan(from, nextToCheck - from));
         }
