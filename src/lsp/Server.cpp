@@ -63,6 +63,26 @@ std::string Repaired(std::string_view body) {
     return repaired;
 }
 
+/// Whether arrays and objects stand in each other so deeply that taking them apart may exhaust the stack.
+/// Looked for beforehand: the parser's own callback takes quadratic time for long arrays of objects.
+bool IsTooDeep(std::string_view body) {
+    constexpr std::size_t deepest = 100;
+    std::size_t depth = 0;
+    bool inString = false;
+    for (std::size_t at = 0; at < body.size() && depth <= deepest; ++at) {
+        const char c = body[at];
+        if (c == '"')
+            inString = !inString;
+        else if (inString)
+            at += c == '\\' ? 1 : 0;
+        else if (c == '[' || c == '{')
+            ++depth;
+        else if ((c == ']' || c == '}') && depth > 0)
+            --depth;
+    }
+    return depth > deepest;
+}
+
 Json Parsed(const std::string& body) {
     Json message = Json::parse(body, nullptr, false);
     return message.is_discarded() ? Json::parse(Repaired(body), nullptr, false) : message;
@@ -87,14 +107,17 @@ void Server::Receive(std::string_view bytes) {
 }
 
 void Server::Handle(const std::string& body) {
+    if (IsTooDeep(body))
+        return SendError(nullptr, ParseError, "a message that is nested too deeply");
     const Json message = Parsed(body);
     if (message.is_discarded())
         return SendError(nullptr, ParseError, "a message that is no JSON");
-    const auto at = [&](const char* key) {
-        return message.is_object() && message.contains(key) ? message[key] : Json();
+    const Json none;
+    const auto at = [&](const char* key) -> const Json& {
+        return message.is_object() && message.contains(key) ? message[key] : none;
     };
-    const Json id = at("id");
-    const Json method = at("method");
+    const Json& id = at("id");
+    const Json& method = at("method");
     if (!method.is_string()) {
         // An answer is to no question of ours.
         if (at("result").is_null() && at("error").is_null())

@@ -226,8 +226,17 @@ TEST_F(ServerFixture, AnswersWhateverComes) {
     EXPECT_THAT(Sent(Framed("{\"id\":7,\"result\":null,\"error\":{}}")), IsEmpty());
     EXPECT_EQ(Sent("Hello\r\n\r\n").at(0)["error"]["code"], -32600);
     EXPECT_EQ(Sent("Content-Length: x\r\n\r\n").size(), 1u);
-    EXPECT_EQ(Sent(Framed("{\"id\":7,\"method\":\"x\",\"params\":" + std::string(100000, '[') + "}")).size(),
-              1u);
+    const auto nested = [&](std::size_t depth) {
+        return Sent(Framed("{\"id\":7,\"method\":\"x\",\"params\":[\"\\\"]\"," + std::string(depth, '[') +
+                           std::string(depth, ']') + "]}"))
+            .at(0)["error"]["code"];
+    };
+    EXPECT_EQ(nested(98), -32601);
+    EXPECT_EQ(nested(99), -32700);
+    EXPECT_EQ(nested(100'000), -32700);
+    EXPECT_EQ(
+        Sent(Framed("{\"id\":7,\"method\":\"x\",\"params\":\"" + std::string(500, '[') + "\"}")).at(0)["id"],
+        7);
     // Half a message waits; garbage in front of one does not keep it.
     const std::string framed = Framed(text);
     EXPECT_THAT(Sent(framed.substr(0, 30)), IsEmpty());
