@@ -25,31 +25,47 @@ std::string UnitsOf(std::string_view utf8) {
     return units;
 }
 
+/// Those of a piece that was replaced give way to others; those behind it move with it.
+void Splice(std::vector<std::size_t>& starts, std::size_t begin, std::size_t oldEnd, std::size_t newEnd,
+            const std::vector<std::size_t>& found) {
+    const auto first = std::lower_bound(starts.begin() + 1, starts.end(), begin);
+    const auto last = std::upper_bound(first, starts.end(), oldEnd);
+    for (auto behind = last; behind != starts.end(); ++behind)
+        *behind = *behind - oldEnd + newEnd;
+    starts.insert(starts.erase(first, last), found.begin(), found.end());
+}
+
 } // namespace
 
 void TextDocument::Set(std::string_view utf8) {
-    bytes = UnitsOf(utf8);
-    FindLines();
+    bytes.clear();
+    starts.assign(1, 0);
+    fileLines.assign(1, 0);
+    Replace({}, {}, utf8);
 }
 
 void TextDocument::Replace(Position from, Position to, std::string_view utf8) {
     const std::size_t begin = OffsetOf(from);
     const std::size_t end = std::max(begin, OffsetOf(to));
-    bytes.replace(begin, end - begin, UnitsOf(utf8));
-    FindLines();
+    const std::string units = UnitsOf(utf8);
+    bytes.replace(begin, end - begin, units);
+    FindLines(begin, end, begin + units.size());
 }
 
-void TextDocument::FindLines() {
-    starts.assign(1, 0);
-    fileLines.assign(1, 0);
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
-        const char c = bytes[at];
-        if (c != '\n' && (c != '\r' || bytes.compare(at, 2, "\r\n") == 0))
+void TextDocument::FindLines(std::size_t begin, std::size_t oldEnd, std::size_t newEnd) {
+    std::vector<std::size_t> found;
+    std::vector<std::size_t> foundInFile;
+    // A carriage return before the piece may have lost or got its line feed.
+    for (std::size_t at = std::max<std::size_t>(begin, 1); at <= newEnd; ++at) {
+        const char c = bytes[at - 1];
+        if (c != '\n' && (c != '\r' || bytes.compare(at - 1, 2, "\r\n") == 0))
             continue;
-        starts.push_back(at + 1);
+        found.push_back(at);
         if (c == '\n')
-            fileLines.push_back(at + 1);
+            foundInFile.push_back(at);
     }
+    Splice(starts, begin, oldEnd, newEnd, found);
+    Splice(fileLines, begin, oldEnd, newEnd, foundInFile);
 }
 
 std::size_t TextDocument::OffsetOf(Position position) const {

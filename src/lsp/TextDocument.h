@@ -39,7 +39,8 @@ class TextDocument {
     [[nodiscard]] std::size_t FileLineOf(std::size_t offset) const;
 
   private:
-    void FindLines();
+    /// Finds the lines anew of a piece that was replaced.
+    void FindLines(std::size_t begin, std::size_t oldEnd, std::size_t newEnd);
 
     std::string bytes;
     std::vector<std::size_t> starts = {0};    ///< of the client's lines
