@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 namespace velmora::lsp {
 
@@ -285,6 +286,7 @@ void Server::DidClose(const std::string& uri) {
         return;
     const OpenFile closed = std::move(found->second);
     files.erase(found);
+    isAnyClosed = true;
     const bool twice =
         std::ranges::any_of(files, [&](const auto& entry) { return entry.second.Path == closed.Path; });
     if (closed.Index && !twice)
@@ -308,7 +310,7 @@ std::size_t Server::TextLength() const {
 }
 
 void Server::Publish() {
-    bool any = false;
+    bool any = std::exchange(isAnyClosed, false);
     for (auto& [uri, file] : files) {
         any = any || file.IsChanged;
         if (file.IsChanged)

@@ -57,6 +57,7 @@ class Server {
     MessageReader reader;
     std::map<std::string, OpenFile> files; ///< by their addresses
     std::map<std::pair<const KindEntry*, std::string>, std::weak_ptr<FolderIndex>> indexes;
+    bool isAnyClosed = false; ///< since the last Publish: other files may have problems for its sake
     bool initialized = false;
     bool isShutDown = false;
     std::optional<int> ended;

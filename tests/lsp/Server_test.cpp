@@ -117,6 +117,16 @@ TEST_F(ServerFixture, TellsOfNamesThatOtherFilesHave) {
     EXPECT_THAT(closed[0]["params"]["diagnostics"], IsEmpty());
 }
 
+TEST_F(ServerFixture, TellsOtherFilesThatOneWasClosed) {
+    Initialize();
+    Open("Data/A.event", Event("Comet"));
+    EXPECT_THAT(Open("Data/B.event", Event("Comet")), ElementsAre("41: duplicate-event"));
+    // What was typed into it was never written.
+    const auto sent = Notify("textDocument/didClose", {{"textDocument", {{"uri", Uri("Data/A.event")}}}});
+    ASSERT_EQ(sent.size(), 2u);
+    EXPECT_EQ(sent[1]["params"], (Json{{"uri", Uri("Data/B.event")}, {"diagnostics", Json::array()}}));
+}
+
 TEST_F(ServerFixture, TellsWhatNumbersMeanAndWhatMayStand) {
     Initialize();
     Open("Data/A.event",
