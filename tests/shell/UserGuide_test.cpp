@@ -42,11 +42,12 @@ class UserGuideTest : public WindowTest {
 
 TEST_F(UserGuideTest, IsAtTheEndOfEveryHelpMenu) {
     UseTheRealPages();
-    for (const auto& open : {&UserGuideTest::Open<frmEvents>, &UserGuideTest::Open<frmUPIssues>,
-                             &UserGuideTest::Open<frmSBModules>}) {
-        (this->*open)();
-        ExpectOfferedBy(*window);
-    }
+    Open<frmEvents>();
+    ExpectOfferedBy(*window);
+    Open<frmUPIssues>();
+    ExpectOfferedBy(*window);
+    Open<frmSBModules>();
+    ExpectOfferedBy(*window);
     ExpectOfferedBy(frmWriter());
 }
 
