@@ -28,6 +28,7 @@ void LineBox::ShowMarks(const QList<QTextLayout::FormatRange>& all) {
         formats.append({QInputMethodEvent::TextFormat, range.start - cursorPosition(), range.length,
                         QVariant::fromValue<QTextFormat>(range.format)});
     QInputMethodEvent marking(QString(), formats);
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): what is marked is not typed, so its rules do not count
     QLineEdit::inputMethodEvent(&marking);
 }
 

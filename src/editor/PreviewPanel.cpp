@@ -42,7 +42,7 @@ QString Marked(const QString& html) {
 }
 
 QString ToHtml(const TextPiece& piece) {
-    const QString shown = Escaped(piece.Text);
+    QString shown = Escaped(piece.Text);
     switch (piece.Is) {
     case TextPiece::Sort::Unset:
         return Marked(PreviewPanel::tr("%1 not set").arg(shown));

@@ -143,9 +143,8 @@ void ReplacePanel::WorkOn() {
     if (replacement.Work(Slice))
         slices.stop();
     // A view lays all its rows out anew, however few are added.
-    if (replacement.Count() >= 2 * model->Count() && replacement.Count() > model->Count())
-        ShowLines();
-    else if (replacement.Found() && replacement.Count() > model->Count())
+    const bool enough = replacement.Found() || replacement.Count() >= 2 * model->Count();
+    if (enough && replacement.Count() > model->Count())
         ShowLines();
     else if (!slices.isActive())
         model->Refresh();

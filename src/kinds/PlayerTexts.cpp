@@ -26,6 +26,7 @@ std::vector<std::int32_t> EventSubs(const Record& record) {
 
 std::vector<std::int32_t> QuestionSubs(const Record& record) {
     std::vector<std::int32_t> numbers;
+    numbers.reserve(std::size(UPIssueQuestionSubs));
     for (const auto member : UPIssueQuestionSubs)
         numbers.push_back(static_cast<const clsUPIssue&>(record).*member);
     return numbers;
@@ -74,6 +75,7 @@ std::string SubstitutionNames(const RecordKind& kind, const PlayerText& text, co
     while (!numbers.empty() && numbers.back() == 0)
         numbers.pop_back();
     std::vector<std::string> told;
+    told.reserve(numbers.size());
     for (const std::int32_t number : numbers)
         told.push_back(NameByNumber(names, number));
     return Join(told, ", ");

@@ -55,7 +55,7 @@ std::optional<MessageReader::Item> MessageReader::Next() {
 std::optional<MessageReader::Item> MessageReader::TakeHeader() {
     const std::string_view rest = std::string_view(held).substr(taken);
     const std::size_t end = rest.find(HeaderEnd);
-    if (end == std::string_view::npos || end > LongestHeader)
+    if (end > LongestHeader) // or not there yet
         return PassOver();
     taken += end + HeaderEnd.size();
     const auto found = LengthIn(rest.substr(0, end));

@@ -131,9 +131,10 @@ void Replacement::CheckRecord(Lines ofRecord) {
 }
 
 void Replacement::NoteProblems(Lines ofRecord, const Record& after) {
+    if (!library.Kind.Check)
+        return;
     std::vector<Problem> problems;
-    if (library.Kind.Check)
-        library.Kind.Check(after, *context, problems);
+    library.Kind.Check(after, *context, problems);
     if (problems.empty())
         return;
     std::vector<Problem> before;

@@ -157,9 +157,12 @@ std::string Speller::Open(const std::string& name, const std::vector<std::string
         } catch (const Failure& failure) {
             fault = failure.Description();
         }
-        return fault.empty() ? fault
-                             : "The dictionary " + dic + " cannot be used: " + fault + ". Please " +
-                                   HowToInstall(name, folders) + " again.";
+        if (!fault.empty())
+            fault.insert(0, "The dictionary " + dic + " cannot be used: ")
+                .append(". Please ")
+                .append(HowToInstall(name, folders))
+                .append(" again.");
+        return fault;
     }
     return "There is no dictionary " + name + " to check the spelling with. Please " +
            HowToInstall(name, folders) + ".";

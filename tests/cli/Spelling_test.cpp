@@ -17,7 +17,6 @@ namespace {
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using Strings = std::vector<std::string>;
 
 /// Two small dictionaries: "xx" in UTF-8, "yy" in Latin-1.

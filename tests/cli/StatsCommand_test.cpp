@@ -6,8 +6,6 @@
 namespace velmora {
 namespace {
 
-using ::testing::HasSubstr;
-
 TEST(StatsCommand, CountsWhatThereIs) {
     GameFolder game;
     clsEvent raid = SoundEvent("Raid");

@@ -41,7 +41,7 @@ double Luminance(const QColor& color) {
 /// Of a colour that may be translucent on an opaque one.
 double Contrast(const QColor& text, const QColor& ground) {
     const auto mixed = [&](int over, int under) {
-        return static_cast<int>(over * text.alphaF() + under * (1 - text.alphaF()));
+        return (over * text.alpha() + under * (255 - text.alpha())) / 255;
     };
     const QColor seen(mixed(text.red(), ground.red()), mixed(text.green(), ground.green()),
                       mixed(text.blue(), ground.blue()));
