@@ -106,10 +106,10 @@ void SpellChecker::Refresh() {
     emit Changed();
 }
 
-void SpellChecker::Add(const std::string& word) {
+void SpellChecker::Add(const std::vector<std::string>& words) {
     TrapEvent(window.Records().Kind.Routine("AddWord_Click"), NoInputParms, [&] {
         if (spelling)
-            spelling->AddWord(word);
+            spelling->AddWords(words);
     });
     Refresh();
 }
@@ -156,7 +156,7 @@ void SpellChecker::Offer(Box* box, QMenu* menu) {
             box->ReplaceRange({static_cast<qsizetype>(place.From), static_cast<qsizetype>(place.Length)},
                               ToQt(suggestion));
         });
-    add("mnuAddWord", tr("Add \"%1\" To The &Game's Words").arg(ToQt(word)), [this, word] { Add(word); });
+    add("mnuAddWord", tr("Add \"%1\" To The &Game's Words").arg(ToQt(word)), [this, word] { Add({word}); });
     menu->insertSeparator(first);
 }
 

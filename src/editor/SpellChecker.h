@@ -38,7 +38,7 @@ class SpellChecker : public QObject {
     /// Looks words up in other dictionaries from now on, in every window.
     void Choose(const QStringList& dictionaries);
     /// Adds to the game's own words, and tells when that cannot be done.
-    void Add(const std::string& word);
+    void Add(const std::vector<std::string>& words);
 
   signals:
     /// Other words are known now, or they are looked up no more.

@@ -177,8 +177,10 @@ void SpellingPanel::Tell() {
 }
 
 void SpellingPanel::AddSelected() {
+    std::vector<std::string> words; // the rows may go while they are added
     for (const QTreeWidgetItem* row : tree->selectedItems())
-        checker.Add(FromQt(row->text(0)));
+        words.push_back(FromQt(row->text(0)));
+    checker.Add(words);
 }
 
 void SpellingPanel::ReplaceCurrent() {

@@ -83,14 +83,16 @@ bool GameWords::Knows(std::string_view word) const {
                               words.count(CodePage::ToLower(WithoutPossessive(word))) > 0);
 }
 
-void GameWords::Add(std::string_view word) {
+void GameWords::Add(const std::vector<std::string>& added) {
     std::string bytes = Files::FileExists(path) ? Files::ReadWhole(path) : std::string();
     if (IsWide(bytes))
         throw Failure(FailureInvalidArgument,
                       path + " is in UTF-16; please save it in UTF-8, so that words can be added to it");
     if (!bytes.empty() && bytes.back() != '\n')
         bytes += "\r\n";
-    bytes += (IsUtf8(bytes) ? CodePage::ToUtf8(word) : std::string(word)) + "\r\n";
+    const bool utf8 = IsUtf8(bytes);
+    for (const std::string& word : added)
+        bytes += (utf8 ? CodePage::ToUtf8(word) : word) + "\r\n";
     Files::ReplaceSafely(path, bytes);
     Take(bytes);
 }

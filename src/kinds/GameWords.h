@@ -26,9 +26,9 @@ class GameWords {
     /// A warning for each line that holds no word, with the file's name and line.
     [[nodiscard]] const std::vector<Problem>& Broken() const { return broken; }
 
-    /// Adds a line, the file being read anew and replaced as a whole. Throws Failure and changes nothing when
-    /// it cannot be.
-    void Add(std::string_view word);
+    /// Adds a line a word, the file being read anew and replaced as a whole. Throws Failure and changes
+    /// nothing when it cannot be.
+    void Add(const std::vector<std::string>& added);
 
   private:
     void Take(std::string_view content);

@@ -45,9 +45,9 @@ void Spelling::ReadWords(const std::string& gameDirectory) {
     words.Read(gameDirectory);
 }
 
-void Spelling::AddWord(std::string_view word) {
+void Spelling::AddWords(const std::vector<std::string>& added) {
     const std::lock_guard lock(mutex);
-    words.Add(word);
+    words.Add(added);
     known.clear();
 }
 

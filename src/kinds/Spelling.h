@@ -34,7 +34,7 @@ class Spelling {
     [[nodiscard]] std::vector<Problem> BrokenLines() const;
     [[nodiscard]] const std::string& WordsPath() const { return words.Path(); }
     /// Adds to the game's own words. Throws Failure and changes nothing when it cannot be.
-    void AddWord(std::string_view word);
+    void AddWords(const std::vector<std::string>& added);
     /// Makes the names of records known.
     void Learn(const Library& library);
 

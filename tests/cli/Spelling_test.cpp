@@ -52,7 +52,7 @@ TEST(Spelling, KnowsDictionariesVocabularyNamesAndTheGamesWords) {
         EXPECT_FALSE(spelling.Knows(word)) << word;
     EXPECT_THAT(spelling.Suggest("shipp"), ::testing::Contains("ship"));
     EXPECT_THAT(spelling.Suggest("caffe"), ::testing::Contains("caf\xE9"));
-    spelling.AddWord("Qu");
+    spelling.AddWords({"Qu"});
     EXPECT_TRUE(spelling.Knows("Qu"));
     EXPECT_EQ(game.Read("velmora.dic"), "Blorb\r\nQu\r\n");
 
@@ -123,7 +123,7 @@ TEST(GameWords, ReadsListsAsPeopleWriteThemAndNamesTheRest) {
         for (const Problem& problem : words.Broken())
             lines.push_back(problem.Line);
         EXPECT_EQ(lines, c.BrokenLines) << c.Content;
-        words.Add("Ne\xEFw");
+        words.Add({"Ne\xEFw"});
         GameWords again;
         again.Read(game.Path());
         EXPECT_TRUE(again.Knows("ne\xEFw")) << c.Content;
@@ -136,7 +136,7 @@ TEST(GameWords, ReadsListsAsPeopleWriteThemAndNamesTheRest) {
     GameWords words;
     words.Read(game.Path());
     EXPECT_FALSE(words.Broken().empty());
-    EXPECT_THAT(FailureOf([&] { words.Add("Zarg"); }).Description(), HasSubstr("UTF-16"));
+    EXPECT_THAT(FailureOf([&] { words.Add({"Zarg"}); }).Description(), HasSubstr("UTF-16"));
     EXPECT_EQ(game.Read("velmora.dic"), wide);
 }
 

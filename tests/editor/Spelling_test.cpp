@@ -113,6 +113,26 @@ TEST_P(SpellingTest, NotesAndListsThemOverAllRecords) {
     Write();
 }
 
+TEST_P(SpellingTest, AddsAllSelectedWordsInOneWrite) {
+    Put("A", Block("Apple", key, "shipp abowt"));
+    const std::string wide("\xFF\xFEZ\0\n\0", 6);
+    temp.Write("Game/velmora.dic", wide);
+    Start();
+    Get<QDockWidget>("dckSpelling")->show();
+    Await([this] { return Label() == "2 unknown words"; });
+    Get<QTreeWidget>("tvwWords")->selectAll();
+    Click("cmdAddWord");
+    ASSERT_EQ(prompts.Errors.size(), 1u);
+    EXPECT_THAT(prompts.Errors[0].Description, HasSubstr("UTF-16"));
+    EXPECT_EQ(temp.Read("Game/velmora.dic"), wide);
+    Await([this] { return Label() == "2 unknown words"; });
+    temp.Write("Game/velmora.dic", "");
+    Get<QTreeWidget>("tvwWords")->selectAll();
+    Click("cmdAddWord");
+    Await([this] { return Label() == "0 unknown words"; });
+    EXPECT_EQ(temp.Read("Game/velmora.dic"), "abowt\r\nshipp\r\n");
+}
+
 TEST_P(SpellingTest, SaysInOneLineWhatIsMissing) {
     Files::DeleteFile(temp / "Dictionaries/en_GB.dic");
     Start();
