@@ -85,6 +85,8 @@ void ReplacePanel::Open(const std::string& sought, const std::string& replacing,
         matchCase->setChecked(how.MatchCase);
         wholeWord->setChecked(how.WholeWord);
         regExp->setChecked(false);
+        scope->setCurrentIndex(WholeLibrary);
+        TickTextsOfPlayers();
     }
     Open();
     Begin();

@@ -36,7 +36,7 @@ class ReplacePanel : public QWidget {
 
     /// Opens the dock with what was last looked for.
     void Open();
-    /// Opens the dock with texts put in.
+    /// Opens the dock with texts put in, for all texts of players in the whole library.
     void Open(const std::string& find, const std::string& replace, TextMatcher::How how);
 
   protected:
@@ -46,6 +46,7 @@ class ReplacePanel : public QWidget {
     void BuildPanel();
     QWidget* BuildInputs();
     void BuildFields();
+    void TickTextsOfPlayers();
     void BuildTree();
     QWidget* BuildHits();
     void AddToWorkbench();

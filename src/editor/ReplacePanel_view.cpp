@@ -79,18 +79,25 @@ void ReplacePanel::BuildFields() {
     fields = new QListWidget(this);
     fields->setObjectName(QStringLiteral("lstFields"));
     fields->setAccessibleName(tr("Fields to look in"));
-    const auto texts = PlayerTextsOf(library.Kind);
     library.Kind.ForEachField([&](const Field& field) {
         if (field.Type != FieldType::Text)
             return;
         auto* item = new QListWidgetItem(ToQt(field.Property), fields);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        const bool isRead = std::ranges::any_of(
-            texts, [&](const PlayerText& text) { return text.Shown->Property == field.Property; });
-        item->setCheckState(isRead ? Qt::Checked : Qt::Unchecked);
     });
+    TickTextsOfPlayers();
     fields->setCurrentRow(0);
     connect(fields, &QListWidget::itemChanged, this, &ReplacePanel::Begin);
+}
+
+void ReplacePanel::TickTextsOfPlayers() {
+    const auto texts = PlayerTextsOf(library.Kind);
+    for (int row = 0; row < fields->count(); ++row) {
+        QListWidgetItem* item = fields->item(row);
+        const bool isRead = std::ranges::any_of(
+            texts, [&](const PlayerText& text) { return ToQt(text.Shown->Property) == item->text(); });
+        item->setCheckState(isRead ? Qt::Checked : Qt::Unchecked);
+    }
 }
 
 void ReplacePanel::BuildTree() {

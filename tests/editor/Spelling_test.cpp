@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QTreeWidget>
 
@@ -103,8 +104,22 @@ TEST_P(SpellingTest, NotesAndListsThemOverAllRecords) {
     Await([this] { return Text("lblProblemCount") == "1 note"; });
     emit tree->itemActivated(tree->topLevelItem(0), 0);
     EXPECT_EQ(Text(nameBox), "Apple");
+    auto* scope = Get<QComboBox>("cboScope");
+    auto* fields = Get<QListWidget>("lstFields");
+    const auto ticks = [fields] {
+        std::vector<Qt::CheckState> states;
+        for (int row = 0; row < fields->count(); ++row)
+            states.push_back(fields->item(row)->checkState());
+        return states;
+    };
+    const auto usual = ticks();
+    scope->setCurrentIndex(2);
+    for (int row = 0; row < fields->count(); ++row)
+        fields->item(row)->setCheckState(usual[row] == Qt::Checked ? Qt::Unchecked : Qt::Checked);
     tree->setCurrentItem(tree->topLevelItem(0));
     Click("cmdReplaceWord");
+    EXPECT_EQ(scope->currentIndex(), 0) << "whatever was looked in before";
+    EXPECT_EQ(ticks(), usual);
     EXPECT_EQ(Get<QLineEdit>("txtFind")->text() + Get<QLineEdit>("txtReplace")->text(),
               QStringLiteral("abowtabout"));
     Commit("about ship");
