@@ -13,18 +13,27 @@
 #include "services/modWriter.h"
 
 #include <algorithm>
+#include <array>
 
 namespace velmora {
 
 namespace {
 
 constexpr std::string_view FileProperty = "ShortName";
+constexpr std::string_view BadQuotes =
+    "a quote is not closed, or closed amid its cell; rows below it may have been taken for part of it";
 
 bool IsPosition(std::string_view heading) {
     return CodePage::EqualNoCase(heading, "OrigNumber") ||
            std::ranges::any_of(Kinds(), [&](const KindEntry& entry) {
                return CodePage::EqualNoCase(heading, entry.NumberProperty);
            });
+}
+
+/// Columns of the translators' table that are there to be read only.
+bool IsForTranslators(std::string_view heading) {
+    return std::ranges::any_of(std::array{"location", "context", "remark"},
+                               [&](const char* name) { return CodePage::EqualNoCase(heading, name); });
 }
 
 bool IsOfAnyKind(std::string_view id) {
@@ -99,37 +108,46 @@ void Import::Read(const std::string& bytes) {
     Csv::Reader reader(table, Csv::SeparatorOf(table));
     Cells cells;
     reader.Next(cells);
+    if (!reader.WellQuoted())
+        throw Failure(FailureInvalidArgument, "The first row: " + std::string(BadQuotes));
     ReadHeader(cells);
-    const bool texts =
-        std::ranges::any_of(columns, [](const Column& column) { return column.For == Column::Use::Target; });
-    while (reader.Next(cells)) {
-        Row row{.Line = reader.Line()};
-        if (cells.size() > columns.size()) {
-            Refuse(row, "it has more cells than there are columns");
-            Keep(std::move(row));
-        } else if (texts) {
-            TakeText(cells, std::move(row));
-        } else {
-            TakeRecord(cells, std::move(row));
-        }
+    while (reader.Next(cells))
+        Take(cells, reader.WellQuoted(), {.Line = reader.Line()});
+}
+
+void Import::Take(Cells& cells, bool wellQuoted, Row row) {
+    if (wellQuoted && std::ranges::all_of(cells, &std::string::empty))
+        return; // spreadsheets write rows and cells as far as anything was ever typed
+    while (cells.size() > columns.size() && cells.back().empty())
+        cells.pop_back();
+    if (!wellQuoted || cells.size() > columns.size()) {
+        Refuse(row, wellQuoted ? "it has more cells than there are columns" : std::string(BadQuotes));
+        return Keep(std::move(row));
     }
+    if (HasColumn(Column::Use::Target))
+        TakeText(cells, std::move(row));
+    else
+        TakeRecord(cells, std::move(row));
 }
 
 void Import::ReadHeader(const Cells& headings) {
     columns.clear();
-    for (const std::string& heading : headings) {
+    for (const std::string& heading : headings)
         columns.push_back(ColumnOf(heading));
-        if (columns.back().For == Column::Use::None && !IsPosition(heading) && !heading.empty())
-            unknown.push_back(heading);
-    }
-    const auto has = [&](Column::Use use) {
-        return std::ranges::any_of(columns, [&](const Column& column) { return column.For == use; });
-    };
-    const bool texts = has(Column::Use::Target);
-    if (texts ? !has(Column::Use::ID) || !has(Column::Use::Source) : !has(Column::Use::Name))
+    const bool texts = HasColumn(Column::Use::Target);
+    if (texts ? !HasColumn(Column::Use::ID) || !HasColumn(Column::Use::Source)
+              : !HasColumn(Column::Use::Name))
         throw Failure(FailureInvalidArgument, "The first row names no column " +
                                                   std::string(library.Kind.Name.Property) +
                                                   ", nor the columns source, target and ID");
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (columns[i].For == Column::Use::None && !headings[i].empty() && !IsPosition(headings[i]) &&
+            !(texts && IsForTranslators(headings[i])))
+            unknown.push_back(headings[i]);
+}
+
+bool Import::HasColumn(Column::Use use) const {
+    return std::ranges::find(columns, use, &Column::For) != columns.end();
 }
 
 Import::Column Import::ColumnOf(const std::string& heading) const {
@@ -171,7 +189,7 @@ void Import::TakeRecord(const Cells& cells, Row row) {
     } else {
         row.Is = Outcome::New;
         library.Kind.Name.SetText(*after, row.Name);
-        after->ShortName = own;
+        after->ShortName = AsSpelled(own);
         if (row.Name.empty())
             Refuse(row, "it names no record");
         else if (!IsLegalName(row.Name))
@@ -217,7 +235,7 @@ void Import::SetField(const Field& field, const std::string& cell, const Record*
     }
 }
 
-void Import::SetFile(const std::string& cell, const Record* before, Record& after, Row& row) const {
+void Import::SetFile(const std::string& cell, const Record* before, Record& after, Row& row) {
     const std::string file = PathTexts::FromHostText(Csv::Unguarded(cell));
     if (file.empty() || (before && CodePage::EqualNoCase(file, before->ShortName)))
         return;
@@ -226,7 +244,17 @@ void Import::SetFile(const std::string& cell, const Record* before, Record& afte
         refusal = before->ShortName + " is the game's own";
     if (!refusal.empty())
         Refuse(row, std::string(FileProperty) + ": " + refusal);
-    after.ShortName = file;
+    else
+        after.ShortName = AsSpelled(file);
+}
+
+/// A file's name as the library spells it, or the first row that names it: names that differ in case only
+/// mean one file, which is to be written once.
+const std::string& Import::AsSpelled(const std::string& file) {
+    if (const std::size_t at = library.FileList().IndexOf(file); at != Library::None)
+        return library.FileList().KeyAt(at);
+    files.TryAdd(file, true);
+    return files.KeyAt(files.IndexOf(file));
 }
 
 /// Gives what differs from the record as it is the form that showing gives it.
@@ -354,13 +382,14 @@ void Import::Apply(const Row& row, Record& record) const {
 }
 
 Edits::Step Import::StepOf(const std::string& folder, const std::function<bool(const Row&)>& wanted) const {
-    std::size_t count = 0;
-    for (const Row& row : rows)
-        count += row.Is == Outcome::New || row.Is == Outcome::Changed ? 1 : 0;
+    const auto taken = [&](const Row& row) {
+        return (row.Is == Outcome::New || row.Is == Outcome::Changed) && (!wanted || wanted(row));
+    };
+    const auto count = std::ranges::count_if(rows, taken);
     Edits::Step step(library, "import of " + std::to_string(count) + (count == 1 ? " row" : " rows"));
     KeyedCollection<Record*> changed; // texts of one record come in several rows
     for (const Row& row : rows) {
-        if ((row.Is != Outcome::New && row.Is != Outcome::Changed) || (wanted && !wanted(row)))
+        if (!taken(row))
             continue;
         const auto file = std::ranges::find(row.Changes, FileProperty, &FieldChange::Property);
         if (!changed.Exists(row.Name)) {

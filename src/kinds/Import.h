@@ -64,13 +64,16 @@ class Import {
     using Cells = std::vector<std::string>;
 
     void ReadHeader(const Cells& headings);
+    void Take(Cells& cells, bool wellQuoted, Row row);
+    [[nodiscard]] bool HasColumn(Column::Use use) const;
     [[nodiscard]] Column ColumnOf(const std::string& heading) const;
     void TakeRecord(const Cells& cells, Row row);
     void TakeText(const Cells& cells, Row row);
     void TakeTranslation(const Field& field, const std::string& source, const std::string& target, Row& row);
     void SetField(const Field& field, const std::string& cell, const Record* before, Record& after,
                   Row& row) const;
-    void SetFile(const std::string& cell, const Record* before, Record& after, Row& row) const;
+    void SetFile(const std::string& cell, const Record* before, Record& after, Row& row);
+    [[nodiscard]] const std::string& AsSpelled(const std::string& file);
     void MakeLegal(const Record* before, Record& after) const;
     void Judge(const Record* before, const Record& after, Row& row) const;
     void NoteChanges(const Record* before, const Record& after, Row& row) const;
@@ -83,6 +86,7 @@ class Import {
     std::vector<Column> columns;
     std::vector<std::string> unknown;
     KeyedCollection<bool> met;                       ///< names of records, or IDs of texts
+    KeyedCollection<bool> files;                     ///< as the rows name them
     KeyedCollection<std::unique_ptr<Record>> texted; ///< records with the texts that were taken so far
     std::vector<Row> rows;
     std::size_t same = 0;

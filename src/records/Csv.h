@@ -32,6 +32,9 @@ class Reader {
     bool Next(std::vector<std::string>& cells);
     /// 1-based line in which the last row begins.
     [[nodiscard]] std::size_t Line() const { return line; }
+    /// False when a quote in the last row is not closed, or closed amid its cell: rows may have been taken
+    /// for part of it.
+    [[nodiscard]] bool WellQuoted() const { return wellQuoted; }
 
   private:
     void TakeQuoted(std::string& cell);
@@ -40,6 +43,7 @@ class Reader {
     char separator;
     std::size_t line = 0;
     std::size_t nextLine = 1;
+    bool wellQuoted = true;
 };
 
 /// The separator of a table: of comma, semicolon and tab the one that its first line has most of.

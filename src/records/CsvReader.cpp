@@ -33,14 +33,18 @@ std::string Unguarded(std::string text) {
 }
 
 void Reader::TakeQuoted(std::string& cell) {
-    while (!rest.empty()) {
+    for (;;) {
         const std::size_t quote = std::min(rest.find('"'), rest.size());
         cell.append(rest.substr(0, quote));
         nextLine += static_cast<std::size_t>(
             std::count(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(quote), '\n'));
-        rest.remove_prefix(std::min(quote + 1, rest.size()));
-        if (!rest.starts_with('"'))
+        const bool closed = quote < rest.size();
+        rest.remove_prefix(quote + (closed ? 1 : 0));
+        if (!rest.starts_with('"')) {
+            wellQuoted &= closed && (rest.empty() || rest.starts_with(separator) || rest.starts_with('\n') ||
+                                     rest.starts_with("\r\n"));
             return;
+        }
         cell += '"';
         rest.remove_prefix(1);
     }
@@ -53,6 +57,7 @@ bool Reader::Next(std::vector<std::string>& cells) {
     line = nextLine;
     if (rest.empty())
         return false;
+    wellQuoted = true;
     std::size_t count = 0;
     for (bool more = true; more; ++count) {
         if (count == cells.size())

@@ -111,6 +111,7 @@ TEST_F(ImportCommand, TranslatedTextsComeBack) {
     for (const std::string& line : CliRun("export", game.Typed(), "--format", "po").Lines())
         entries += line.starts_with("msgctxt ") ? 1 : 0;
     EXPECT_EQ(rows, entries);
+    EXPECT_EQ(Import(exported.Out).Err, "") << "its own columns are all known";
     const CliRun run = Import(table);
     EXPECT_THAT(run.Out, AllOf(HasSubstr(" 0 refused, 0 in conflict"), Not(HasSubstr(" 0 changed"))))
         << "every source is the text that it was";
@@ -134,7 +135,7 @@ TEST_F(ImportCommand, TellsOfEachRowWhatItWouldChange) {
                               "Four;;\"two\nlines\";0;y;;\n"
                               "Five;;\xE6\x98\x9F;0;y;;\n"
                               "Six;;x;0;y;C.txt;\n"
-                              "Seven;;x;0;y;;;;\n";
+                              "Seven;;x;0;y;;;z\n";
     const CliRun dry = Import(table);
     EXPECT_EQ(dry.Status, 1);
     EXPECT_THAT(dry.Err, HasSubstr("not known and left out: Colour\n"));
@@ -185,6 +186,45 @@ TEST_F(ImportCommand, AddsAndMovesRecordsAndDeletesNone) {
     EXPECT_EQ(game.Read("Data/B.event"), GameFolder::Event("Raid"));
     EXPECT_THAT(game.Read("Data/MyEvents.event"), HasSubstr("EVENT Fresh\r\n"));
     EXPECT_FALSE(game.Has("BackupData")) << "nothing was dropped";
+}
+
+TEST_F(ImportCommand, NamesThatDifferInCaseMeanOneFile) {
+    game.Write("Data/A.event", GameFolder::Event("Raid") + GameFolder::Event("Stay"));
+    game.Write("Data/B.event", GameFolder::Event("Third") + GameFolder::Event("Fourth"));
+    const CliRun run = Import("EventName,ShortName\nRaid,New.event\nStay,NEW.EVENT\nThird,a.EVENT\n",
+                              "--write", "--event-file", "MYEVENTS");
+    std::vector<std::string> written;
+    for (const std::string& line : run.Lines())
+        if (line.starts_with("written: "))
+            written.push_back(Files::NameOf(line));
+    EXPECT_THAT(written, ::testing::UnorderedElementsAre("New.event", "A.event", "B.event")) << run.Out;
+    EXPECT_EQ(game.Read("Data/New.event"), GameFolder::Event("Raid") + GameFolder::Event("Stay"));
+}
+
+TEST_F(ImportCommand, TakesEmptyRowsForNothingAndTellsOfQuotesThatAreNotClosed) {
+    game.Write("Data/A.event", GameFolder::Event("Raid") + GameFolder::Event("Stay"));
+    const std::string quote = "a quote is not closed";
+    const std::string lost = "events: 0 new, 0 changed, 1 refused, 0 in conflict, ";
+    const struct {
+        const char* Table;
+        int Status;
+        std::string Told;
+    } cases[] = {
+        {"EventName,Title\n,\nRaid,Title,,,\n,,,,\n\"\",\"\"\n", 0,
+         "events: 0 new, 0 changed, 0 refused, 0 in conflict, 1 the same\n"},
+        {"EventName,Title\nRaid,\nStay\n", 1, "table:2: refused: Raid: No Title text set"},
+        {"EventName,Title,Note\nRaid,Title,\"x\nStay,Other,y\n", 1, lost + "0 the same\n"},
+        {"EventName,Title,Note\nRaid,Title,\"x\nStay,Other,\"y\"\n", 1, ":2: refused: : " + quote},
+        {"EventName,Title\nRaid,Title\nStay,\"", 1, ":3: refused: : " + quote},
+        {"ID,source,target,remark\nevent.Raid.Title,\"Title,,\nevent.Stay.Title,Title,Titel,\n", 1,
+         ":2: refused: : " + quote},
+        {"EventName,\"Title\nRaid,x\n", 2, "The first row: " + quote},
+    };
+    for (const auto& [table, status, told] : cases) {
+        const CliRun run = Import(table);
+        EXPECT_EQ(run.Status, status) << table;
+        EXPECT_THAT(run.Out + run.Err, HasSubstr(told)) << table;
+    }
 }
 
 TEST_F(ImportCommand, ATextThatChangedSinceTheExportIsAConflict) {

@@ -62,6 +62,7 @@ TEST_P(ImportTest, ShowsEachRowAndTakesThoseTickedInOneStep) {
     EXPECT_EQ(Shown(), "Apple, 1 of 3, " + edited);
     EXPECT_EQ(Text("lblEditStatus"), "Imported 1 row; Undo takes them back");
     Pick("mnuUndo");
+    EXPECT_EQ(Text("lblEditStatus"), "Undone: import of 1 row");
     EXPECT_EQ(Text(textField), "about Apple");
     EXPECT_FALSE(window->Records().AnyPending());
 }
