@@ -49,7 +49,7 @@ const Field* TranslatableField(const RecordKind& kind, std::string_view property
 }
 
 /// A text that a field can hold; nothing, with the reason, for any other.
-std::optional<std::string> FieldText(std::string utf8, std::string& reason) {
+std::optional<std::string> FieldText(const std::string& utf8, std::string& reason) {
     auto text = CodePage::FromUtf8(utf8);
     if (!text)
         reason = "it holds a character that the game's code page lacks";

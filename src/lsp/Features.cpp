@@ -9,6 +9,7 @@
 #include "services/modWriter.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace velmora::lsp {
 
@@ -136,10 +137,21 @@ Json DiagnosticsOf(const OpenFile& file) {
     std::vector<Problem> problems = file.Problems;
     if (file.Index)
         std::ranges::move(file.Index->ProblemsOf(file.Name), std::back_inserter(problems));
+    std::erase_if(problems, [&](const Problem& problem) { return file.Index && file.Index->Hides(problem); });
+    std::size_t leftOut = file.ProblemsLeftOut;
+    if (problems.size() > MostProblems) {
+        std::ranges::stable_sort(problems, std::greater(), &Problem::Level);
+        leftOut += problems.size() - MostProblems;
+        problems.resize(MostProblems);
+    }
     std::ranges::stable_sort(problems, {}, &Problem::Line);
+    if (leftOut > 0) {
+        Problem more{"more-problems", "and " + std::to_string(leftOut) + " more", Severity::Note};
+        more.Line = problems.back().Line;
+        problems.push_back(std::move(more));
+    }
     for (const Problem& problem : problems)
-        if (!file.Index || !file.Index->Hides(problem))
-            diagnostics.push_back(Diagnostic(file, problem));
+        diagnostics.push_back(Diagnostic(file, problem));
     return diagnostics;
 }
 

@@ -35,9 +35,10 @@ class Reading {
     void Run() {
         file.Records.clear();
         file.Problems.clear();
+        file.ProblemsLeftOut = 0;
         if (const TextFault fault = FindTextFault(bytes); !fault.Text.empty())
             return Fail(fault.Text, fault.Line);
-        const ProblemSink sink = [&](const Problem& problem) { file.Problems.push_back(problem); };
+        const ProblemSink sink = [&](const Problem& problem) { Keep(problem); };
         BlockReader reader(kind, file.Name, sink,
                            [&](const std::unique_ptr<Record>& record, std::size_t end) {
                                file.Records.push_back(NamedRecordOf(kind, *record, end));
@@ -61,7 +62,17 @@ class Reading {
         if (!file.Index || !file.Index->IsInGame())
             std::erase_if(problems, [](const Problem& problem) { return problem.Rule == "no-image"; });
         lines.Place(record, problems);
-        std::ranges::move(problems, std::back_inserter(file.Problems));
+        for (Problem& problem : problems)
+            Keep(std::move(problem));
+    }
+
+    void Keep(Problem problem) {
+        if (file.Index && file.Index->Hides(problem))
+            return;
+        if (file.Problems.size() < MostProblems)
+            file.Problems.push_back(std::move(problem));
+        else
+            ++file.ProblemsLeftOut;
     }
 
     void Fail(std::string text, std::size_t line) {

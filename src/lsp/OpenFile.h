@@ -10,6 +10,9 @@
 
 namespace velmora::lsp {
 
+/// So many problems of a text are told; a text of another kind altogether has one in each line.
+inline constexpr std::size_t MostProblems = 1000;
+
 /// A file of one kind that a client has open.
 struct OpenFile {
     const KindEntry* Kind = nullptr;
@@ -21,9 +24,10 @@ struct OpenFile {
 
     // What the text was found to hold when it was last read.
     std::vector<NamedRecord> Records;
-    std::vector<Problem> Problems; ///< those of other files' sakes left out
-    std::string Published;         ///< what the client was last told
-    bool IsChanged = true;         ///< the text was, since it was last read
+    std::vector<Problem> Problems;   ///< those of other files' sakes left out
+    std::size_t ProblemsLeftOut = 0; ///< beyond the most that are told
+    std::string Published;           ///< what the client was last told
+    bool IsChanged = true;           ///< the text was, since it was last read
 };
 
 /// Reads the text again: its records and what is wrong with them.

@@ -117,6 +117,21 @@ TEST_F(ServerFixture, TellsOfNamesThatOtherFilesHave) {
     EXPECT_THAT(closed[0]["params"]["diagnostics"], IsEmpty());
 }
 
+TEST_F(ServerFixture, TellsSoManyProblemsOfATextAtMost) {
+    Initialize();
+    std::string text = "EVENT Raid\nEventType 9999999999\nENDEVENT\n"; // the last problem is the gravest
+    for (int i = 0; i < 1000; ++i)
+        text.insert(0, "x\n");
+    auto told = Open("Data/A.event", text);
+    ASSERT_EQ(told.size(), 1001u);
+    EXPECT_THAT(told, Contains("1001: load-failure"));
+    EXPECT_EQ(diagnostics.back()["code"], "more-problems");
+    EXPECT_EQ(diagnostics.back()["message"], "and 1 more");
+    EXPECT_EQ(Type("Data/A.event", 0, 0, 1, "//").size(), 1000u);
+    Open("Data/B.event", text + text);
+    EXPECT_EQ(diagnostics.back()["message"], "and 1 more") << "reading ends at the failure";
+}
+
 TEST_F(ServerFixture, TellsOtherFilesThatOneWasClosed) {
     Initialize();
     Open("Data/A.event", Event("Comet"));
