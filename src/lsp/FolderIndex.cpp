@@ -78,11 +78,8 @@ void FolderIndex::Refresh() {
 }
 
 void FolderIndex::Read(const Key& key, File& file) {
-    const std::filesystem::path path = Files::HostPath(Folder + key.second);
-    std::error_code failed;
-    const Stamp stamp{std::filesystem::last_write_time(path, failed),
-                      std::filesystem::file_size(path, failed)};
-    if (!failed && stamp == file.OnDisk)
+    const HostFiles::Stamp stamp = HostFiles::StampOf(Files::HostPath(Folder + key.second));
+    if (stamp != HostFiles::Stamp{} && stamp == file.OnDisk)
         return;
     file.OnDisk = stamp;
     std::vector<NamedRecord> records;

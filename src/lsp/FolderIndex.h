@@ -2,11 +2,11 @@
 
 #include "kinds/IgnoreFile.h"
 #include "kinds/Kinds.h"
+#include "platform/HostFiles.h"
 #include "records/CheckContext.h"
 #include "services/Problem.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -58,10 +58,9 @@ class FolderIndex {
     [[nodiscard]] bool IsInGame() const { return !game.empty(); }
 
   private:
-    using Stamp = std::pair<std::filesystem::file_time_type, std::uintmax_t>;
     struct File {
         std::vector<NamedRecord> Records;
-        Stamp OnDisk;
+        HostFiles::Stamp OnDisk;
         bool IsOpen = false;
     };
     using Key = std::pair<std::string, std::string>; ///< folded name, name: files in the order of loading

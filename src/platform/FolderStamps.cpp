@@ -36,20 +36,19 @@ FolderStamps::Changes FolderStamps::Changed() {
 }
 
 void FolderStamps::Look(const std::string& folder, bool withFiles, Stamps& stamps) {
-    // What cannot be looked at counts as missing: whoever reads it will say why.
+    // What cannot be looked at counts as missing.
     std::error_code ignored;
-    const auto timeOf = [&](const fs::path& path) {
-        return static_cast<std::int64_t>(fs::last_write_time(path, ignored).time_since_epoch().count());
-    };
     const fs::path host = HostPath(folder);
-    // The files tell what came and went; the folder's time would tell of every temporary, too.
-    stamps[host] = {withFiles ? fs::exists(host, ignored) : timeOf(host), 0, true};
+    // The files tell what came and went; the folder's time would tell of every temporary, too. Its size is
+    // no sign of anything.
+    const HostFiles::Stamp stamp{withFiles ? fs::exists(host, ignored) : HostFiles::StampOf(host).Time, 0};
+    stamps[host] = {stamp, true};
     if (!withFiles)
         return;
     for (fs::directory_iterator at(host, ignored), end; !ignored && at != end; at.increment(ignored)) {
         std::error_code gone;
         if (at->is_regular_file(gone))
-            stamps[at->path()] = {timeOf(at->path()), fs::file_size(at->path(), gone), false};
+            stamps[at->path()] = {HostFiles::StampOf(at->path()), false};
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdint>
+#include "platform/HostFiles.h"
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -24,8 +25,7 @@ class FolderStamps {
 
   private:
     struct Stamp {
-        std::int64_t Time;
-        std::uintmax_t Size;
+        HostFiles::Stamp OnDisk;
         bool IsFolder;
         bool operator==(const Stamp&) const = default;
     };

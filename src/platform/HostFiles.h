@@ -62,6 +62,16 @@ enum class Entry { Absent, Folder, File };
 Entry EntryAt(const Path& path);
 std::uint64_t SizeOf(const Path& path);
 
+/// Tells a changed file from what it was: the time of its last writing, as fine as the host keeps it, and its
+/// size.
+struct Stamp {
+    std::int64_t Time = 0;
+    std::uint64_t Size = 0;
+    bool operator==(const Stamp&) const = default;
+};
+/// All zeros for what cannot be looked at: whoever reads it will say why.
+Stamp StampOf(const Path& path) noexcept;
+
 /// Where a path leads through symbolic links; the last one's target need not exist.
 Path FollowLinks(const Path& path);
 

@@ -193,6 +193,14 @@ std::uint64_t SizeOf(const Path& path) {
     return static_cast<std::uint64_t>(facts.st_size);
 }
 
+Stamp StampOf(const Path& path) noexcept {
+    struct stat found {};
+    if (::stat(path.c_str(), &found) != 0)
+        return {};
+    return {std::int64_t{found.st_mtim.tv_sec} * 1'000'000'000 + found.st_mtim.tv_nsec,
+            static_cast<std::uint64_t>(found.st_size)};
+}
+
 Path FollowLinks(const Path& path) {
     constexpr int mostLinks = 40;
     Path target = path;

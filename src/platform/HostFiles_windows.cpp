@@ -184,6 +184,17 @@ std::uint64_t SizeOf(const Path& path) {
     return std::filesystem::file_size(path);
 }
 
+// The standard library here keeps whole seconds only.
+Stamp StampOf(const Path& path) noexcept {
+    WIN32_FILE_ATTRIBUTE_DATA found{};
+    if (!::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &found))
+        return {};
+    const auto whole = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; };
+    return {static_cast<std::int64_t>(
+                whole(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime)),
+            whole(found.nFileSizeHigh, found.nFileSizeLow)};
+}
+
 Path FollowLinks(const Path& path) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
