@@ -251,12 +251,15 @@ std::string RecordWindow::EditStatus() const {
 void RecordWindow::SetReadOnly() {
     Trap(Routine("SetReadOnly"), NoInputParms, [this] {
         SetMode(EditMode::Browsing);
+        EnableNavigation(!library.Empty());
+        // Else the toolkit hands the focus to a panel's box, which takes Undo for its own text.
+        if (controls.Details->isAncestorOf(focusWidget()))
+            controls.Forward->setFocus(Qt::OtherFocusReason);
         EnableFields(false);
         EnableFrames(false);
         for (QLabel* label :
              {controls.StatusCaption, controls.Status, controls.WhereWeAt, controls.EditStatus})
             label->setEnabled(true);
-        EnableNavigation(!library.Empty());
         ShowHint(BrowsingText());
     });
 }
