@@ -251,15 +251,15 @@ std::string RecordWindow::EditStatus() const {
 void RecordWindow::SetReadOnly() {
     Trap(Routine("SetReadOnly"), NoInputParms, [this] {
         SetMode(EditMode::Browsing);
-        EnableNavigation(!library.Empty());
-        // Else the toolkit hands the focus to a panel's box, which takes Undo for its own text.
-        if (controls.Details->isAncestorOf(focusWidget()))
-            controls.Forward->setFocus(Qt::OtherFocusReason);
+        const bool inForm = controls.Details->isAncestorOf(focusWidget());
         EnableFields(false);
         EnableFrames(false);
         for (QLabel* label :
              {controls.StatusCaption, controls.Status, controls.WhereWeAt, controls.EditStatus})
             label->setEnabled(true);
+        EnableNavigation(!library.Empty());
+        if (inForm) // the toolkit has handed it to a panel's box, which takes Undo for its own text
+            controls.Forward->setFocus(Qt::OtherFocusReason);
         ShowHint(BrowsingText());
     });
 }
