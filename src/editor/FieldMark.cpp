@@ -7,7 +7,7 @@
 namespace velmora {
 
 namespace {
-constexpr int Margin = 3;
+constexpr int Margin = 1; // a meter may stand right below
 constexpr int SignSize = 9;
 } // namespace
 
