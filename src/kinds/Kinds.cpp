@@ -2,6 +2,7 @@
 
 #include "events/clsEvent.h"
 #include "platform/CodePage.h"
+#include "platform/Files.h"
 #include "sbmodules/ModuleIDPool.h"
 #include "sbmodules/clsSBModule.h"
 #include "upissues/clsUPIssue.h"
@@ -32,6 +33,24 @@ const std::array<KindEntry, 3> Entries{{
 
 std::span<const KindEntry> Kinds() {
     return Entries;
+}
+
+std::vector<std::string> FilesOf(const KindEntry& entry, const std::string& folder) {
+    const std::string_view below = entry.Folder.substr(entry.Folder.find('/') + 1); // the data directory
+    std::string where = folder;
+    for (const std::string_view under : {below, entry.Folder})
+        if (const std::string path = Files::Join(folder, std::string(under)); Files::FolderExists(path))
+            where = path;
+    std::vector<std::string> paths;
+    for (const std::string& name : Files::ListFiles(where))
+        if (CodePage::EndsWithNoCase(name, entry.Kind->Extension))
+            paths.push_back(Files::Join(where, name));
+    std::ranges::sort(paths);
+    return paths;
+}
+
+const KindEntry& EntryOf(const RecordKind& kind) {
+    return *std::ranges::find(Entries, &kind, &KindEntry::Kind);
 }
 
 const KindEntry* KindOfFile(std::string_view path) {

@@ -3,7 +3,9 @@
 #include "records/Library.h"
 
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmora {
 
@@ -22,6 +24,13 @@ struct KindEntry {
 
 /// All kinds, in the order in which they are loaded.
 std::span<const KindEntry> Kinds();
+
+/// Paths of the files of a kind, in order: of a game directory, of its data directory, or of any folder of
+/// such files.
+std::vector<std::string> FilesOf(const KindEntry& entry, const std::string& folder);
+
+/// The entry of a kind.
+const KindEntry& EntryOf(const RecordKind& kind);
 
 /// The kind of a file by its extension, nullptr when it has none.
 const KindEntry* KindOfFile(std::string_view path);
