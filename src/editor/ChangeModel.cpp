@@ -26,30 +26,37 @@ struct Excerpts {
     QString After;
 };
 
+/// A tip that is no wider than the screen.
+QVariant InLines(const QString& text) {
+    constexpr int most = 2000;
+    return text.isEmpty() ? QString() : QStringLiteral("<p>%1</p>").arg(text.left(most).toHtmlEscaped());
+}
+
 } // namespace
 
 void ChangeModel::Rebuild() {
     beginResetModel();
-    files.clear();
+    groups.clear();
     count = changes.Count();
-    std::unordered_map<std::string_view, File*> known;
+    std::unordered_map<std::string_view, Group*> known;
     for (std::size_t line = 0; line < count; ++line) {
-        File*& file = known[changes.FileOf(line)];
-        if (!file)
-            file = files.emplace_back(std::make_unique<File>(File{std::string(changes.FileOf(line))})).get();
-        file->Lines.push_back(static_cast<std::uint32_t>(line));
+        Group*& group = known[changes.GroupOf(line)];
+        if (!group)
+            group =
+                groups.emplace_back(std::make_unique<Group>(Group{std::string(changes.GroupOf(line))})).get();
+        group->Lines.push_back(static_cast<std::uint32_t>(line));
     }
-    std::ranges::sort(files, [](const auto& one, const auto& other) {
+    std::ranges::sort(groups, [](const auto& one, const auto& other) {
         return CodePage::CompareNoCase(one->Name, other->Name) < 0;
     });
-    for (std::size_t i = 0; i < files.size(); ++i)
-        files[i]->Row = static_cast<int>(i);
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        groups[i]->Row = static_cast<int>(i);
     endResetModel();
 }
 
 void ChangeModel::Refresh() {
-    if (!files.empty()) // of the rows below nobody keeps anything
-        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    if (!groups.empty()) // of the rows below nobody keeps anything
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void ChangeModel::TickAll(bool ticked) {
@@ -60,28 +67,28 @@ void ChangeModel::TickAll(bool ticked) {
 }
 
 std::optional<std::size_t> ChangeModel::LineAt(const QModelIndex& index) const {
-    const auto* file = static_cast<const File*>(index.internalPointer());
-    if (!index.isValid() || !file)
+    const auto* group = static_cast<const Group*>(index.internalPointer());
+    if (!index.isValid() || !group)
         return std::nullopt;
-    return file->Lines[static_cast<std::size_t>(index.row())];
+    return group->Lines[static_cast<std::size_t>(index.row())];
 }
 
 QModelIndex ChangeModel::Next(const QModelIndex& from, int step) const {
-    if (files.empty())
+    if (groups.empty())
         return {};
-    const auto rowsOf = [this](int file) { return static_cast<int>(FileAt(file).Lines.size()); };
-    const int last = static_cast<int>(files.size()) - 1;
+    const auto rowsOf = [this](int group) { return static_cast<int>(GroupAt(group).Lines.size()); };
+    const int last = static_cast<int>(groups.size()) - 1;
     const bool isLine = LineAt(from).has_value();
-    int file = isLine ? from.parent().row() : from.isValid() ? from.row() : step > 0 ? 0 : last;
+    int group = isLine ? from.parent().row() : from.isValid() ? from.row() : step > 0 ? 0 : last;
     int row = isLine ? from.row() + step : step > 0 ? 0 : from.isValid() ? -1 : rowsOf(last) - 1;
-    if (row >= rowsOf(file)) {
-        file = file == last ? 0 : file + 1;
+    if (row >= rowsOf(group)) {
+        group = group == last ? 0 : group + 1;
         row = 0;
     } else if (row < 0) {
-        file = file == 0 ? last : file - 1;
-        row = rowsOf(file) - 1;
+        group = group == 0 ? last : group - 1;
+        row = rowsOf(group) - 1;
     }
-    return index(row, 0, index(file, 0));
+    return index(row, 0, index(group, 0));
 }
 
 QModelIndex ChangeModel::RowOf(const std::string& record, const std::string& field) const {
@@ -89,74 +96,77 @@ QModelIndex ChangeModel::RowOf(const std::string& record, const std::string& fie
         const auto [name, property] = changes.NamesOf(line);
         if (name != record || property != field)
             continue;
-        for (const auto& file : files) {
-            const auto at = std::ranges::lower_bound(file->Lines, line);
-            if (at != file->Lines.end() && *at == line)
-                return index(static_cast<int>(at - file->Lines.begin()), 0, index(file->Row, 0));
+        for (const auto& group : groups) {
+            const auto at = std::ranges::lower_bound(group->Lines, line);
+            if (at != group->Lines.end() && *at == line)
+                return index(static_cast<int>(at - group->Lines.begin()), 0, index(group->Row, 0));
         }
     }
     return {};
 }
 
 QModelIndex ChangeModel::index(int row, int column, const QModelIndex& above) const {
-    if (row < 0 || column < 0 || column >= ColumnCount || row >= rowCount(above))
+    if (row < 0 || column < 0 || column >= columnCount() || row >= rowCount(above))
         return {};
     return createIndex(row, column,
-                       above.isValid() ? files[static_cast<std::size_t>(above.row())].get() : nullptr);
+                       above.isValid() ? groups[static_cast<std::size_t>(above.row())].get() : nullptr);
 }
 
 QModelIndex ChangeModel::parent(const QModelIndex& child) const {
-    const auto* file = static_cast<const File*>(child.internalPointer());
-    return child.isValid() && file ? createIndex(file->Row, 0, nullptr) : QModelIndex();
+    const auto* group = static_cast<const Group*>(child.internalPointer());
+    return child.isValid() && group ? createIndex(group->Row, 0, nullptr) : QModelIndex();
 }
 
 int ChangeModel::rowCount(const QModelIndex& above) const {
     if (!above.isValid())
-        return static_cast<int>(files.size());
+        return static_cast<int>(groups.size());
     return above.internalPointer() || above.column() != 0
                ? 0
-               : static_cast<int>(FileAt(above.row()).Lines.size());
+               : static_cast<int>(GroupAt(above.row()).Lines.size());
 }
 
 int ChangeModel::columnCount(const QModelIndex& /*parent*/) const {
-    return ColumnCount;
+    return static_cast<int>(columns.size());
 }
 
-Qt::CheckState ChangeModel::StateOf(const File& file) const {
+std::optional<Qt::CheckState> ChangeModel::StateOf(const Group& group) const {
     std::size_t ticked = 0;
     std::size_t possible = 0;
-    for (const std::uint32_t line : file.Lines) {
+    for (const std::uint32_t line : group.Lines) {
         ticked += changes.IsTicked(line) ? 1 : 0;
         possible += changes.MayTick(line) ? 1 : 0;
     }
+    if (possible == 0)
+        return std::nullopt;
     return ticked == 0 ? Qt::Unchecked : ticked == possible ? Qt::Checked : Qt::PartiallyChecked;
 }
 
-QVariant ChangeModel::FileData(const File& file, int role) const {
+QVariant ChangeModel::GroupData(const Group& group, int role) const {
     if (role == Qt::CheckStateRole)
-        return StateOf(file);
-    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
-        return ToQt(file.Name) + QStringLiteral(" (%1)").arg(file.Lines.size());
+        return StateOf(group) ? QVariant(*StateOf(group)) : QVariant();
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole || role == Qt::AccessibleTextRole)
+        return ToQt(group.Name) + QStringLiteral(" (%1)").arg(group.Lines.size());
     return {};
 }
 
 QVariant ChangeModel::LineData(std::size_t line, int column, int role) const {
-    if (role == Qt::CheckStateRole && column == RecordColumn)
-        return changes.IsTicked(line) ? Qt::Checked : Qt::Unchecked;
+    if (role == Qt::CheckStateRole && column == 0)
+        return !changes.MayTick(line) ? QVariant() : changes.IsTicked(line) ? Qt::Checked : Qt::Unchecked;
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != Qt::AccessibleTextRole)
         return {};
     const ChangeList::Proposal change = changes.At(line);
     const Excerpts excerpts(change.Before, change.After);
     const std::array<QString, ColumnCount> texts{ToQt(change.Record), ToQt(change.Field), excerpts.Before,
                                                  excerpts.After, ToQt(change.Note)};
-    if (role == Qt::AccessibleTextRole && column == RecordColumn) {
+    if (role == Qt::AccessibleTextRole && column == 0) {
         QStringList spoken(texts.begin(), texts.end());
         spoken.removeAll(QString());
         return spoken.join(QStringLiteral(", "));
     }
-    if (role == Qt::ToolTipRole && (column == BeforeColumn || column == AfterColumn))
-        return ToQt(column == BeforeColumn ? change.Before : change.After);
-    return texts[static_cast<std::size_t>(column)];
+    const Column shown = columns[static_cast<std::size_t>(column)].first;
+    if (role == Qt::ToolTipRole && (shown == BeforeColumn || shown == AfterColumn))
+        return InLines(ToQt(shown == BeforeColumn ? change.Before : change.After));
+    return role == Qt::ToolTipRole ? InLines(texts[shown]) : QVariant(texts[shown]);
 }
 
 QVariant ChangeModel::data(const QModelIndex& index, int role) const {
@@ -164,25 +174,22 @@ QVariant ChangeModel::data(const QModelIndex& index, int role) const {
         return {};
     if (const auto line = LineAt(index))
         return LineData(*line, index.column(), role);
-    return index.column() == 0 ? FileData(FileAt(index.row()), role) : QVariant();
+    return index.column() == 0 ? GroupData(GroupAt(index.row()), role) : QVariant();
 }
 
 bool ChangeModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::CheckStateRole || !index.isValid() || index.column() != 0)
         return false;
     const bool ticked = value.toInt() != Qt::Unchecked;
-    if (const auto line = LineAt(index)) {
+    const auto line = LineAt(index);
+    const QModelIndex group = line ? index.parent() : index;
+    if (line)
         changes.Tick(*line, ticked);
-        emit dataChanged(index, index);
-        emit dataChanged(index.parent(), index.parent());
-    } else {
-        const File& file = FileAt(index.row());
-        for (const std::uint32_t each : file.Lines)
+    else
+        for (const std::uint32_t each : GroupAt(group.row()).Lines)
             changes.Tick(each, ticked);
-        emit dataChanged(index, index);
-        emit dataChanged(this->index(0, 0, index),
-                         this->index(static_cast<int>(file.Lines.size()) - 1, 0, index));
-    }
+    emit dataChanged(group, group);
+    emit dataChanged(this->index(0, 0, group), this->index(rowCount(group) - 1, columnCount() - 1, group));
     emit Ticked();
     return true;
 }
@@ -190,9 +197,7 @@ bool ChangeModel::setData(const QModelIndex& index, const QVariant& value, int r
 QVariant ChangeModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    const std::array<QString, ColumnCount> names{tr("Record"), tr("Field"), tr("Before"), tr("After"),
-                                                 tr("Note")};
-    return names[static_cast<std::size_t>(section)];
+    return columns[static_cast<std::size_t>(section)].second;
 }
 
 Qt::ItemFlags ChangeModel::flags(const QModelIndex& index) const {
@@ -200,7 +205,7 @@ Qt::ItemFlags ChangeModel::flags(const QModelIndex& index) const {
     const auto line = LineAt(index);
     if (line)
         flags |= Qt::ItemNeverHasChildren;
-    if (index.column() == 0 && (!line || changes.MayTick(*line)))
+    if (index.column() == 0 && data(index, Qt::CheckStateRole).isValid())
         flags |= Qt::ItemIsUserCheckable;
     return flags;
 }

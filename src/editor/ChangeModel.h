@@ -7,20 +7,24 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmora {
 
-/// Proposed changes for a view, by file: what each field holds and would hold, what speaks against it, and a
-/// tick to take it or leave it. Of long texts it shows the part that differs.
+/// Proposed changes for a view, group by group: what each field holds and would hold, what speaks against it,
+/// and a tick to take it or leave it. Of long texts it shows the part that differs.
 class ChangeModel : public QAbstractItemModel {
     Q_OBJECT
 
   public:
     enum Column { RecordColumn, FieldColumn, BeforeColumn, AfterColumn, NoteColumn, ColumnCount };
 
-    ChangeModel(ChangeList& shownChanges, QObject* parent)
-        : QAbstractItemModel(parent), changes(shownChanges) {}
+    /// What is shown of each change, and how it is headed.
+    using Columns = std::vector<std::pair<Column, QString>>;
+
+    ChangeModel(ChangeList& shownChanges, Columns shownColumns, QObject* parent)
+        : QAbstractItemModel(parent), changes(shownChanges), columns(std::move(shownColumns)) {}
 
     /// The list holds other changes.
     void Rebuild();
@@ -31,7 +35,7 @@ class ChangeModel : public QAbstractItemModel {
 
     /// How many changes there are rows of.
     [[nodiscard]] std::size_t Count() const { return count; }
-    /// Nothing for a file.
+    /// Nothing for a group.
     [[nodiscard]] std::optional<std::size_t> LineAt(const QModelIndex& index) const;
     /// The change after or before a row, the first after the last; invalid without any.
     [[nodiscard]] QModelIndex Next(const QModelIndex& index, int step) const;
@@ -51,18 +55,20 @@ class ChangeModel : public QAbstractItemModel {
     void Ticked();
 
   private:
-    struct File {
+    struct Group {
         std::string Name;
         int Row = 0;
         std::vector<std::uint32_t> Lines = {};
     };
-    [[nodiscard]] const File& FileAt(int row) const { return *files[static_cast<std::size_t>(row)]; }
-    [[nodiscard]] QVariant FileData(const File& file, int role) const;
+    [[nodiscard]] const Group& GroupAt(int row) const { return *groups[static_cast<std::size_t>(row)]; }
+    [[nodiscard]] QVariant GroupData(const Group& group, int role) const;
     [[nodiscard]] QVariant LineData(std::size_t line, int column, int role) const;
-    [[nodiscard]] Qt::CheckState StateOf(const File& file) const;
+    /// Nothing for a group of changes that cannot be made.
+    [[nodiscard]] std::optional<Qt::CheckState> StateOf(const Group& group) const;
 
     ChangeList& changes;
-    std::vector<std::unique_ptr<File>> files; // by name
+    Columns columns;
+    std::vector<std::unique_ptr<Group>> groups; // by name
     std::size_t count = 0;
 };
 

@@ -42,7 +42,13 @@ ReplacePanel::ReplacePanel(RecordWindow& recordWindow, Workbench& bench, RecordL
                            QAction* openCommand)
     : QWidget(&recordWindow), window(recordWindow), workbench(bench), records(list),
       library(recordWindow.Records()), command(openCommand), replacement(library),
-      model(new ChangeModel(replacement, this)) {
+      model(new ChangeModel(replacement,
+                            {{ChangeModel::RecordColumn, tr("Record")},
+                             {ChangeModel::FieldColumn, tr("Field")},
+                             {ChangeModel::BeforeColumn, tr("Before")},
+                             {ChangeModel::AfterColumn, tr("After")},
+                             {ChangeModel::NoteColumn, tr("Note")}},
+                            this)) {
     BuildPanel();
     AddToWorkbench();
     FollowWindow();

@@ -1,13 +1,12 @@
 #include "kinds/Import.h"
 
-#include "events/EventRules.h"
 #include "kinds/PlayerTexts.h"
 #include "kinds/TableText.h"
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
 #include "platform/PathTexts.h"
 #include "platform/Utf8.h"
+#include "records/CheckRecords.h"
 #include "records/Csv.h"
 #include "services/Numbers.h"
 #include "services/modWriter.h"
@@ -67,22 +66,6 @@ void Refuse(Import::Row& row, std::string reason) {
         return; // the first reason will do
     row.Is = Import::Outcome::Refused;
     row.Reason = std::move(reason);
-}
-
-std::string ShownValue(const Field& field, const Record& record) {
-    return field.Type == FieldType::Text ? field.TextOf(record) : std::to_string(field.NumberOf(record));
-}
-
-/// Why a record may not be given to a file; empty when it may.
-std::string FileRefusal(const RecordKind& kind, const std::string& file) {
-    if (!CodePage::EndsWithNoCase(file, kind.Extension) || file.size() == kind.Extension.size())
-        return file + " is no name of a file for it";
-    const std::string base = file.substr(0, file.size() - kind.Extension.size());
-    if (StripIllegalFileChars(base) != base)
-        return "no file can be named " + file;
-    if (&kind == &EventKind && IsReservedEventFile(file))
-        return file + " is the game's own";
-    return FileNameRefusal(base);
 }
 
 } // namespace
@@ -189,7 +172,7 @@ void Import::TakeRecord(const Cells& cells, Row row) {
     } else {
         row.Is = Outcome::New;
         library.Kind.Name.SetText(*after, row.Name);
-        after->ShortName = AsSpelled(own);
+        after->ShortName = files.Of(own);
         if (row.Name.empty())
             Refuse(row, "it names no record");
         else if (!IsLegalName(row.Name))
@@ -239,34 +222,11 @@ void Import::SetFile(const std::string& cell, const Record* before, Record& afte
     const std::string file = PathTexts::FromHostText(Csv::Unguarded(cell));
     if (file.empty() || (before && CodePage::EqualNoCase(file, before->ShortName)))
         return;
-    std::string refusal = FileRefusal(library.Kind, file);
-    if (refusal.empty() && before && &library.Kind == &EventKind && IsReservedEventFile(before->ShortName))
-        refusal = before->ShortName + " is the game's own";
+    const std::string refusal = FileRefusal(library.Kind, before ? before->ShortName : std::string(), file);
     if (!refusal.empty())
         Refuse(row, std::string(FileProperty) + ": " + refusal);
     else
-        after.ShortName = AsSpelled(file);
-}
-
-/// A file's name as the library spells it, or the first row that names it: names that differ in case only
-/// mean one file, which is to be written once.
-const std::string& Import::AsSpelled(const std::string& file) {
-    if (const std::size_t at = library.FileList().IndexOf(file); at != Library::None)
-        return library.FileList().KeyAt(at);
-    files.TryAdd(file, true);
-    return files.KeyAt(files.IndexOf(file));
-}
-
-/// Gives what differs from the record as it is the form that showing gives it.
-void Import::MakeLegal(const Record* before, Record& after) const {
-    if (!library.Kind.Normalize)
-        return;
-    const auto legal = library.Kind.Copy(after);
-    library.Kind.Normalize(*legal);
-    library.Kind.ForEachField([&](const Field& field) {
-        if (!before || field.Get(after) != field.Get(*before))
-            field.Set(after, field.Get(*legal));
-    });
+        after.ShortName = files.Of(file);
 }
 
 void Import::NoteChanges(const Record* before, const Record& after, Row& row) const {
@@ -274,12 +234,12 @@ void Import::NoteChanges(const Record* before, const Record& after, Row& row) co
     if (before && before->ShortName == after.ShortName && SameContent(library.Kind, *before, after))
         return;
     const auto legal = library.Kind.Copy(after);
-    MakeLegal(before, *legal);
+    NormalizeChanges(library.Kind, before, *legal);
     library.Kind.ForEachField([&](const Field& field) {
         if (field.Type == FieldType::List || (before && field.Get(*before) == field.Get(*legal)))
             return;
         row.Changes.push_back(
-            {field.Property, before ? ShownValue(field, *before) : std::string(), ShownValue(field, *legal)});
+            {field.Property, before ? field.Shown(*before) : std::string(), field.Shown(*legal)});
     });
     if (!before || before->ShortName != after.ShortName)
         row.Changes.push_back({FileProperty, before ? before->ShortName : std::string(), after.ShortName});
@@ -289,17 +249,8 @@ void Import::NoteChanges(const Record* before, const Record& after, Row& row) co
 
 /// Refuses a record that would break a rule that it does not break as it is.
 void Import::Judge(const Record* before, const Record& after, Row& row) const {
-    if (!library.Kind.Check)
-        return;
-    std::vector<Problem> held;
-    std::vector<Problem> found;
-    if (before)
-        library.Kind.Check(*before, context, held);
-    library.Kind.Check(after, context, found);
-    for (const Problem& problem : found)
-        if (problem.Level == Severity::Error && std::ranges::none_of(held, [&](const Problem& old) {
-                return old.Rule == problem.Rule && old.Field == problem.Field;
-            })) {
+    for (const Problem& problem : NewProblems(library.Kind, context, before, after))
+        if (problem.Level == Severity::Error) {
             Refuse(row, problem.Text);
             row.Rule = problem.Rule;
             return;

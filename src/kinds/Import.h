@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kinds/FileNames.h"
 #include "kinds/Kinds.h"
 #include "records/CheckContext.h"
 #include "records/Edits.h"
@@ -37,7 +38,7 @@ class Import {
 
     /// New records that name no file go to `ownFile`. Library and context have to outlive this.
     Import(const Library& target, const CheckContext& checkContext, std::string ownFile)
-        : library(target), context(checkContext), own(std::move(ownFile)) {}
+        : library(target), context(checkContext), own(std::move(ownFile)), files(target) {}
 
     /// The kinds that a table may be about by its columns; none when it is no table of ours.
     static std::vector<const KindEntry*> KindsOf(const std::string& bytes);
@@ -73,8 +74,6 @@ class Import {
     void SetField(const Field& field, const std::string& cell, const Record* before, Record& after,
                   Row& row) const;
     void SetFile(const std::string& cell, const Record* before, Record& after, Row& row);
-    [[nodiscard]] const std::string& AsSpelled(const std::string& file);
-    void MakeLegal(const Record* before, Record& after) const;
     void Judge(const Record* before, const Record& after, Row& row) const;
     void NoteChanges(const Record* before, const Record& after, Row& row) const;
     void Keep(Row row);
@@ -85,8 +84,8 @@ class Import {
     std::string own;
     std::vector<Column> columns;
     std::vector<std::string> unknown;
-    KeyedCollection<bool> met;                       ///< names of records, or IDs of texts
-    KeyedCollection<bool> files;                     ///< as the rows name them
+    KeyedCollection<bool> met; ///< names of records, or IDs of texts
+    FileSpelling files;
     KeyedCollection<std::unique_ptr<Record>> texted; ///< records with the texts that were taken so far
     std::vector<Row> rows;
     std::size_t same = 0;

@@ -21,11 +21,12 @@ class ChangeList {
         std::string_view Field;
         std::string Before;
         std::string After;
-        std::string_view Note; ///< what speaks against it, empty for nothing
+        std::string Note; ///< what speaks against it, empty for nothing
     };
 
     [[nodiscard]] virtual std::size_t Count() const = 0;
-    [[nodiscard]] virtual std::string_view FileOf(std::size_t line) const = 0;
+    /// What it is listed under: its file, or its record.
+    [[nodiscard]] virtual std::string_view GroupOf(std::size_t line) const = 0;
     /// Names of its record and its field.
     [[nodiscard]] virtual std::pair<std::string_view, std::string_view> NamesOf(std::size_t line) const = 0;
     [[nodiscard]] virtual Proposal At(std::size_t line) const = 0;

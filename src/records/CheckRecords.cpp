@@ -33,6 +33,22 @@ void CheckSome(const Library& library, const CheckContext& context, std::size_t 
 
 } // namespace
 
+std::vector<Problem> NewProblems(const RecordKind& kind, const CheckContext& context, const Record* before,
+                                 const Record& after) {
+    std::vector<Problem> found;
+    if (kind.Check)
+        kind.Check(after, context, found);
+    if (found.empty() || !before)
+        return found;
+    std::vector<Problem> held;
+    kind.Check(*before, context, held);
+    std::erase_if(found, [&](const Problem& problem) {
+        return std::ranges::any_of(
+            held, [&](const Problem& old) { return old.Rule == problem.Rule && old.Field == problem.Field; });
+    });
+    return found;
+}
+
 void CheckRecords(const Library& library, const CheckContext& context, const RecordCheck& tell,
                   const RecordCheck& more) {
     if (library.Kind.Check == nullptr)

@@ -44,7 +44,7 @@ void RecordSide::AddFile(const RecordKind& kind, const std::string& path) {
         file.Bytes = std::move(bytes);
         Faults.push_back({name, std::move(fault.Text)});
     } else {
-        file.Read(kind, std::move(bytes));
+        file.Read(kind, std::move(bytes), name);
         if (!file.Fault.empty())
             Faults.push_back({name, file.Fault});
     }

@@ -4,7 +4,7 @@
 
 namespace velmora {
 
-void RecordFile::Read(const RecordKind& kind, std::string bytes) {
+void RecordFile::Read(const RecordKind& kind, std::string bytes, const std::string& name) {
     Bytes = std::move(bytes);
     Parts.RemoveAll();
     Fault.clear();
@@ -16,12 +16,12 @@ void RecordFile::Read(const RecordKind& kind, std::string bytes) {
         if (problem.Rule == UnfinishedBlockRule)
             Fault = "Line " + std::to_string(problem.Line) + ": " + problem.Text;
     };
-    BlockReader reader(kind, {}, sink, [&](std::unique_ptr<Record> record, std::size_t endLine) {
+    BlockReader reader(kind, name, sink, [&](std::unique_ptr<Record> record, std::size_t endLine) {
         const std::size_t end = endLine <= lineEnds.size() ? lineEnds[endLine - 1] : Bytes.size();
-        const std::string& name = kind.NameOf(*record);
-        if (Parts.Exists(name))
-            Fault = "Two records are named " + name;
-        Parts.TryAdd(name, {std::move(record), std::string_view(Bytes).substr(taken, end - taken)});
+        const std::string& recordName = kind.NameOf(*record);
+        if (Parts.Exists(recordName))
+            Fault = "Two records are named " + recordName;
+        Parts.TryAdd(recordName, {std::move(record), std::string_view(Bytes).substr(taken, end - taken)});
         taken = end;
     });
     WrittenBlocks blocks;

@@ -30,8 +30,8 @@ struct RecordFile {
     RecordFile& operator=(const RecordFile&) = delete;
     ~RecordFile() = default;
 
-    /// Takes a file's bytes apart. Throws what BlockReader throws.
-    void Read(const RecordKind& kind, std::string bytes);
+    /// Takes a file's bytes apart. Throws what BlockReader throws, naming the file.
+    void Read(const RecordKind& kind, std::string bytes, const std::string& name = {});
 };
 
 } // namespace velmora

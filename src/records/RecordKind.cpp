@@ -59,6 +59,10 @@ FieldValue Field::Get(const Record& record) const {
     }
 }
 
+std::string Field::Shown(const Record& record) const {
+    return TextOf ? TextOf(record) : ListOf ? Join(ListOf(record), "; ") : std::to_string(NumberOf(record));
+}
+
 void Field::Set(Record& record, const FieldValue& value) const {
     switch (Type) {
     case FieldType::Text:
@@ -114,6 +118,17 @@ bool SameContent(const RecordKind& kind, const Record& one, const Record& other)
 void CopyContent(const RecordKind& kind, const Record& from, Record& to) {
     if (&from != &to)
         kind.ForEachField([&](const Field& field) { field.Set(to, field.Get(from)); });
+}
+
+void NormalizeChanges(const RecordKind& kind, const Record* before, Record& after) {
+    if (!kind.Normalize)
+        return;
+    const auto normal = kind.Copy(after);
+    kind.Normalize(*normal);
+    kind.ForEachField([&](const Field& field) {
+        if (!before || field.Get(after) != field.Get(*before))
+            field.Set(after, field.Get(*normal));
+    });
 }
 
 std::unique_ptr<Record> Clone(const RecordKind& kind, const Record& record) {

@@ -43,6 +43,8 @@ struct Field {
 
     // Whatever the type; reading a file goes straight to the members.
     [[nodiscard]] FieldValue Get(const Record& record) const;
+    /// The value as a text, the entries of a list joined by "; ".
+    [[nodiscard]] std::string Shown(const Record& record) const;
     /// Replaces the value. Throws std::bad_variant_access for a value of another type. A list drops entries
     /// that it holds already.
     void Set(Record& record, const FieldValue& value) const;
@@ -177,6 +179,8 @@ std::string BlockOf(const RecordKind& kind, const Record& record);
 bool SameContent(const RecordKind& kind, const Record& one, const Record& other);
 /// Gives a record the content of another, all but the name.
 void CopyContent(const RecordKind& kind, const Record& from, Record& to);
+/// Gives what differs from a record as it was the form that showing gives it; all of it where there was none.
+void NormalizeChanges(const RecordKind& kind, const Record* before, Record& after);
 /// A second record like the first, with its name, flags, status and file.
 std::unique_ptr<Record> Clone(const RecordKind& kind, const Record& record);
 

@@ -2,6 +2,7 @@
 
 #include "platform/CodePage.h"
 #include "platform/PathTexts.h"
+#include "records/CheckRecords.h"
 
 #include <algorithm>
 #include <utility>
@@ -131,20 +132,7 @@ void Replacement::CheckRecord(Lines ofRecord) {
 }
 
 void Replacement::NoteProblems(Lines ofRecord, const Record& after) {
-    if (!library.Kind.Check)
-        return;
-    std::vector<Problem> problems;
-    library.Kind.Check(after, *context, problems);
-    if (problems.empty())
-        return;
-    std::vector<Problem> before;
-    library.Kind.Check(RecordOf(ofRecord.front()), *context, before);
-    for (const Problem& problem : problems) {
-        const auto same = [&](const Problem& other) {
-            return other.Rule == problem.Rule && other.Field == problem.Field;
-        };
-        if (std::ranges::any_of(before, same))
-            continue;
+    for (const Problem& problem : NewProblems(library.Kind, *context, &RecordOf(ofRecord.front()), after)) {
         const auto isOf = [&](const Line& line) {
             return FieldOf(line).Property == problem.Field && !line.Refused;
         };
@@ -197,7 +185,7 @@ Edits::Step Replacement::MakeStep(std::string name) const {
     return step;
 }
 
-std::string_view Replacement::FileOf(std::size_t line) const {
+std::string_view Replacement::GroupOf(std::size_t line) const {
     return Stands() ? RecordOf(lines[line]).ShortName : std::string_view();
 }
 
@@ -215,7 +203,7 @@ ChangeList::Proposal Replacement::At(std::size_t at) const {
     const auto after = library.Kind.Make();
     Commit(line, Replaced(line), *library.Kind.Make(), *after);
     return {library.NameOf(record), FieldOf(line).Property, FieldOf(line).TextOf(record),
-            FieldOf(line).TextOf(*after), line.Note};
+            FieldOf(line).TextOf(*after), std::string(line.Note)};
 }
 
 void Replacement::Tick(std::size_t at, bool ticked) {

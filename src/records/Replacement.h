@@ -69,7 +69,7 @@ class Replacement : public ChangeList {
     [[nodiscard]] Edits::Step MakeStep(std::string name) const;
 
     [[nodiscard]] std::size_t Count() const override { return lines.size(); }
-    [[nodiscard]] std::string_view FileOf(std::size_t line) const override;
+    [[nodiscard]] std::string_view GroupOf(std::size_t line) const override;
     [[nodiscard]] std::pair<std::string_view, std::string_view> NamesOf(std::size_t line) const override;
     [[nodiscard]] Proposal At(std::size_t line) const override;
     [[nodiscard]] bool IsTicked(std::size_t line) const override { return lines[line].Ticked; }

@@ -210,7 +210,7 @@ TEST_F(ReplacementTest, IsQuietWhileTheLibraryIsReadAgain) {
     library.Clear();
     EXPECT_TRUE(replacement.Work({}));
     EXPECT_EQ(replacement.At(0).After, "");
-    EXPECT_EQ(replacement.FileOf(0), "");
+    EXPECT_EQ(replacement.GroupOf(0), "");
     replacement.Tick(0, false);
     replacement.Restart();
     EXPECT_THAT(Lines(), IsEmpty());
