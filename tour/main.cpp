@@ -5,13 +5,17 @@
 #include "editor/DialogPrompts.h"
 #include "editor/QtText.h"
 #include "editor/TextViewer.h"
+#include "events/clsEvent.h"
+#include "kinds/Kinds.h"
 #include "platform/Files.h"
 #include "services/Settings.h"
+#include "services/modWriter.h"
 #include "shell/frmWriter.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QDockWidget>
 #include <QFile>
 #include <QLineEdit>
@@ -19,6 +23,7 @@
 #include <QProgressDialog>
 #include <QStyleFactory>
 #include <QTest>
+#include <QTreeView>
 
 namespace velmora {
 namespace {
@@ -156,6 +161,38 @@ void ReplaceTexts(Tour& tour, QWidget& window) {
     tour.Find<QDockWidget>(window, "dckReplace").hide();
 }
 
+/// Another copy of the game in which somebody went on writing.
+std::string MakeColleague(const std::string& folder) {
+    const KindEntry& kind = EntryOf(EventKind);
+    Files::CreateFolder(folder);
+    for (const std::string& path : FilesOf(kind, Settings.GamePath)) {
+        std::string text = ReplaceAll(Files::ReadWhole(path), "EVENT HatDay", "EVENT DayOfTheHat");
+        text = ReplaceAll(text, "A Whale of a Time", "The Whale That Sang Back");
+        text = ReplaceAll(text, "The Ambassador Is a Cat", "The %s Is a Cat");
+        text = ReplaceAll(text, "EVENT InspectorGeneral", "EVENT InspectorOfInspectors");
+        Files::ReplaceSafely(Files::Join(folder, Files::NameOf(path)), text);
+    }
+    return folder;
+}
+
+void CompareFolders(Tour& tour, QWidget& window) {
+    const std::string folder = MakeColleague(ProgramDirectory + "/Anna");
+    tour.Meet({}, [&](QWidget& picker) {
+        tour.Find<QLineEdit>(picker, "fileNameEdit").setText(PathToQt(folder));
+        static_cast<QDialog&>(picker).accept();
+    });
+    tour.Meet({}, [&](QWidget& dialog) {
+        auto& tree = tour.Find<QTreeView>(dialog, "tvwCompare");
+        const auto groups = tree.model()->match(tree.model()->index(0, 0), Qt::DisplayRole,
+                                                QStringLiteral("changed: "), 2, Qt::MatchStartsWith);
+        for (const QModelIndex& group : groups)
+            tree.model()->setData(group, Qt::Checked, Qt::CheckStateRole);
+        tour.Step(QStringLiteral("compare"), &dialog);
+        Tour::Press(dialog, QStringLiteral("Cancel"));
+    });
+    tour.Choose(window, "mnuCompareWith");
+}
+
 void SearchCommands(Tour& tour, QWidget& window) {
     tour.Meet(QString(), [&](QWidget& dialog) {
         tour.Type(dialog, "txtCommand", QStringLiteral("problem"));
@@ -179,6 +216,7 @@ void PlayEvents(Tour& tour, frmWriter& writer) {
     LookThroughRecords(tour, window);
     LookAtProblems(tour, window);
     ReplaceTexts(tour, window);
+    CompareFolders(tour, window);
     SearchCommands(tour, window);
     LookAtPreview(tour, window);
     tour.Meet(QStringLiteral("write-question"), [&](QWidget& box) {

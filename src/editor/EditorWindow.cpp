@@ -33,6 +33,7 @@ void EditorWindow::AdoptEditor(const RecordControls& shared) {
     AdoptList();
     AdoptUndoPanels();
     AdoptImport();
+    AdoptCompare();
     for (auto* box : findChildren<LineBox*>())
         connect(box, &LineBox::Refused, this, [this](const QString& hint) { ShowHint(hint); });
     for (auto* box : findChildren<TextBox*>())

@@ -163,6 +163,8 @@ class EditorWindow : public RecordWindow {
     void AdoptUndo();
     void AdoptImport();
     void ImportTable();
+    void AdoptCompare();
+    void CompareWithFolder();
     void AdoptUndoPanels();
     void RevertTyped(const Binding& binding, const std::string& text);
     void RevertCommitted(const Binding& binding);

@@ -20,12 +20,9 @@ std::string Rows(std::size_t count) {
 } // namespace
 
 void EditorWindow::AdoptImport() {
-    QMenu* menu = Menu("mnuFile");
-    QAction* exit = Action("mnuExit");
     auto* item = new QAction(tr("&Import..."), this);
     item->setObjectName(QStringLiteral("mnuImport"));
-    menu->insertAction(exit, item);
-    menu->insertSeparator(exit);
+    Menu("mnuFile")->insertAction(Action("mnuExit"), item);
     OnClick("mnuImport", [this] { ImportTable(); });
 }
 

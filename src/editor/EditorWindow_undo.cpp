@@ -112,7 +112,8 @@ void EditorWindow::UpdateUndo() {
     Action("mnuUndo")->setEnabled(changeable ? discarded || edits.CanUndo() : history.CanUndo());
     Action("mnuRedo")->setEnabled(changeable ? edits.CanRedo() : history.CanRedo());
     Action("mnuTakeUpGivenUp")->setEnabled(changeable);
-    Action("mnuImport")->setEnabled(changeable);
+    for (const char* item : {"mnuImport", "mnuCompareWith"})
+        Action(item)->setEnabled(changeable);
 }
 
 void EditorWindow::GoTo(const FormHistory::Place& place) {

@@ -39,9 +39,10 @@ TEST_P(ImportTest, ShowsEachRowAndTakesThoseTickedInOneStep) {
     Start();
     const auto actions = Get<QMenu>("mnuFile")->actions();
     const auto at = actions.indexOf(Get<QAction>("mnuImport"));
-    ASSERT_EQ(actions.size(), at + 3);
-    EXPECT_TRUE(actions[at + 1]->isSeparator());
-    EXPECT_EQ(actions[at + 2], Get<QAction>("mnuExit"));
+    ASSERT_EQ(actions.size(), at + 4);
+    EXPECT_EQ(actions[at + 1], Get<QAction>("mnuCompareWith"));
+    EXPECT_TRUE(actions[at + 2]->isSeparator());
+    EXPECT_EQ(actions[at + 3], Get<QAction>("mnuExit"));
     const std::string table =
         Header() + ",Colour\nApple,sweet,x\nBanana,yellow,x\nCherry,\"a \"\"b\"\"\",x\n";
     Take(table, [&](QDialog& dialog) {
