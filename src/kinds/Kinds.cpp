@@ -60,4 +60,12 @@ const KindEntry* KindOfFile(std::string_view path) {
     return found == Entries.end() ? nullptr : found;
 }
 
+std::string GameAround(const KindEntry& kind, const std::string& folder) {
+    std::string slashes = folder;
+    std::ranges::replace(slashes, '\\', '/');
+    return CodePage::EndsWithNoCase(slashes, "/" + std::string(kind.Folder))
+               ? folder.substr(0, folder.size() - kind.Folder.size())
+               : std::string();
+}
+
 } // namespace velmora

@@ -35,4 +35,8 @@ const KindEntry& EntryOf(const RecordKind& kind);
 /// The kind of a file by its extension, nullptr when it has none.
 const KindEntry* KindOfFile(std::string_view path);
 
+/// The game's directory around a folder of a kind's files, both with trailing separator; empty when the
+/// folder is none of a game.
+std::string GameAround(const KindEntry& kind, const std::string& folder);
+
 } // namespace velmora

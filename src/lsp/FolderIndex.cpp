@@ -9,22 +9,6 @@
 
 namespace velmora::lsp {
 
-namespace {
-
-/// The game's directory around a folder of its files, empty when the folder is none of a game.
-std::string GameAround(const KindEntry& kind, const std::string& folder) {
-    const std::string slashes = [&] {
-        std::string path = folder;
-        std::ranges::replace(path, '\\', '/');
-        return path;
-    }();
-    return CodePage::EndsWithNoCase(slashes, "/" + std::string(kind.Folder))
-               ? folder.substr(0, folder.size() - kind.Folder.size())
-               : std::string();
-}
-
-} // namespace
-
 NamedRecord NamedRecordOf(const RecordKind& kind, const Record& record, std::size_t endLine) {
     return {kind.NameOf(record), record.HeaderLine, endLine,
             kind.HeaderNumber ? kind.HeaderNumber->NumberOf(record) : 0};

@@ -42,4 +42,8 @@ std::string Environment(const char* name);
 
 void Sleep(std::int32_t milliseconds);
 
+/// Lets another program bring its window to the front, where the host leaves that to the one the user has
+/// just started.
+void LetOthersComeToFront();
+
 } // namespace velmora::Process

@@ -196,4 +196,6 @@ std::string Environment(const char* name) {
     return value != nullptr ? PathTexts::FromHostText(value) : std::string();
 }
 
+void LetOthersComeToFront() {}
+
 } // namespace velmora::Process

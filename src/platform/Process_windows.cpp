@@ -123,4 +123,8 @@ std::string Environment(const char* name) {
     return FromWide(value);
 }
 
+void LetOthersComeToFront() {
+    ::AllowSetForegroundWindow(ASFW_ANY);
+}
+
 } // namespace velmora::Process

@@ -37,6 +37,8 @@ frmWriter::frmWriter(QWidget* parent) : QMainWindow(parent), ui(std::make_unique
                   [] { gPrompts->ShowTextFile(HelpFile("ReleaseNotes.txt")); });
     });
     UserGuide::AddTo(*ui->mnuHelp);
+    setAcceptDrops(true);
+    qApp->installEventFilter(this);
     gErrHandler = &errorHandler;
 }
 
@@ -104,6 +106,7 @@ template <class Window>
 void frmWriter::Show(std::unique_ptr<Window>& window) {
     if (!window) {
         window = std::make_unique<Window>();
+        window->setAcceptDrops(true);
         connect(window.get(), &RecordWindow::Closed, this, &QWidget::show);
     }
     hide();

@@ -4,8 +4,8 @@
 #include "services/clsINI.h"
 
 #include <QMainWindow>
-#include <functional>
 #include <memory>
+#include <string>
 
 namespace Ui {
 class frmWriter;
@@ -29,8 +29,16 @@ class frmWriter : public QMainWindow {
 
     /// Opens an editor by its name: "events", "upissues" or "sbmodules". False for any other.
     bool OpenEditor(const QString& name);
+    /// Shows the first record of a content file in its editor, once no question is open. Another editor is
+    /// closed first, with its own question; a file of another game's directory is asked about. What is in the
+    /// way is told.
+    void OpenFile(const std::string& path);
+    /// Brings the window forward that waits for the user.
+    static void ComeToFront();
 
   protected:
+    /// Content files can be dropped anywhere on the program's windows.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:
@@ -41,6 +49,9 @@ class frmWriter : public QMainWindow {
     /// The same with a default; `written` is then put into the file.
     std::string Setting(const char* key, const std::string& whenEmpty, const std::string& written);
     void ConfirmOptions();
+    void ShowFile(const std::string& path);
+    /// The editor on show, nullptr when it is the main window.
+    [[nodiscard]] RecordWindow* ShownEditor() const;
     template <class Window>
     void Show(std::unique_ptr<Window>& window);
     /// Says at opening that nothing can be written to a folder, and why.

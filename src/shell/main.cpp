@@ -6,10 +6,13 @@
 #include "platform/Process.h"
 #include "platform/Registry.h"
 #include "services/Settings.h"
+#include "shell/RunningProgram.h"
 #include "shell/frmWriter.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 
 namespace {
@@ -41,10 +44,7 @@ bool MadeHome(const std::string& home, bool asked) {
     }
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+void DressApplication() {
     QApplication::setApplicationName(QStringLiteral("VelmoraWriter"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("velmora-writer"));
@@ -53,8 +53,9 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(icon);
     // Editors come and go while the main window is hidden.
     QApplication::setQuitOnLastWindowClosed(false);
+}
 
-    QCommandLineParser options;
+void Describe(QCommandLineParser& options) {
     options.setApplicationDescription(QStringLiteral("Editor for the content files of the game Velmora"));
     options.addHelpOption();
     options.addVersionOption();
@@ -64,20 +65,52 @@ int main(int argc, char** argv) {
     options.addOption({QStringLiteral("home"),
                        QStringLiteral("Directory of settings, logs, backups and help texts."),
                        QStringLiteral("directory")});
+    options.addPositionalArgument(QStringLiteral("file"),
+                                  QStringLiteral("Opens this content file of a game in its editor."),
+                                  QStringLiteral("[file]"));
+}
+
+/// A path that also holds for a program that was started elsewhere.
+std::string WholePath(const QString& path) {
+    return velmora::PathFromQt(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    DressApplication();
+    QCommandLineParser options;
+    Describe(options);
     options.process(application);
+    const QStringList files = options.positionalArguments();
+    const bool edit = options.isSet(QStringLiteral("edit"));
+    if (files.size() + (edit ? 1 : 0) > 1)
+        options.showHelp(2);
+    const std::string file = files.isEmpty() ? std::string() : WholePath(files.first());
 
     velmora::DialogPrompts prompts;
     velmora::gPrompts = &prompts;
     velmora::ProgramDirectory = HomeDirectory(options.value(QStringLiteral("home")));
     if (!MadeHome(velmora::ProgramDirectory, options.isSet(QStringLiteral("home"))))
         return 1;
+    velmora::RunningProgram running;
+    if (!running.Begin(file))
+        return 0;
 
     for (const std::string& line : velmora::HostRegistry()->BrokenLines())
         qWarning("%s (makes no sense; kept as it stands)", velmora::CodePage::ToUtf8(line).c_str());
 
     velmora::frmWriter writer;
+    QObject::connect(&running, &velmora::RunningProgram::Requested, &writer, [&](const std::string& asked) {
+        velmora::frmWriter::ComeToFront();
+        if (!asked.empty())
+            writer.OpenFile(asked);
+    });
     writer.Load();
-    if (!options.isSet(QStringLiteral("edit")))
+    if (!file.empty())
+        writer.OpenFile(file);
+    else if (!edit)
         writer.show();
     else if (!writer.OpenEditor(options.value(QStringLiteral("edit"))))
         options.showHelp(2);
