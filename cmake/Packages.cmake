@@ -48,6 +48,11 @@ else()
   install(FILES docs/completion/velwriter.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     RENAME velwriter)
   install(FILES assets/velmora-writer.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES assets/velmora-writer.mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages
+    RENAME velmora-writer.xml)
+  string(TIMESTAMP release_date "%Y-%m-%d" UTC)
+  configure_file(assets/velmora-writer.metainfo.xml.in velmora-writer.metainfo.xml @ONLY)
+  install(FILES ${CMAKE_BINARY_DIR}/velmora-writer.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
   install(FILES assets/velmora-writer.svg DESTINATION ${icons}/scalable/apps)
   foreach(size 48 256)
