@@ -45,8 +45,9 @@ void PlayFirstStart(Tour& tour, const QString& play, const QString& home) {
     tour.Meet(QStringLiteral("first-start"), QStringLiteral("OK"));
     tour.Meet(QStringLiteral("no-registry"), QStringLiteral("OK"));
     tour.Meet({}, [&](QWidget& options) {
-        tour.Type(options, "txtVelmoraPath", play + QStringLiteral("/Velmora"));
+        tour.Type(options, "txtVelmoraPath", QStringLiteral("/home/captain/Games/Velmora"));
         tour.Step(QStringLiteral("options"), &options);
+        tour.Type(options, "txtVelmoraPath", play + QStringLiteral("/Velmora"));
         Tour::Press(options, QStringLiteral("Done"));
     });
     writer.Load();
