@@ -16,6 +16,8 @@ namespace velmora {
 namespace {
 
 constexpr std::array<std::string_view, 3> ConflictLines{"<<<<<<< ours", "=======", ">>>>>>> theirs"};
+constexpr std::array<std::string_view, 3> ConflictSigns{"<<<<<<< ",
+                                                        "=======", ">>>>>>> "}; ///< whoever merged
 
 std::string WithLineEnd(std::string_view text) {
     std::string whole(text);
@@ -289,22 +291,38 @@ class Merging {
     std::vector<MergeConflict> conflicts;
 };
 
-void RefuseConflicts(const std::string& bytes) {
-    for (const std::string_view line : TextLines::Split(bytes))
-        if (IsConflictLine(line))
-            throw Failure(FailureInvalidArgument, "A conflict of an earlier merge is not settled yet");
+std::string_view LineFrom(std::string_view text, std::size_t at) {
+    text.remove_prefix(at);
+    return TextLines::Take(text);
+}
+
+/// True when a text holds lines of signs in the order in which they stand around the sides of a conflict. One
+/// of them alone may be a remark.
+bool HoldsConflict(std::string_view text) {
+    std::size_t at = 0;
+    for (const std::string_view signs : ConflictSigns) {
+        at = text.find(signs, at);
+        while (at != std::string_view::npos &&
+               ((at > 0 && text[at - 1] != '\n') || !IsConflictLine(LineFrom(text, at))))
+            at = text.find(signs, at + 1);
+        if (at == std::string_view::npos)
+            return false;
+    }
+    return true;
 }
 
 } // namespace
 
 bool IsConflictLine(std::string_view line) {
-    return line.starts_with("<<<<<<< ") || line.starts_with(">>>>>>> ") || line == ConflictLines[1];
+    return line.starts_with(ConflictSigns[0]) || line.starts_with(ConflictSigns[2]) ||
+           line == ConflictSigns[1];
 }
 
 MergeResult Merge(const RecordKind& kind, const std::string& base, const std::string& ours,
                   const std::string& theirs) {
     for (const std::string* side : {&base, &ours, &theirs})
-        RefuseConflicts(*side);
+        if (HoldsConflict(*side))
+            throw Failure(FailureInvalidArgument, "A conflict of an earlier merge is not settled yet");
     if (ours == theirs || theirs == base)
         return {ours, {}};
     if (ours == base)

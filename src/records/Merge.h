@@ -25,7 +25,7 @@ struct MergeResult {
 ///
 /// A record that one side left alone keeps the other's text, comments included. Sides that are swapped give
 /// the same result but for the order of the conflicts' sides. Throws Failure for a side that cannot be read,
-/// holds two records of one name or an earlier merge's conflict.
+/// holds two records of one name, or all three lines of signs of an earlier merge's conflict.
 MergeResult Merge(const RecordKind& kind, const std::string& base, const std::string& ours,
                   const std::string& theirs);
 

@@ -221,5 +221,35 @@ TEST(Merge, KeepsWhatStandsAroundRecordsAndMarksConflictsWhole) {
         HasSubstr("Line 1: This block has no ENDEVENT"));
 }
 
+TEST(Merge, RefusesConflictsAndNoRemarksThatLookLikeTheirLines) {
+    const auto block = [](const std::string& title) {
+        return "EVENT A\r\n  Title \"" + title + "\"\r\nENDEVENT\r\n";
+    };
+    struct Case {
+        std::string Remarks;
+        bool IsConflict;
+    };
+    for (const auto& [remarks, isConflict] :
+         {Case{"=======\r\n", false}, Case{"======= Raids =======\r\n", false},
+          Case{"<<<<<<< new\r\n", false}, Case{">>>>>>> old\r\n", false},
+          Case{"<<<<<<< new\r\n=======\r\n", false}, Case{">>>>>>> a\r\n=======\r\n<<<<<<< b\r\n", false},
+          Case{"<<<<<<< a\r\n========\r\n>>>>>>> b\r\n", false},
+          Case{"// <<<<<<< a\r\n=======\r\n>>>>>>> b\r\n", false},
+          Case{"<<<<<<< a\r\n=======\r\n>>>>>>> b\r\n", true},
+          Case{"<<<<<<< a\n// between\n=======\n>>>>>>> b\n", true},
+          Case{"=======\r\n<<<<<<< a\r\n=======\r\n>>>>>>> b\r\n", true}}) {
+        const auto merge = [&, text = remarks] {
+            return Merge(EventKind, text + block("a"), text + block("b"), text + block("a") + "// end\r\n");
+        };
+        if (isConflict) {
+            EXPECT_THAT(FailureOf(merge).Description(), HasSubstr("not settled")) << remarks;
+            continue;
+        }
+        const MergeResult merged = merge();
+        EXPECT_EQ(merged.Text, remarks + block("b") + "// end\r\n");
+        EXPECT_THAT(merged.Conflicts, IsEmpty());
+    }
+}
+
 } // namespace
 } // namespace velmora
