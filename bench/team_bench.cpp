@@ -25,19 +25,45 @@ std::string AllOf(const BenchLibrary& files) {
     return all;
 }
 
-/// Merges of one file with all records, each hundredth of which one side changed, and the other another one.
+/// One file with all records, each hundredth of which one side changed, and the other another one.
+struct Sides {
+    explicit Sides(std::size_t events) : Base(AllOf(LibraryOf(events))), Ours(Base), Theirs(Base) {
+        std::size_t record = 0;
+        for (std::size_t at = Base.find("  Probability  "); at != std::string::npos;
+             at = Base.find("  Probability  ", at + 1), ++record)
+            if (record % 100 == 0)
+                (record % 200 == 0 ? Ours : Theirs)[at + 15] = '9';
+    }
+    std::string Base;
+    std::string Ours;
+    std::string Theirs;
+};
+
 void MergeFiles(benchmark::State& state) {
-    const std::string base = AllOf(LibraryOf(static_cast<std::size_t>(state.range(0))));
-    std::string ours = base;
-    std::string theirs = base;
-    std::size_t at = 0;
-    for (std::size_t record = 0; (at = base.find("  Probability  ", at)) != std::string::npos; ++at, ++record)
-        if (record % 100 == 0)
-            (record % 200 == 0 ? ours : theirs)[at + 15] = '9';
-    Tell(state, LeastTime([&] { benchmark::DoNotOptimize(Merge(EventKind, base, ours, theirs)); }),
+    const Sides sides(static_cast<std::size_t>(state.range(0)));
+    Tell(state,
+         LeastTime([&] { benchmark::DoNotOptimize(Merge(EventKind, sides.Base, sides.Ours, sides.Theirs)); }),
          {.Milliseconds = 1000});
 }
 VELMORA_MEASURE(MergeFiles);
+
+/// The command: the files are read, the result is checked and flushed to disk.
+void VelwriterMerge(benchmark::State& state) {
+    const Sides sides(static_cast<std::size_t>(state.range(0)));
+    const TempFolder folder;
+    const auto file = [&](const std::string& name) { return (folder.Host() / (name + ".event")).string(); };
+    for (const auto& [name, text] :
+         {std::pair("base", &sides.Base), std::pair("ours", &sides.Ours), std::pair("theirs", &sides.Theirs)})
+        folder.Write(std::string(name) + ".event", *text);
+    Tell(state, LeastTime([&] {
+             std::ostringstream out;
+             if (RunVelwriter({"merge", file("base"), file("ours"), file("theirs"), "-o", file("out")}, out,
+                              out) != 0)
+                 state.SkipWithError("they do not merge");
+         }),
+         {});
+}
+VELMORA_MEASURE(VelwriterMerge);
 
 /// Two game directories of which one file differs in all its records.
 void DiffFolders(benchmark::State& state) {

@@ -29,9 +29,10 @@ const KindEntry* KindOfText(std::string_view bytes) {
     return nullptr;
 }
 
-/// What is wrong with a file by itself, each in words that stay the same wherever it stands. Pictures are not
-/// looked for: their game may be elsewhere.
-std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& bytes) {
+/// What is wrong with a file by itself and with some of its records, each in words that stay the same
+/// wherever it stands. Pictures are not looked for: their game may be elsewhere.
+std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& bytes,
+                                 const KeyedCollection<bool>& checked) {
     std::set<std::string> found;
     const auto note = [&](const std::string& record, const Problem& problem) {
         if (problem.Rule != "no-image")
@@ -42,6 +43,8 @@ std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& byte
     BlockReader reader(
         kind, {}, [&](const Problem& problem) { note(problem.Record, problem); },
         [&](const std::unique_ptr<Record>& record, std::size_t) {
+            if (!checked.Exists(kind.NameOf(*record)))
+                return;
             std::vector<Problem> problems;
             if (kind.Normalize)
                 kind.Normalize(*record);
@@ -54,15 +57,18 @@ std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& byte
     return found;
 }
 
-/// Those of the result that neither side has.
-std::vector<std::string> NewProblems(const RecordKind& kind, const std::string& result,
+/// Those of the result that neither side has. A record that a side has as it is has none.
+std::vector<std::string> NewProblems(const RecordKind& kind, const MergeResult& result,
                                      const std::string& ours, const std::string& theirs) {
     std::vector<std::string> fresh;
-    const std::set<std::string> found = ProblemsOf(kind, result);
+    KeyedCollection<bool> joined;
+    for (const std::string& name : result.Joined)
+        joined.Add(name, true);
+    const std::set<std::string> found = ProblemsOf(kind, result.Text, joined);
     if (found.empty())
         return fresh;
-    const std::set<std::string> mine = ProblemsOf(kind, ours);
-    const std::set<std::string> other = ProblemsOf(kind, theirs);
+    const std::set<std::string> mine = ProblemsOf(kind, ours, joined);
+    const std::set<std::string> other = ProblemsOf(kind, theirs, joined);
     for (const std::string& problem : found)
         if (!mine.contains(problem) && !other.contains(problem))
             fresh.push_back(problem);
@@ -92,7 +98,7 @@ ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
     for (const MergeConflict& conflict : result.Conflicts)
         lines.push_back("conflict: " + Told(conflict));
     if (lines.empty())
-        for (const std::string& problem : NewProblems(*entry->Kind, result.Text, ours, theirs))
+        for (const std::string& problem : NewProblems(*entry->Kind, result, ours, theirs))
             lines.push_back("new: " + problem);
     Files::ReplaceSafely(options.Out, result.Text);
     for (const std::string& line : lines)

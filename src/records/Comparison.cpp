@@ -38,18 +38,17 @@ RecordDifference CompareRecord(const RecordKind& kind, const RecordSide::Entry& 
 
 void RecordSide::AddFile(const RecordKind& kind, const std::string& path) {
     const std::string name = Files::NameOf(path);
-    RecordFile& file = parsed.emplace_back();
-    std::string bytes = Files::ReadWhole(path);
-    if (TextFault fault = FindTextFault(bytes); !fault.Text.empty()) {
-        file.Bytes = std::move(bytes);
+    auto& [text, parsed] = files.emplace_back();
+    Files::ReadWhole(path, text);
+    if (TextFault fault = FindTextFault(text); !fault.Text.empty()) {
         Faults.push_back({name, std::move(fault.Text)});
     } else {
-        file.Read(kind, std::move(bytes), name);
-        if (!file.Fault.empty())
-            Faults.push_back({name, file.Fault});
+        parsed.Read(kind, text, name);
+        if (!parsed.Fault.empty())
+            Faults.push_back({name, parsed.Fault});
     }
-    Bytes.TryAdd(name, std::string_view(file.Bytes));
-    for (const auto& [record, part] : file.Parts)
+    Bytes.TryAdd(name, std::string_view(text));
+    for (const auto& [record, part] : parsed.Parts)
         if (!Records.TryAdd(record, Entry{part.Content.get(), name}))
             Faults.push_back({name, record + " is in " + Records.Find(record)->File + " too"});
 }

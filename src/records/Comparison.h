@@ -33,7 +33,11 @@ struct RecordSide {
     void AddLibrary(const Library& library);
 
   private:
-    std::deque<RecordFile> parsed;
+    struct File {
+        std::string Text;
+        RecordFile Parsed;
+    };
+    std::deque<File> files;
 };
 
 /// A record that is not the same on both sides.

@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <array>
-#include <unordered_set>
+#include <future>
+#include <iterator>
+#include <unordered_map>
 #include <utility>
 
 namespace velmora {
@@ -41,27 +43,31 @@ class Merging {
     Merging(const RecordKind& mergedKind, const std::string& baseBytes, const std::string& ourBytes,
             const std::string& theirBytes)
         : kind(mergedKind) {
-        base.Read(kind, baseBytes);
+        // Each waits for the memory most of the time.
+        auto readBase = std::async(std::launch::async, [&] { base.Read(kind, baseBytes); });
+        auto readTheirs = std::async(std::launch::async, [&] { theirs.Read(kind, theirBytes); });
         ours.Read(kind, ourBytes);
-        theirs.Read(kind, theirBytes);
-        for (const RecordFile* side : {&base, &ours, &theirs}) {
-            if (!side->Fault.empty())
-                throw Failure(FailureInvalidArgument, side->Fault);
-            for (const auto& [name, part] : side->Parts)
-                if (!records.Exists(name))
-                    records.Add(name, MergeRecord(name));
-        }
+        readBase.get();
+        readTheirs.get();
+        baseOrder = Take(base, &Subject::Before);
+        ourOrder = Take(ours, &Subject::Our);
+        theirOrder = Take(theirs, &Subject::Their);
+        for (auto& [name, subject] : records)
+            subject.Result = MergeRecord(name, subject);
     }
 
     MergeResult Run() {
         MergeResult result;
-        const std::vector<std::string> order = Order();
+        const Places order = Order();
         // A value may have come from a block before that is another one now.
         if (!base.GivesAll || !ours.GivesAll || !theirs.GivesAll)
             KeepValues(order);
         result.Text.reserve(std::max(ours.Bytes.size(), theirs.Bytes.size()) + theirs.Bytes.size() / 16);
-        for (const std::string& name : order)
-            result.Text += records.Find(name)->Written();
+        for (const std::size_t at : order) {
+            result.Text += At(at).Result.Written();
+            if (At(at).Result.Built)
+                result.Joined.push_back(records.KeyAt(at));
+        }
         result.Text += MergeTails();
         result.Conflicts = std::move(conflicts);
         return result;
@@ -69,6 +75,36 @@ class Merging {
 
   private:
     using Part = RecordFile::Part;
+    using Places = std::vector<std::size_t>; ///< positions in `records`
+
+    struct Subject {
+        const Part* Before = nullptr;
+        const Part* Our = nullptr;
+        const Part* Their = nullptr;
+        Merged Result = {};
+        /// It has a place in the base that the others are found by.
+        [[nodiscard]] bool IsAnchor() const { return Before && Result.Stays(); }
+    };
+
+    [[nodiscard]] const Subject& At(std::size_t at) const { return records.ItemAt(at); }
+
+    /// Notes the records of one side and returns their order.
+    Places Take(const RecordFile& side, const Part* Subject::*which) {
+        if (!side.Fault.empty())
+            throw Failure(FailureInvalidArgument, side.Fault);
+        Places order;
+        order.reserve(side.Parts.Count());
+        for (const auto& [name, part] : side.Parts) {
+            std::size_t at = records.IndexOf(name);
+            if (at == KeyedCollection<Subject>::None) {
+                at = records.Count();
+                records.Add(name, Subject());
+            }
+            records.ItemAt(at).*which = &part;
+            order.push_back(at);
+        }
+        return order;
+    }
 
     [[nodiscard]] bool Same(const Part& one, const Part& other) const {
         return kind.NameOf(*one.Content) == kind.NameOf(*other.Content) &&
@@ -111,10 +147,8 @@ class Merging {
         return block + "\r\n";
     }
 
-    Merged MergeRecord(const std::string& name) {
-        const Part* before = base.Parts.Find(name);
-        const Part* our = ours.Parts.Find(name);
-        const Part* their = theirs.Parts.Find(name);
+    Merged MergeRecord(const std::string& name, const Subject& subject) {
+        const auto& [before, our, their, result] = subject;
         if (our && their && Same(*our, *their))
             return Keep(*our->Content, Chosen(before ? before->Text : "", our->Text, their->Text));
         if (!our && !their)
@@ -122,14 +156,14 @@ class Merging {
         if (!our || !their) {
             const Part& left = our ? *our : *their;
             if (before && !Same(*before, left))
-                return Conflict(name, our, their, {});
+                return Conflict(name, subject, {});
             return before ? Merged() : Take(left);
         }
         if (before && Same(*before, *our))
             return Take(*their);
         if (before && Same(*before, *their))
             return Take(*our);
-        return before ? MergeFields(name, *before, *our, *their) : Conflict(name, our, their, {});
+        return before ? MergeFields(name, subject) : Conflict(name, subject, {});
     }
     static Merged Take(const Part& part) { return Keep(*part.Content, part.Text); }
     static Merged Keep(const Record& record, std::string_view text) {
@@ -141,7 +175,10 @@ class Merging {
         return merged;
     }
 
-    Merged MergeFields(const std::string& name, const Part& before, const Part& our, const Part& their) {
+    Merged MergeFields(const std::string& name, const Subject& subject) {
+        const Part& before = *subject.Before;
+        const Part& our = *subject.Our;
+        const Part& their = *subject.Their;
         auto built = kind.Copy(*our.Content);
         std::vector<std::string> clashes;
         const auto merge = [&](const Field& field) {
@@ -156,17 +193,17 @@ class Merging {
         merge(kind.Name);
         kind.ForEachField(merge);
         if (!clashes.empty())
-            return Conflict(name, &our, &their, std::move(clashes));
+            return Conflict(name, subject, std::move(clashes));
         std::string text = Above(&before, &our, &their) + Block(*built);
         const Record* wanted = built.get();
         return {wanted, {}, std::move(text), std::move(built)};
     }
 
-    Merged Conflict(const std::string& name, const Part* our, const Part* their,
-                    std::vector<std::string> fields) {
+    Merged Conflict(const std::string& name, const Subject& subject, std::vector<std::string> fields) {
+        const auto& [before, our, their, result] = subject;
         conflicts.push_back({name, std::move(fields)});
         Merged merged;
-        merged.Text = Above(base.Parts.Find(name), our, their);
+        merged.Text = Above(before, our, their);
         for (const std::string_view line : ConflictLines) {
             merged.Text.append(line).append("\r\n");
             const Part* side = line == ConflictLines[0] ? our : line == ConflictLines[1] ? their : nullptr;
@@ -176,96 +213,100 @@ class Merging {
         return merged;
     }
 
-    /// Names of the records that stay and that the base has, in the order of one side.
-    std::vector<std::string> Skeleton(const RecordFile& side) const {
-        std::vector<std::string> names;
-        for (const auto& [name, part] : side.Parts)
-            if (base.Parts.Exists(name) && records.Find(name)->Stays())
-                names.push_back(CodePage::ToLower(name));
-        return names;
+    /// What stays of what the base has, in the order of one side.
+    [[nodiscard]] Places Anchors(const Places& side) const {
+        Places anchors;
+        anchors.reserve(side.size());
+        std::ranges::copy_if(side, std::back_inserter(anchors),
+                             [this](std::size_t at) { return At(at).IsAnchor(); });
+        return anchors;
     }
 
-    /// What a side adds behind each record of the base, "" for what stands before the first.
-    using Additions = KeyedCollection<std::vector<std::string>>;
-    void FindAdditions(const RecordFile& side, Additions& additions) const {
-        std::string anchor;
-        for (const auto& [name, part] : side.Parts) {
-            if (base.Parts.Exists(name) && records.Find(name)->Stays())
-                anchor = CodePage::ToLower(name);
-            else if (!base.Parts.Exists(name))
-                (additions.TryAdd(anchor, std::vector<std::string>()),
-                 additions.Find(anchor)->push_back(name));
-        }
+    /// What a side adds behind each record of the base.
+    using Additions = std::unordered_map<std::size_t, Places>;
+    static constexpr std::size_t Front = KeyedCollection<Subject>::None; ///< before the first
+    [[nodiscard]] Additions FindAdditions(const Places& side) const {
+        Additions additions;
+        std::size_t anchor = Front;
+        for (const std::size_t at : side)
+            if (At(at).IsAnchor())
+                anchor = at;
+            else if (!At(at).Before)
+                additions[anchor].push_back(at);
+        return additions;
     }
 
-    std::vector<std::string> Order() const {
-        // Of sides that both moved records, the one whose order comes first: it must not matter which is
-        // ours.
-        std::vector<std::string> order = Skeleton(base);
-        const std::vector<std::string> mine = Skeleton(ours);
-        const std::vector<std::string> other = Skeleton(theirs);
-        AddMissing(order, mine, other);
-        Additions added;
-        Additions addedToo;
-        FindAdditions(ours, added);
-        FindAdditions(theirs, addedToo);
-        std::vector<std::string> names;
-        KeyedCollection<bool> placed;
-        const auto place = [&](const std::string& name) {
-            if (placed.TryAdd(name, true))
-                names.push_back(name);
+    /// Tells two orders apart in the same way whichever side has which.
+    [[nodiscard]] bool ComesFirst(const Places& one, const Places& other) const {
+        return std::ranges::lexicographical_compare(one, other, [this](std::size_t a, std::size_t b) {
+            return CodePage::CompareNoCase(records.KeyAt(a), records.KeyAt(b)) < 0;
+        });
+    }
+
+    [[nodiscard]] Places Order() const {
+        Places anchors = AnchorOrder();
+        const Additions added = FindAdditions(ourOrder);
+        const Additions addedToo = FindAdditions(theirOrder);
+        Places order;
+        order.reserve(records.Count());
+        std::vector<bool> placed(records.Count());
+        const auto place = [&](std::size_t at) {
+            if (!placed[at])
+                order.push_back(at);
+            placed[at] = true;
         };
-        order.insert(order.begin(), std::string());
-        for (std::size_t at = 0; at < order.size(); ++at) {
-            const std::string& anchor = order[at];
-            if (at > 0) // a block with a mistyped header has no name either
+        anchors.insert(anchors.begin(), Front);
+        for (const std::size_t anchor : anchors) {
+            if (anchor != Front)
                 place(anchor);
-            std::vector<std::vector<std::string>> runs;
+            std::vector<Places> runs;
             for (const Additions* side : {&added, &addedToo})
-                if (const auto* run = side->Find(anchor))
-                    runs.push_back(*run);
-            std::sort(runs.begin(), runs.end());
-            for (const auto& run : runs)
-                std::for_each(run.begin(), run.end(), place);
+                if (const auto run = side->find(anchor); run != side->end())
+                    runs.push_back(run->second);
+            std::ranges::sort(runs, [this](const Places& a, const Places& b) { return ComesFirst(a, b); });
+            for (const Places& run : runs)
+                std::ranges::for_each(run, place);
         }
-        return names;
+        return order;
     }
 
-    /// Takes the order of the side that changed it; of two the lesser one, whichever side that is.
-    static void AddMissing(std::vector<std::string>& order, const std::vector<std::string>& mine,
-                           const std::vector<std::string>& other) {
-        const auto moved = [&](const std::vector<std::string>& side) {
-            KeyedCollection<bool> held;
-            for (const std::string& name : side)
-                held.TryAdd(name, true);
-            std::vector<std::string> common = order;
-            std::erase_if(common, [&](const std::string& name) { return !held.Exists(name); });
-            return common != side;
-        };
-        const bool mineMoved = moved(mine);
-        const bool otherMoved = moved(other);
+    /// What stays of what the base has, in the order of the side that changed it; of two the one that comes
+    /// first: it must not matter which is ours.
+    [[nodiscard]] Places AnchorOrder() const {
+        Places order = Anchors(baseOrder);
+        const Places mine = Anchors(ourOrder);
+        const Places other = Anchors(theirOrder);
+        const bool mineMoved = !IsPartOf(mine, order);
+        const bool otherMoved = !IsPartOf(other, order);
         if (!mineMoved && !otherMoved)
-            return;
-        const auto& chosen = mineMoved && otherMoved ? std::min(mine, other) : mineMoved ? mine : other;
-        std::vector<std::string> result = chosen;
-        const std::unordered_set<std::string> held(chosen.begin(), chosen.end());
-        for (const std::string& name : order)
-            if (!held.contains(name))
-                result.push_back(name);
-        order = std::move(result);
+            return order;
+        Places result = !otherMoved || (mineMoved && ComesFirst(mine, other)) ? mine : other;
+        std::vector<bool> held(records.Count());
+        for (const std::size_t at : result)
+            held[at] = true;
+        std::ranges::copy_if(order, std::back_inserter(result), [&](std::size_t at) { return !held[at]; });
+        return result;
+    }
+    /// True when a side has records of an order in that order.
+    static bool IsPartOf(const Places& side, const Places& order) {
+        auto next = side.begin();
+        for (const std::size_t at : order)
+            if (next != side.end() && *next == at)
+                ++next;
+        return next == side.end();
     }
 
-    void KeepValues(const std::vector<std::string>& order) {
+    void KeepValues(const Places& order) {
         for (bool changed = true; changed;) {
             changed = false;
             std::string text;
-            for (const std::string& name : order)
-                if (records.Find(name)->Wanted)
-                    text += records.Find(name)->Written();
+            for (const std::size_t at : order)
+                if (At(at).Result.Wanted)
+                    text += At(at).Result.Written();
             RecordFile read;
             read.Read(kind, text);
             for (const auto& [name, part] : read.Parts) {
-                Merged& merged = *records.Find(name);
+                Merged& merged = records.Find(name)->Result;
                 if (SameContent(kind, *merged.Wanted, *part.Content))
                     continue;
                 std::string written = Above(merged.Written()) + Block(*merged.Wanted);
@@ -287,7 +328,10 @@ class Merging {
     RecordFile base;
     RecordFile ours;
     RecordFile theirs;
-    KeyedCollection<Merged> records;
+    KeyedCollection<Subject> records;
+    Places baseOrder;
+    Places ourOrder;
+    Places theirOrder;
     std::vector<MergeConflict> conflicts;
 };
 

@@ -16,7 +16,8 @@ struct MergeConflict {
 
 struct MergeResult {
     std::string Text;
-    std::vector<MergeConflict> Conflicts;
+    std::vector<MergeConflict> Conflicts = {};
+    std::vector<std::string> Joined = {}; ///< records that are as no side has them
 };
 
 /// Joins what two sides made of one file: by record name, then by field. What only one side changed holds; a

@@ -18,7 +18,7 @@ struct RecordFile {
         std::string_view Text; ///< from the end of the record before it to its own last line
     };
 
-    std::string Bytes;
+    std::string_view Bytes;
     KeyedCollection<Part> Parts; ///< key: the record's name
     std::string_view Tail;       ///< what stands behind the last record
     bool GivesAll = false;       ///< every block gives each of its fields, none takes one over from another
@@ -30,8 +30,8 @@ struct RecordFile {
     RecordFile& operator=(const RecordFile&) = delete;
     ~RecordFile() = default;
 
-    /// Takes a file's bytes apart. Throws what BlockReader throws, naming the file.
-    void Read(const RecordKind& kind, std::string bytes, const std::string& name = {});
+    /// Takes a file's bytes apart, which have to stay. Throws what BlockReader throws, naming the file.
+    void Read(const RecordKind& kind, std::string_view bytes, const std::string& name = {});
 };
 
 } // namespace velmora
