@@ -18,13 +18,14 @@
 namespace {
 
 /// Where settings, logs and backups live: the directory asked for, the executable's, or, where that cannot be
-/// written to, the user's own.
+/// written to or belongs to an uninstaller, the user's own.
 std::string HomeDirectory(const QString& asked) {
     using namespace velmora;
     if (!asked.isEmpty())
         return PathFromQt(asked);
     const std::string beside = PathFromQt(QCoreApplication::applicationDirPath());
-    return Files::WriteRefusal(beside).empty() ? beside : Process::UserDataFolder();
+    const bool installed = Files::FileExists(Files::Join(beside, "uninstall.exe"));
+    return !installed && Files::WriteRefusal(beside).empty() ? beside : Process::UserDataFolder();
 }
 
 /// Makes the directory. Where that fails it says so: to the terminal, and to who started the program without
