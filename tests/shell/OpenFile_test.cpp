@@ -97,7 +97,7 @@ TEST_F(OpenFile, AsksBeforeItUsesAnotherGameAndKeepsTheSettings) {
     prompts.ExpectAsk("", false);
     writer.OpenFile(file);
     EXPECT_EQ(Shown(), "frmWriter in Game");
-    EXPECT_THAT(prompts.Questions.back().Text, HasSubstr(temp / "Other" + Slash));
+    EXPECT_THAT(prompts.Questions.back().Text, HasSubstr(temp / "Other"));
     prompts.ExpectAsk("", true);
     writer.OpenFile(file);
     EXPECT_EQ(Shown(), "frmEvents Banana in Other");
