@@ -305,12 +305,17 @@ class Merging {
                     text += At(at).Result.Written();
             RecordFile read;
             read.Read(kind, text);
-            for (const auto& [name, part] : read.Parts) {
-                Merged& merged = records.Find(name)->Result;
-                if (SameContent(kind, *merged.Wanted, *part.Content))
+            for (const std::size_t at : order) {
+                Merged& merged = records.ItemAt(at).Result;
+                // One without a line for its name is read by the name of the block before.
+                const Part* part = read.Parts.Find(records.KeyAt(at));
+                if (!merged.Wanted || (part && SameContent(kind, *merged.Wanted, *part->Content)))
                     continue;
                 std::string written = Above(merged.Written()) + Block(*merged.Wanted);
-                changed = changed || written != merged.Text; // else no wording says it better
+                if (written == merged.Text) // a name of which reading takes signs away until it is another
+                    throw Failure(FailureInvalidArgument, "The record " + records.KeyAt(at) +
+                                                              " reads differently once it is written anew");
+                changed = true;
                 merged.Text = std::move(written);
             }
         }

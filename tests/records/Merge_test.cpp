@@ -221,6 +221,21 @@ TEST(Merge, KeepsWhatStandsAroundRecordsAndMarksConflictsWhole) {
         HasSubstr("Line 1: This block has no ENDEVENT"));
 }
 
+TEST(Merge, KeepsNamesThatComeFromTheBlockBefore) {
+    const std::string block = "EVENT A\r\n  Title \"a\"\r\nENDEVENT\r\n";
+    const std::string nameless = "  Title \"b\"\r\nENDEVENT\r\n";
+    RecordFile after;
+    const MergeResult named = Merge(EventKind, "  Title \"\"\r\nENDEVENT\r\n", nameless,
+                                    block + "EVENT\r\n  Title \"\"\r\nENDEVENT\r\n");
+    after.Read(EventKind, named.Text);
+    EXPECT_EQ(after.Fault + " " + std::to_string(after.Parts.Count()), " 2")
+        << "not read by the name before it";
+
+    const std::string digits = "EVENT -0.5\r\nENDEVENT\r\n"; // reads as 05, which reads as Zero5
+    EXPECT_THAT(FailureOf([&] { Merge(EventKind, block, block + digits, ""); }).Description(),
+                HasSubstr("The record 05 reads differently"));
+}
+
 TEST(Merge, RefusesConflictsAndNoRemarksThatLookLikeTheirLines) {
     const auto block = [](const std::string& title) {
         return "EVENT A\r\n  Title \"" + title + "\"\r\nENDEVENT\r\n";
