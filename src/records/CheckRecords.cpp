@@ -36,8 +36,9 @@ void CheckSome(const Library& library, const CheckContext& context, std::size_t 
 std::vector<Problem> NewProblems(const RecordKind& kind, const CheckContext& context, const Record* before,
                                  const Record& after) {
     std::vector<Problem> found;
-    if (kind.Check)
-        kind.Check(after, context, found);
+    if (!kind.Check)
+        return found;
+    kind.Check(after, context, found);
     if (found.empty() || !before)
         return found;
     std::vector<Problem> held;

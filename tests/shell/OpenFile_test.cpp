@@ -45,7 +45,10 @@ class OpenFile : public ShellTest {
                        : std::string(writer.isVisible() ? "frmWriter" : "nothing")) +
                " in " + Files::NameOf(Settings.GamePath.substr(0, Settings.GamePath.size() - 1));
     }
-    QWidget& Form() override { return Editor() ? static_cast<QWidget&>(*Editor()) : ShellTest::Form(); }
+    QWidget& Form() override {
+        RecordWindow* editor = Editor();
+        return editor ? static_cast<QWidget&>(*editor) : ShellTest::Form();
+    }
     void Edit() {
         ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
         Pick("mnuEditThisEvent");
