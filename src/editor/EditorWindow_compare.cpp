@@ -73,7 +73,7 @@ void EditorWindow::CompareWithFolder() {
     if (step.Count() == 0)
         return ShowHint(std::string("Nothing to take: all of it stays as it is"));
     edits.Do(std::move(step));
-    PopulateForm(position);
+    ShowQuietly(position);
     ShowHint("Took " + taken + "; Undo gives them back");
 }
 

@@ -51,7 +51,7 @@ void EditorWindow::ImportTable() {
         return;
     const std::size_t position = anyShown ? CurrentIndex() : 0;
     edits.Do(table.StepOf(DataFolder(), [&](const Import::Row& row) { return dialog.Wants(row); }));
-    PopulateForm(position);
+    ShowQuietly(position);
     ShowHint("Imported " + Rows(dialog.CountWanted()) + "; Undo takes them back");
 }
 

@@ -91,7 +91,7 @@ void EditorWindow::DoWithSelected(Edits::Step step) {
     const bool onShow = anyShown && step.Touches(ShownName());
     edits.Do(std::move(step));
     if (onShow)
-        PopulateForm(CurrentIndex());
+        ShowQuietly(CurrentIndex());
 }
 
 QString EditorWindow::WhyOff(const QAction& action) const {

@@ -54,9 +54,7 @@ std::vector<FieldStates> EditorWindow::FieldsOnShow() const {
 }
 
 bool EditorWindow::CanRevert(const FieldStates& states) const {
-    // A file is left by moving, whose undoing knows which files that touched.
-    const bool movesFile = Browsing() && states.Field == form.BindingOf(controls.File);
-    return states.OnDisk && *states.OnDisk != states.Typed && states.Field->Read && !movesFile && !halfRead;
+    return states.OnDisk && *states.OnDisk != states.Typed && states.Field->Read && !halfRead;
 }
 
 void EditorWindow::Revert(const Binding& binding) {
@@ -82,8 +80,10 @@ void EditorWindow::RevertCommitted(const Binding& binding) {
     const std::string name = ShownRecordName();
     const Record& disk = *edits.OnDisk(name).State;
     Edits::Step step(library, "revert of " + std::string(binding.Shown->Property) + " of " + name);
-    Record& record = step.Change(name);
-    binding.Shown->Set(record, binding.Shown->Get(disk));
+    const bool ofFile = &binding == form.BindingOf(controls.File);
+    Record& record = ofFile ? step.MoveBack(name, disk) : step.Change(name);
+    if (!ofFile)
+        binding.Shown->Set(record, binding.Shown->Get(disk));
     const auto normal = library.Kind.Copy(disk);
     library.Kind.Normalize(*normal);
     record.IsDirty = record.ToBeDeleted || !CodePage::EqualNoCase(record.ShortName, disk.ShortName) ||
@@ -91,7 +91,7 @@ void EditorWindow::RevertCommitted(const Binding& binding) {
     if (!record.IsDirty)
         record.SetStatus({});
     edits.Do(std::move(step));
-    PopulateForm(CurrentIndex());
+    ShowQuietly(CurrentIndex());
 }
 
 void EditorWindow::GoToStep(int stepsDone) {

@@ -152,7 +152,7 @@ void EditorWindow::ShowExchange(const std::string& word, const Edits::Step& step
     (edits.*exchange)();
     live = library.Find(name);
     const std::size_t last = library.Empty() ? 0 : library.Count() - 1;
-    PopulateForm(live ? library.IndexOf(name) : std::min(place, last));
+    ShowQuietly(live ? library.IndexOf(name) : std::min(place, last));
     SetReadOnly();
     if (live && before)
         workbench->Mark(DifferingFields(library.Kind, *before, *live));
@@ -201,10 +201,10 @@ void EditorWindow::Resume(const Draft& draft) {
         Edits::Step step(library, "addition of " + draft.Name);
         CopyContent(library.Kind, *draft.Base, step.Add(draft.Name, DataFolder(), draft.File));
         edits.Open(std::move(step));
-        PopulateForm(library.Count() - 1);
+        ShowQuietly(library.Count() - 1);
         SetForEditing(EditMode::Adding);
     } else {
-        PopulateForm(library.IndexOf(draft.Name));
+        ShowQuietly(library.IndexOf(draft.Name));
         SetForEditing(EditMode::Editing);
     }
 }
@@ -283,7 +283,7 @@ void EditorWindow::TakeUpGivenUp() {
 
 void EditorWindow::ShowTakenUp() {
     const std::optional<Draft> draft = unwritten.TakeDraft();
-    PopulateForm(anyShown ? CurrentIndex() : 0);
+    ShowQuietly(anyShown ? CurrentIndex() : 0);
     SetReadOnly();
     if (draft)
         ResumeTyping(*draft);

@@ -187,12 +187,21 @@ void RecordWindow::ShowDetails(bool shown) {
 
 void RecordWindow::PopulateForm(std::size_t position) {
     Trap(Routine("PopulateForm"), {std::to_string(position)}, [&] {
-        const bool empty = library.Empty();
-        if (!empty)
-            edits.Normalize(position);
-        currentIndex = empty ? 0 : position;
-        Display(empty ? nullptr : &library.At(position));
+        ShowAt(position);
+        TellOfRecord();
     });
+}
+
+void RecordWindow::ShowQuietly(std::size_t position) {
+    Trap(Routine("PopulateForm"), {std::to_string(position)}, [&] { ShowAt(position); });
+}
+
+void RecordWindow::ShowAt(std::size_t position) {
+    const bool empty = library.Empty();
+    if (!empty)
+        edits.Normalize(position);
+    currentIndex = empty ? 0 : position;
+    Display(empty ? nullptr : &library.At(position));
 }
 
 void RecordWindow::Display(const Record* record) {
@@ -205,7 +214,6 @@ void RecordWindow::Display(const Record* record) {
     controls.Edited->SetBytes(record && record->IsDirty ? "YES" : "NO");
     controls.Status->setText(record ? ToQt(record->Status()) : QString());
     ShowHint(BrowsingText());
-    TellOfRecord();
     emit RecordShown();
 }
 

@@ -113,7 +113,7 @@ class RecordWindow : public QMainWindow {
     virtual void TellOfEndedHistory(const std::vector<std::string>& /*names*/) {}
     /// Puts a record into the form; nullptr empties it.
     virtual void ShowRecord(const Record* record) = 0;
-    /// Tells what is to be said of a record that has come on show.
+    /// Tells what is to be said of the record on show.
     virtual void TellOfRecord() {}
     /// Called when closing is about to give up what is not written.
     virtual void KeepWhatIsGivenUp() {}
@@ -130,6 +130,8 @@ class RecordWindow : public QMainWindow {
 
     void InitForm();
     void PopulateForm(std::size_t position);
+    /// The same for a record whose faults the user has been told of, or is about to be shown.
+    void ShowQuietly(std::size_t position);
     void SetReadOnly();
     void SortBy(std::int32_t mode);
     [[nodiscard]] bool Browsing() const { return editMode == EditMode::Browsing; }
@@ -185,6 +187,7 @@ class RecordWindow : public QMainWindow {
     bool ReadLibrary();
     /// After a load that failed: what it got to can be browsed, but nothing is on show.
     void ShowNothing();
+    void ShowAt(std::size_t position);
     void Display(const Record* record);
     void SetMode(EditMode newMode);
     void ShowDetails(bool shown);

@@ -67,6 +67,14 @@ Record& Edits::Step::Move(std::string_view name, const std::string& folder, cons
     return record;
 }
 
+Record& Edits::Step::MoveBack(std::string_view name, const Record& onDisk) {
+    Record& record = Change(name);
+    record.ShortName = onDisk.ShortName;
+    record.FileName = onDisk.FileName;
+    movesBack = true;
+    return record;
+}
+
 const Edits::Step& Edits::StepAt(std::size_t at) const {
     return at < done.size() ? done[at] : undone[undone.size() - 1 - (at - done.size())];
 }
@@ -167,6 +175,9 @@ void Edits::Exchange(Step& step) {
     if (placed)
         ExchangePlaces(step);
     ExchangeFiles(step);
+    if (std::exchange(step.movesBack, false)) // the lists are exchanged from now on
+        std::erase_if(library.filesLosingRecords,
+                      [this](const std::string& file) { return !LosesRecord(file); });
     if (!step.losing && library.filesLosingRecords != losing)
         step.losing = std::move(losing);
 }
@@ -180,6 +191,15 @@ void Edits::NoteFileLeft(const Record& record, bool stays) {
     if ((!stays || !CodePage::EqualNoCase(record.ShortName, onDisk)) &&
         !Holds(library.filesLosingRecords, onDisk))
         library.filesLosingRecords.push_back(onDisk);
+}
+
+bool Edits::LosesRecord(const std::string& file) const {
+    for (const auto& [name, record] : library)
+        if (record.FileOnDisk >= 0 && !CodePage::EqualNoCase(record.ShortName, file) &&
+            CodePage::EqualNoCase(library.files.KeyAt(static_cast<std::size_t>(record.FileOnDisk)), file))
+            return true;
+    return std::any_of(library.removedRecords.begin(), library.removedRecords.end(),
+                       [&](const auto& removed) { return CodePage::EqualNoCase(removed.second, file); });
 }
 
 void Edits::ExchangeFiles(Step& step) {

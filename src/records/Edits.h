@@ -47,6 +47,9 @@ class Edits {
         /// Gives one record to another file; `oldFile` is noted as losing it.
         Record& Move(std::string_view name, const std::string& folder, const std::string& oldFile,
                      const std::string& newFile);
+        /// Gives one record back to the file that holds it on disk, which then loses no record any more
+        /// unless others left it.
+        Record& MoveBack(std::string_view name, const Record& onDisk);
 
       private:
         friend class Edits;
@@ -64,6 +67,7 @@ class Edits {
         std::vector<std::string> losingFiles;
         std::vector<std::string> newFiles;
         bool filesListed = false;
+        bool movesBack = false;
         std::optional<std::vector<std::string>> losing; // the list on the other side, where it differs
         std::size_t bytes = 0;
     };
@@ -161,6 +165,8 @@ class Edits {
     void Insert(RecordList& list, Entry& entry) const;
     /// A record on disk that no longer belongs there has to be written away.
     void NoteFileLeft(const Record& record, bool stays);
+    /// True when a record that the file holds on disk has left it.
+    [[nodiscard]] bool LosesRecord(const std::string& file) const;
     void Push(Step step);
     void Tell(How how, const Step& step) const;
 

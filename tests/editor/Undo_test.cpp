@@ -4,6 +4,7 @@
 
 #include <QListWidget>
 #include <QTimer>
+#include <QTreeView>
 #include <QTreeWidget>
 #include <filesystem>
 #include <random>
@@ -229,6 +230,56 @@ TEST_P(UndoTest, RevertsFieldsToTheDiskAndGoesAlongTheHistory) {
         EXPECT_EQ(Text(textField), text) << row;
         EXPECT_EQ(list->currentRow(), row);
     }
+}
+
+TEST_P(UndoTest, RevertsTheFileOfAMovedRecord) {
+    const std::string own = FileName("A");
+    const auto moveSelected = [this](int down, const std::string& file) {
+        auto* list = Get<QTreeView>("tvwRecords");
+        list->setCurrentIndex(list->model()->index(0, 0));
+        for (int i = 0; i < down; ++i)
+            QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+        prompts.ExpectInput("", file);
+        Pick("mnuMoveSelected");
+    };
+    const auto revert = [this] {
+        QCoreApplication::processEvents();
+        auto* arrow = window->findChild<QAbstractButton*>(QString::fromStdString("cmdRevert_" + fileBox));
+        ASSERT_TRUE(arrow && arrow->isVisible());
+        arrow->click();
+        QCoreApplication::processEvents();
+    };
+    moveSelected(1, "New"); // Apple and Cherry leave the file
+    const std::string moved = Text(fileBox);
+    revert();
+    EXPECT_EQ(Text(fileBox), own);
+    EXPECT_THAT(window->Records().FilesToWrite(), ::testing::UnorderedElementsAre(moved, own));
+    Click("cmdForward");
+    revert();
+    EXPECT_THAT(window->Records().FilesToWrite(), IsEmpty());
+    Pick("mnuUndo");
+    EXPECT_EQ(Text(fileBox), moved);
+    EXPECT_THAT(window->Records().FilesToWrite(), ::testing::UnorderedElementsAre(moved, own));
+    Write();
+    EXPECT_THAT(OnDisk(own), AllOf(HasSubstr("Apple"), Not(HasSubstr("Cherry"))));
+    EXPECT_THAT(OnDisk(moved), HasSubstr("Cherry"));
+}
+
+TEST_P(UndoTest, SaysNothingAgainOfALongText) {
+    const LongText& text = editor.LongTexts[0];
+    Put("A", Block("Lengthy", text.Key, std::string(text.Limit + 1, 'x')));
+    Start();
+    Pick(editItem);
+    Append("y");
+    Pick("mnuCommitChanges");
+    prompts.TakeTranscript();
+    Pick("mnuUndo");
+    Pick("mnuRedo");
+    EXPECT_EQ(Hint(), "Redone: commit of Lengthy");
+    EXPECT_THAT(prompts.Transcript, IsEmpty());
+    Click("cmdForward");
+    Click("cmdBack");
+    EXPECT_THAT(prompts.Transcript, ElementsAre(HasSubstr("is too long"))) << "when it comes on show";
 }
 
 TEST_P(UndoTest, OffersEachGameItsOwnWork) {
