@@ -37,7 +37,14 @@ SpellChecker::SpellChecker(RecordWindow& recordWindow, Workbench& workbench)
         Workbench::Store(Group)->setValue(CheckedKey, on);
         Begin();
     });
-    connect(&window, &RecordWindow::LibraryRead, this, &SpellChecker::Begin);
+    connect(&window, &RecordWindow::LibraryRead, this, [this] {
+        if (!spelling)
+            return Begin();
+        if (checks)
+            ReadWords();
+        Learn();
+    });
+    window.Changes().OnChange([this](const Edits::Change& change) { FollowChange(change); });
     for (const PlayerText& text : PlayerTextsOf(window.Records().Kind)) {
         QWidget* control = window.Fields().ControlOf(text.Shown->Property);
         if (auto* line = qobject_cast<LineBox*>(control))
@@ -49,8 +56,8 @@ SpellChecker::SpellChecker(RecordWindow& recordWindow, Workbench& workbench)
 
 void SpellChecker::Begin() {
     if (checks && spelling)
-        return Learn();
-    if (checks && !opening)
+        ReadWords();
+    else if (checks && !opening)
         Open();
     Refresh();
 }
@@ -67,20 +74,51 @@ void SpellChecker::Open() {
             [this, opened] {
                 spelling = opened;
                 opening = false;
+                ReadWords();
                 Learn();
             },
             Qt::QueuedConnection);
     });
 }
 
-void SpellChecker::Learn() {
+void SpellChecker::ReadWords() {
     try {
         spelling->ReadWords(Settings.GamePath);
     } catch (const Failure& failure) {
         window.ShowHint(failure.Description());
     }
-    spelling->Learn(window.Records());
-    Refresh();
+}
+
+void SpellChecker::Learn() {
+    learnAgain = learning;
+    if (!spelling || learning)
+        return;
+    learning = true;
+    std::vector<std::string> names;
+    names.reserve(window.Records().Count());
+    for (const auto& [name, record] : window.Records())
+        names.push_back(name);
+    pool.start([this, words = spelling, names] {
+        words->LearnOnly(names);
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                learning = false;
+                learnAgain ? Learn() : Refresh();
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void SpellChecker::FollowChange(const Edits::Change& change) {
+    if (change.Kind == Edits::How::Normalized || change.Kind == Edits::How::Reread || !spelling)
+        return;
+    learnAgain = learning;
+    bool otherWords = false;
+    for (const std::string_view name : change.Names)
+        otherWords |= !learning && spelling->Follow(name, window.Records().Exists(name));
+    if (otherWords)
+        Refresh();
 }
 
 QString SpellChecker::Trouble() const {

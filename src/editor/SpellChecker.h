@@ -2,6 +2,7 @@
 
 #include "editor/RuledBox.h"
 #include "kinds/Spelling.h"
+#include "records/Edits.h"
 
 #include <QObject>
 #include <QStringList>
@@ -20,7 +21,8 @@ class RecordWindow;
 class Workbench;
 
 /// Looks up the words of a window's texts: marks those that nobody knows in their boxes, and offers in the
-/// boxes' menus what may have been meant. The dictionaries are opened in another thread, once.
+/// boxes' menus what may have been meant. The dictionaries are opened in another thread, once, and the names
+/// of the records are learned there.
 class SpellChecker : public QObject {
     Q_OBJECT
 
@@ -28,10 +30,13 @@ class SpellChecker : public QObject {
     /// To be made once the form's fields are bound.
     SpellChecker(RecordWindow& recordWindow, Workbench& workbench);
 
-    /// nullptr until dictionaries are open, and while the spelling is not to be checked.
+    /// nullptr until dictionaries are open and the names of the records are known, and while the spelling is
+    /// not to be checked.
     [[nodiscard]] std::shared_ptr<Spelling> Words() const {
-        return checks && spelling && !spelling->Empty() ? spelling : nullptr;
+        return checks && spelling && !learning && !spelling->Empty() ? spelling : nullptr;
     }
+    /// True until then, when it is to be checked.
+    [[nodiscard]] bool Opening() const { return checks && (opening || learning); }
     /// What keeps words from being looked up, in one line; empty when nothing does.
     [[nodiscard]] QString Trouble() const;
     [[nodiscard]] QStringList Dictionaries() const;
@@ -47,7 +52,9 @@ class SpellChecker : public QObject {
   private:
     void Begin();
     void Open();
+    void ReadWords();
     void Learn();
+    void FollowChange(const Edits::Change& change);
     template <class Box>
     void Adopt(Box* box);
     template <class Box>
@@ -60,6 +67,8 @@ class SpellChecker : public QObject {
     QAction* item;
     bool checks = false;
     bool opening = false;
+    bool learning = false;
+    bool learnAgain = false; ///< records have come or gone meanwhile
     std::shared_ptr<Spelling> spelling;
     std::vector<std::function<void()>> markings; ///< one a box
     QThreadPool pool;                            ///< gone, and waited for, before all else

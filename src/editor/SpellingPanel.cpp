@@ -171,6 +171,7 @@ void SpellingPanel::Tell() {
         return;
     const QString trouble = checker.Trouble();
     label->setText(!trouble.isEmpty()  ? trouble
+                   : checker.Opening() ? tr("Opening the dictionaries")
                    : !checker.Words()  ? tr("The spelling is not checked: View, Check Spelling")
                    : found.size() == 1 ? tr("1 unknown word")
                                        : tr("%1 unknown words").arg(found.size()));

@@ -5,12 +5,14 @@
 #include "services/Catalogues.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 namespace velmora {
 
 namespace {
 
-/// The words of a name such as "PirateQueen_2".
+/// A name such as "PirateQueen_2" with its words apart.
 std::string Parted(std::string_view name) {
     const auto isSmall = [](char c) {
         const auto byte = static_cast<unsigned char>(c);
@@ -24,7 +26,35 @@ std::string Parted(std::string_view name) {
     return parted;
 }
 
+/// The words of a name, whole and apart, in small letters.
+std::set<std::string> WordsOfName(std::string_view name) {
+    std::set<std::string> words;
+    for (const std::string& text : {std::string(name), Parted(name)})
+        for (const WordPlace& word : WordsIn(text))
+            words.insert(CodePage::ToLower(word.In(text)));
+    return words;
+}
+
 } // namespace
+
+bool Spelling::NameWords::Follow(std::string_view name, bool exists) {
+    const auto known = names.find(name);
+    if ((known != names.end()) == exists)
+        return false;
+    bool otherWords = false;
+    for (const std::string& word : WordsOfName(exists ? name : *known)) { // where words part is in its case
+        std::size_t& count = counts[word];
+        count += exists ? 1 : -1;
+        otherWords |= count == (exists ? 1 : 0);
+        if (count == 0)
+            counts.erase(word);
+    }
+    if (exists)
+        names.emplace(name);
+    else
+        names.erase(known);
+    return otherWords;
+}
 
 Spelling::Spelling(const std::vector<std::string>& dictionaries, const std::vector<std::string>& folders)
     : speller(dictionaries, folders) {
@@ -69,10 +99,25 @@ void Spelling::LearnWords(std::string_view text) {
 void Spelling::Learn(const Library& library) {
     const std::lock_guard lock(mutex);
     known.clear();
-    for (const auto& [name, record] : library) {
-        LearnWords(name);
-        LearnWords(Parted(name));
-    }
+    for (const auto& [name, record] : library)
+        names.Follow(name, true);
+}
+
+void Spelling::LearnOnly(const std::vector<std::string>& recordNames) {
+    NameWords learning;
+    for (const std::string& name : recordNames)
+        learning.Follow(name, true);
+    const std::lock_guard lock(mutex); // whoever asks meanwhile is not held up
+    std::swap(names, learning);
+    known.clear();
+}
+
+bool Spelling::Follow(std::string_view recordName, bool exists) {
+    const std::lock_guard lock(mutex);
+    const bool otherWords = names.Follow(recordName, exists);
+    if (otherWords)
+        known.clear();
+    return otherWords;
 }
 
 bool Spelling::Knows(std::string_view word) {
@@ -80,13 +125,16 @@ bool Spelling::Knows(std::string_view word) {
     return LookUp(word);
 }
 
+bool Spelling::IsOfGame(const std::string& smallWord) const {
+    return learned.count(smallWord) > 0 || names.Has(smallWord);
+}
+
 bool Spelling::LookUp(std::string_view word) {
     if (speller.Empty())
         return true;
     if (const auto found = known.find(word); found != known.end())
         return found->second;
-    const bool isKnown =
-        speller.Knows(word) || words.Knows(word) || learned.count(CodePage::ToLower(word)) > 0;
+    const bool isKnown = speller.Knows(word) || words.Knows(word) || IsOfGame(CodePage::ToLower(word));
     known.emplace(word, isKnown);
     return isKnown;
 }

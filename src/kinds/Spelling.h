@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kinds/GameWords.h"
+#include "platform/CodePage.h"
 #include "records/Library.h"
 #include "services/Speller.h"
 #include "services/Words.h"
@@ -35,8 +36,12 @@ class Spelling {
     [[nodiscard]] const std::string& WordsPath() const { return words.Path(); }
     /// Adds to the game's own words. Throws Failure and changes nothing when it cannot be.
     void AddWords(const std::vector<std::string>& added);
-    /// Makes the names of records known.
+    /// Makes the names of a library's records known.
     void Learn(const Library& library);
+    /// Makes the names of records known, and no others; meant for another thread when there are many.
+    void LearnOnly(const std::vector<std::string>& recordNames);
+    /// Follows a record that may have come or gone; true when other words are known now.
+    bool Follow(std::string_view recordName, bool exists);
 
     [[nodiscard]] bool Knows(std::string_view word);
     [[nodiscard]] std::vector<WordPlace> UnknownIn(std::string_view text);
@@ -46,7 +51,29 @@ class Spelling {
     void Check(const RecordKind& kind, const Record& record, std::vector<Problem>& problems);
 
   private:
+    /// The words of the names of records.
+    class NameWords {
+      public:
+        bool Follow(std::string_view name, bool exists);
+        [[nodiscard]] bool Has(const std::string& smallWord) const { return counts.count(smallWord) > 0; }
+
+      private:
+        struct HashNoCase {
+            using is_transparent = void;
+            std::size_t operator()(std::string_view name) const { return CodePage::HashNoCase(name); }
+        };
+        struct EqualNoCase {
+            using is_transparent = void;
+            bool operator()(std::string_view one, std::string_view other) const {
+                return CodePage::EqualNoCase(one, other);
+            }
+        };
+        std::unordered_set<std::string, HashNoCase, EqualNoCase> names;
+        std::unordered_map<std::string, std::size_t> counts; ///< of the names that hold a word
+    };
+
     void LearnWords(std::string_view text);
+    [[nodiscard]] bool IsOfGame(const std::string& smallWord) const;
     [[nodiscard]] bool LookUp(std::string_view word);
 
     struct Hash {
@@ -56,7 +83,8 @@ class Spelling {
     mutable std::mutex mutex;
     Speller speller;
     GameWords words;
-    std::unordered_set<std::string> learned;                            ///< in small letters
+    NameWords names;
+    std::unordered_set<std::string> learned;                            ///< vocabulary, in small letters
     std::unordered_map<std::string, bool, Hash, std::equal_to<>> known; ///< what was looked up
 };
 

@@ -50,6 +50,17 @@ TEST(Spelling, KnowsDictionariesVocabularyNamesAndTheGamesWords) {
         EXPECT_TRUE(spelling.Knows(word)) << word;
     for (const char* word : {"shipp", "cafe", "naive", "Blorbs", "Qu"})
         EXPECT_FALSE(spelling.Knows(word)) << word;
+    for (const auto& [name, exists, otherWords, known] : {std::tuple("Zarg", true, false, true),
+                                                          {"PIRATEQUEEN_ZARG2", false, true, true},
+                                                          {"zarg", false, true, false},
+                                                          {"zarg", false, false, false}}) {
+        EXPECT_EQ(spelling.Follow(name, exists), otherWords) << name;
+        EXPECT_EQ(spelling.Knows("Zarg"), known) << name;
+    }
+    spelling.LearnOnly({"QueenZarg"});
+    EXPECT_TRUE(spelling.Knows("Zarg"));
+    spelling.LearnOnly({"Queen"});
+    EXPECT_FALSE(spelling.Knows("Zarg"));
     EXPECT_THAT(spelling.Suggest("shipp"), ::testing::Contains("ship"));
     EXPECT_THAT(spelling.Suggest("caffe"), ::testing::Contains("caf\xE9"));
     spelling.AddWords({"Qu"});

@@ -128,6 +128,22 @@ TEST_P(SpellingTest, NotesAndListsThemOverAllRecords) {
     Write();
 }
 
+TEST_P(SpellingTest, KnowsTheNamesThatRecordsHaveNow) {
+    Put("A", Block("Apple", key, "about Zorgon"));
+    Start();
+    Await([this] { return Marked() == Strings{"Zorgon"}; });
+    prompts.ExpectInput("", "Zorgon");
+    Pick("mnuCopyAsNew");
+    Await([this] { return Text(nameBox) == "Zorgon" && Marked().empty(); });
+    Pick("mnuDiscardChanges");
+    EXPECT_THAT(Marked(), ElementsAre("Zorgon"));
+    for (const auto& [name, marked] : {std::pair("Zorgon", Strings{}), {"Cherry", Strings{"Zorgon"}}}) {
+        Put("C", Block(name));
+        Pick("mnuReadAgain");
+        Await([&, &words = marked] { return Marked() == words; });
+    }
+}
+
 TEST_P(SpellingTest, AddsAllSelectedWordsInOneWrite) {
     Put("A", Block("Apple", key, "shipp abowt"));
     const std::string wide("\xFF\xFEZ\0\n\0", 6);
