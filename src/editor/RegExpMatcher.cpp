@@ -8,13 +8,15 @@ namespace velmora {
 
 namespace {
 
-/// More than any sound expression takes on a text of the game; some milliseconds.
-const QString WorkLimit = QStringLiteral("(*LIMIT_MATCH=100000)");
+// Limits of the steps that a trial at one place of a text may take.
+const QString HastyLimit = QStringLiteral("(*LIMIT_MATCH=1000)");  // some microseconds
+const QString WorkLimit = QStringLiteral("(*LIMIT_MATCH=200000)"); // a millisecond or two
+constexpr int MostTrials = 10; // that the hasty limit was too low for; in one text
 /// The line break "\n" is none of the word behind it.
 const QString WordBegin = QStringLiteral("(?:(?<!\\w)|(?<=\\\\[nN]))");
 
-QString Limited(const QString& pattern, bool wholeWord) {
-    return WorkLimit + (wholeWord ? WordBegin + QStringLiteral("(?:%1)(?!\\w)").arg(pattern) : pattern);
+QString WholeWords(const QString& pattern) {
+    return WordBegin + QStringLiteral("(?:%1)(?!\\w)").arg(pattern);
 }
 
 QRegularExpression::PatternOptions OptionsOf(bool matchCase) {
@@ -25,10 +27,12 @@ QRegularExpression::PatternOptions OptionsOf(bool matchCase) {
 } // namespace
 
 RegExpMatcher::RegExpMatcher(const QString& pattern, std::string with, TextMatcher::How how)
-    : expression(Limited(pattern, false), OptionsOf(how.MatchCase)), replacing(std::move(with)),
+    : expression(WorkLimit + pattern, OptionsOf(how.MatchCase)), replacing(std::move(with)),
       plain(replacing.find('\\') == std::string::npos) {
-    if (how.WholeWord && expression.isValid())
-        expression.setPattern(Limited(pattern, true));
+    const bool whole = how.WholeWord && expression.isValid(); // a fault is told of what the user typed
+    const QString sought = whole ? WholeWords(pattern) : pattern;
+    expression.setPattern(WorkLimit + sought);
+    hasty = QRegularExpression(HastyLimit + sought, expression.patternOptions());
     for (unsigned byte = 0; byte < 256; ++byte)
         unicode[byte] = static_cast<char16_t>(CodePage::ToUnicode(static_cast<unsigned char>(byte)));
 }
@@ -47,10 +51,9 @@ bool RegExpMatcher::ForEachHit(std::string_view text, const Visit& visit) const 
     auto* to = reinterpret_cast<char16_t*>(shown.data());
     for (const char c : text)
         *to++ = unicode[static_cast<unsigned char>(c)];
+    int trialsLeft = MostTrials;
     for (qsizetype at = 0; at <= shown.size();) {
-        const QRegularExpressionMatch match =
-            expression.match(shown, at, QRegularExpression::NormalMatch,
-                             QRegularExpression::DontCheckSubjectStringMatchOption);
+        const QRegularExpressionMatch match = Next(at, trialsLeft);
         if (!match.hasMatch())
             return match.isValid(); // or it took too much work
         const qsizetype length = match.capturedLength();
@@ -62,6 +65,26 @@ bool RegExpMatcher::ForEachHit(std::string_view text, const Visit& visit) const 
         at = match.capturedEnd() + (length == 0 ? 1 : 0);
     }
     return true;
+}
+
+QRegularExpressionMatch RegExpMatcher::Next(qsizetype from, int& trialsLeft) const {
+    const auto match = [this](const QRegularExpression& pattern, qsizetype at, auto... more) {
+        return pattern.match(shown, at, QRegularExpression::NormalMatch,
+                             (QRegularExpression::DontCheckSubjectStringMatchOption | ... | more));
+    };
+    QRegularExpressionMatch found = match(hasty, from);
+    if (found.isValid())
+        return found;
+    // Place by place, for a limit holds for each place anew.
+    for (qsizetype at = from; at <= shown.size() && !found.hasMatch(); ++at) {
+        constexpr auto here = QRegularExpression::AnchorAtOffsetMatchOption;
+        found = match(hasty, at, here);
+        if (!found.isValid() && trialsLeft-- > 0)
+            found = match(expression, at, here);
+        if (!found.isValid())
+            break;
+    }
+    return found;
 }
 
 std::string RegExpMatcher::Expanded(std::string_view text, const QRegularExpressionMatch& match) const {

@@ -229,8 +229,34 @@ TEST(RegExpMatcher, FindsAndReplaces) {
         EXPECT_EQ(result.append(subject, done), expected);
     }
     EXPECT_TRUE(RegExpMatcher(QStringLiteral("a("), "", {}).Fault().contains(QStringLiteral("character 3")));
-    EXPECT_FALSE(RegExpMatcher(QStringLiteral("(*LIMIT_MATCH=4000000000)^(a+)+$"), "", {})
-                     .ForEachHit(std::string(60, 'a') + "!", [](auto, auto, auto) {}));
+}
+
+TEST(RegExpMatcher, LimitsTheWorkOnAWholeText) {
+    std::string bundles;
+    std::string words;
+    for (int i = 0; i < 30; ++i) {
+        bundles += "aaaaaaaaaaaaaa ";
+        words += "hello there, ";
+    }
+    const struct {
+        const char* Pattern;
+        std::string Text;
+        int Hits;
+        bool ToTheEnd;
+    } cases[] = {
+        {"(*LIMIT_MATCH=4000000000)^(a+)+$", std::string(60, 'a') + "!", 0, false},
+        {"(a+)+b|.", bundles + "b", 0, false}, // no place takes too long, but all of them do
+        {"(a+)+[bc]", bundles + "b", 0, false},
+        {"(.*) (.*)x", words + "x ", 1, true}, // takes long at one place only
+        {"\\w+(,)", words, 30, true},
+    };
+    for (const auto& [pattern, text, expected, toTheEnd] : cases) {
+        SCOPED_TRACE(pattern);
+        int hits = 0;
+        const RegExpMatcher matcher(QString::fromLatin1(pattern), "", {});
+        EXPECT_EQ(matcher.ForEachHit(text, [&](auto, auto, auto) { ++hits; }), toTheEnd);
+        EXPECT_EQ(toTheEnd ? hits : 0, expected);
+    }
 }
 
 } // namespace
