@@ -57,7 +57,7 @@ void RecordList::FollowWindow() {
 
 void RecordList::FilterTyped() {
     wantedName = chosenName;
-    model->Begin(Filter(FromQt(filter->text())));
+    model->Begin(Filter(FromQt(filter->text()), &library.Kind));
     Settle();
     emit FilterChanged();
 }

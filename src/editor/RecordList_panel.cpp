@@ -173,6 +173,7 @@ void RecordList::TellOfFilter() const {
         "title:raid - a part of the title or question\r" +
             states +
             "type:random - a part of the type's name\r"
+            "Probability:50 - any other field by its name in the list, a number or choice as a whole\r"
             "rule:no-title - records with a problem of that rule\r\r"
             "Up and Down go through the list, Enter shows the record.  Esc clears the filter, Esc again "
             "leads "

@@ -71,7 +71,7 @@ class RecordWindow : public QMainWindow {
     /// What reading the library had to tell.
     [[nodiscard]] const std::vector<Problem>& FoundInLoading() const { return found; }
 
-    // What stands around the described window makes use of these.
+    // What stands around the form makes use of these.
 
     /// Shows a record. False, with a hint, while another is being edited.
     bool GoTo(std::size_t position);

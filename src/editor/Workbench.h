@@ -21,7 +21,7 @@ namespace velmora {
 class FieldMark;
 class RecordWindow;
 
-/// What stands around the described window of a kind: docks, a toolbar, the View menu, and the way back to
+/// What stands around the form of a kind: docks, a toolbar, the View menu, and the way back to
 /// records shown before. Sizes and places are kept in workbench.ini beside the settings; a broken or foreign
 /// one is ignored. It never asks anything, and leads nowhere while a record is being edited.
 class Workbench : public QObject {

@@ -44,6 +44,15 @@ constexpr std::array<Field, 28> EventFields{
     NumberField<&E::EvilOptStr02>("EvilOptStr02", 2, true),
 };
 
+std::string ChoiceOf(const Field& field, const Record& record) {
+    const auto& event = static_cast<const E&>(record);
+    if (field.Property == "MoralityWeight")
+        return std::to_string(LegalMoralityWeight(event.MoralityWeight));
+    if (!field.Property.ends_with("Attribute"))
+        return {};
+    return NameByNumber(EventAttributes(event.EventType), field.NumberOf(record));
+}
+
 void CheckRecord(const Record& record, const CheckContext& context, std::vector<Problem>& problems) {
     const auto& event = static_cast<const E&>(record);
     problems = CheckEvent(event, context.HasPicture(event.Image), EventSubs());
@@ -73,6 +82,7 @@ RecordKind MakeEventKind() {
     kind.TypeOf = [](const Record& record) -> std::string_view {
         return static_cast<const E&>(record).EventType == 1 ? "Random" : "Colonial";
     };
+    kind.ChoiceOf = ChoiceOf;
     kind.Number = [](Record& record) -> std::int32_t& { return static_cast<E&>(record).EventNumber; };
     kind.Makes<E>();
     kind.Normalize = [](Record& record) { NormalizeEvent(static_cast<E&>(record)); };

@@ -17,6 +17,8 @@ namespace {
 constexpr std::array<std::string_view, 3> AnswerKeys{"goodAttributes", "neutralAttributes", "evilAttributes"};
 constexpr std::array<std::string_view, 3> AnswerTitles{
     "Attributes of good answers", "Attributes of neutral answers", "Attributes of evil answers"};
+constexpr std::array<std::string_view, 3> AnswerFilters{
+    "GoodAttribute:", "NeutralAttribute:", "EvilAttribute:"};
 
 /// A picture's path in one spelling, whatever separators it has.
 std::string PictureKey(std::string_view image) {
@@ -51,7 +53,7 @@ void Statistics::AddEvent(const Record& record) {
     ++weights.at(static_cast<std::size_t>(LegalMoralityWeight(event.MoralityWeight) - 1));
     if (!event.Image.empty())
         Count(pictures, PictureKey(event.Image));
-    const Catalogue& names = event.EventType == 1 ? RandomEventAttributes : ColonialEventAttributes;
+    const Catalogue& names = EventAttributes(event.EventType);
     Count(attributes[0], NameByNumber(names, event.GoodAttribute));
     Count(attributes[1], NameByNumber(names, event.NeutralAttribute));
     Count(attributes[2], NameByNumber(names, event.EvilAttribute));
@@ -88,11 +90,13 @@ std::vector<Statistics::Table> Statistics::Tables(const std::string& gameDirecto
     tables.push_back(std::move(texts));
     if (&kind == &EventKind) {
         Table morality{"morality", "Morality weights", {}};
-        for (std::size_t i = 0; i < weights.size(); ++i)
-            morality.Bars.push_back({std::to_string(i + 1), weights[i]});
+        for (std::size_t i = 0; i < weights.size(); ++i) {
+            const std::string weight = std::to_string(i + 1);
+            morality.Bars.push_back({weight, weights[i], FilterOf("MoralityWeight:", weight)});
+        }
         tables.push_back(std::move(morality));
         for (std::size_t i = 0; i < attributes.size(); ++i)
-            tables.push_back({AnswerKeys[i], AnswerTitles[i], BarsOf(attributes[i], {})});
+            tables.push_back({AnswerKeys[i], AnswerTitles[i], BarsOf(attributes[i], AnswerFilters[i])});
         AddPictures(gameDirectory, tables);
     }
     std::erase_if(tables, [](const Table& table) { return table.Bars.empty(); });

@@ -17,8 +17,9 @@ std::string Cell(const std::string& text, char separator = ',');
 std::string Header(const RecordKind& kind);
 std::string Row(const RecordKind& kind, const Record& record);
 
-/// A text for a program that takes what begins with = + - @ for a formula, and digits for a number: such a
-/// one gets an apostrophe in front. Unguarded takes it away again; no other text is changed by either.
+/// A text for a program that takes what begins with = + - @ for a formula, and digits for a number, an
+/// amount, a date or a time: such a one gets an apostrophe in front. Unguarded takes it away again; no other
+/// text is changed by either.
 std::string Guarded(std::string text);
 std::string Unguarded(std::string text);
 

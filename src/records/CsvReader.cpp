@@ -1,4 +1,5 @@
 // Tables from elsewhere, and what other programs would make of a text in one.
+#include "platform/CodePage.h"
 #include "platform/TextLines.h"
 #include "records/Csv.h"
 #include "services/Numbers.h"
@@ -10,12 +11,48 @@ namespace velmora::Csv {
 
 namespace {
 
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+bool IsLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// True for the letters of a date, a time or an exponent; a month may be cut to three.
+bool IsDateWord(std::string_view word) {
+    static constexpr std::array<std::string_view, 15> words{
+        "january",   "february", "march",    "april",    "may", "june", "july", "august",
+        "september", "october",  "november", "december", "e",   "am",   "pm"};
+    return std::any_of(words.begin(), words.end(), [&](std::string_view whole) {
+        return word.size() >= std::min<std::size_t>(whole.size(), 3) &&
+               CodePage::EqualNoCase(whole.substr(0, word.size()), word);
+    });
+}
+
+/// True for what spreadsheets turn into a date ("1-2", "May 5"), a time or an amount ("50%").
+bool LooksLikeValue(std::string_view text) {
+    bool anyDigit = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto* const end = std::find_if_not(text.begin() + at, text.end(), IsLetter);
+        const auto letters = static_cast<std::size_t>(end - text.begin()) - at;
+        if (letters > 0 && !IsDateWord(text.substr(at, letters)))
+            return false;
+        if (letters == 0 && !IsDigit(text[at]) &&
+            std::string_view(" .,:/-%$()").find(text[at]) == std::string_view::npos)
+            return false;
+        anyDigit |= IsDigit(text[at]);
+        at += std::max<std::size_t>(letters, 1);
+    }
+    return anyDigit;
+}
+
 /// True for a text that is, behind any apostrophes, more than a text to a spreadsheet.
 bool IsTempting(std::string_view text) {
     const std::size_t start = std::min(text.find_first_not_of('\''), text.size());
     text.remove_prefix(start);
-    return !text.empty() &&
-           (std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos || IsNumeric(text));
+    return !text.empty() && (std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos ||
+                             IsNumeric(text) || LooksLikeValue(text) || CodePage::EqualNoCase(text, "true") ||
+                             CodePage::EqualNoCase(text, "false"));
 }
 
 } // namespace

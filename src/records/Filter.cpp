@@ -18,7 +18,7 @@ std::string_view StateWord(const Record& record) {
     return record.IsDirty ? "edited" : "";
 }
 
-Filter::Filter(std::string_view line) {
+Filter::Filter(std::string_view line, const RecordKind* kind) {
     while (!line.empty()) {
         if (line.front() == ' ') {
             line.remove_prefix(1);
@@ -27,12 +27,15 @@ Filter::Filter(std::string_view line) {
         const bool negated = line.front() == '-';
         if (negated)
             line.remove_prefix(1);
-        const Place place = TakePlace(line);
+        Place place = TakePlace(line);
+        const Field* named = place == Place::Anywhere && kind ? TakeField(line, *kind) : nullptr;
+        if (named)
+            place = Place::OneField;
         const std::string_view word = TakeWord(line);
         // A word that is only begun asks for nothing yet.
         if (!word.empty())
             terms.push_back({place, negated, TextFinder(word),
-                             word.find_first_not_of("-0123456789") == std::string_view::npos});
+                             word.find_first_not_of("-0123456789") == std::string_view::npos, named});
     }
 }
 
@@ -48,6 +51,18 @@ Filter::Place Filter::TakePlace(std::string_view& line) {
             return place;
         }
     return Place::Anywhere;
+}
+
+const Field* Filter::TakeField(std::string_view& line, const RecordKind& kind) {
+    const std::string_view name = line.substr(0, line.find(':'));
+    const Field* named = nullptr;
+    kind.ForEachField([&](const Field& field) {
+        if (name.size() < line.size() && CodePage::EqualNoCase(field.Property, name))
+            named = &field;
+    });
+    if (named)
+        line.remove_prefix(name.size() + 1);
+    return named;
 }
 
 std::string_view Filter::TakeWord(std::string_view& line) {
@@ -80,6 +95,8 @@ bool Filter::Term::StandsIn(const RecordKind& kind, const Record& record, const 
         const auto rules = rulesOf ? rulesOf(record) : std::vector<std::string_view>{};
         return std::any_of(rules.begin(), rules.end(), holds);
     }
+    case Place::OneField:
+        return StandsInNamed(kind, record);
     default:
         return StandsAnywhere(kind, record);
     }
@@ -90,6 +107,13 @@ bool Filter::Term::StandsAnywhere(const RecordKind& kind, const Record& record) 
            (kind.HeaderNumber && StandsInField(*kind.HeaderNumber, record)) ||
            std::any_of(kind.Fields.begin(), kind.Fields.end(),
                        [&](const Field& field) { return StandsInField(field, record); });
+}
+
+bool Filter::Term::StandsInNamed(const RecordKind& kind, const Record& record) const {
+    if (Named->Type == FieldType::Text || Named->Type == FieldType::List)
+        return StandsInField(*Named, record);
+    return CodePage::EqualNoCase(std::to_string(Named->NumberOf(record)), Text.Folded()) ||
+           (kind.ChoiceOf && CodePage::EqualNoCase(kind.ChoiceOf(*Named, record), Text.Folded()));
 }
 
 bool Filter::Term::StandsInField(const Field& field, const Record& record) const {
@@ -120,7 +144,8 @@ bool Filter::Narrows(const Filter& other) const {
 bool Filter::Term::Narrows(const Term& other) const {
     const std::string& longer = Not ? other.Text.Folded() : Text.Folded();
     const std::string& shorter = Not ? Text.Folded() : other.Text.Folded();
-    return In == other.In && Not == other.Not && longer.find(shorter) != std::string::npos;
+    return In == other.In && In != Place::OneField && Not == other.Not &&
+           longer.find(shorter) != std::string::npos;
 }
 
 } // namespace velmora

@@ -126,7 +126,10 @@ struct RecordKind {
     Field Title;                                            ///< what stands beside the name in a list
     std::string_view TitleWord;                             ///< "Question": its heading there
     std::string_view (*TypeOf)(const Record&) =
-        nullptr;                                ///< word of the game's vocabulary, as the form has it
+        nullptr; ///< word of the game's vocabulary, as the form has it
+    /// Name of the choice that a number stands for, as the form has it; empty for one that is none. Not set
+    /// for a kind without.
+    std::string (*ChoiceOf)(const Field&, const Record&) = nullptr;
     std::int32_t& (*Number)(Record&) = nullptr; ///< 1-based position in the editor's order
     std::unique_ptr<Record> (*Make)() = nullptr;
     std::unique_ptr<Record> (*Copy)(const Record&) = nullptr; ///< all of it, flags and numbers included

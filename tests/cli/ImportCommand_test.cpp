@@ -21,9 +21,10 @@ class ImportCommand : public ::testing::Test {
   protected:
     /// Every byte alone and beside others, and texts that spreadsheets take for something else.
     static std::vector<std::string> OddTexts() {
-        std::vector<std::string> texts{"",      "'",  "''=1", "=1+1", "+1",   "-1",    "@x", "'@x", "007",
-                                       "1e5",   " 7", "a,b",  "a;b",  "x\ty", "\"q\"", "%",  "%s",  "100%",
-                                       "\\n\\", " ",  "x ",   "'x'",  "TRUE", "'-",    "\t", ",",   "'7"};
+        std::vector<std::string> texts{"",      "1-2", "'5 May", "'",    "''=1",  "=1+1", "+1",  "-1",
+                                       "@x",    "'@x", "007",    "1e5",  " 7",    "a,b",  "a;b", "x\ty",
+                                       "\"q\"", "%",   "%s",     "100%", "\\n\\", " ",    "x ",  "'x'",
+                                       "TRUE",  "'-",  "\t",     ",",    "'7"};
         std::mt19937 random(1);
         for (int byte = 1; byte < 256; ++byte) {
             texts.emplace_back(1, static_cast<char>(byte));
@@ -70,6 +71,15 @@ class ImportCommand : public ::testing::Test {
 
     GameFolder game;
 };
+
+TEST(Csv, GuardsWhatASpreadsheetTakesForMoreThanAText) {
+    for (const std::string text : {"=1", "-x", "@a", "007", "50%", "1-2", "10:30", "1.5.2026", "5 May",
+                                   "Sept 3", "3/4", "10:30 PM", "(5)", "$5", "TRUE", "false", "'1-2"})
+        EXPECT_EQ(Csv::Guarded(text), "'" + text);
+    for (const std::string text :
+         {"", "May", "5 ships", "Ma 5", "Marching 5", "a-b", "%s", "'x", "True love"})
+        EXPECT_EQ(Csv::Guarded(text), text);
+}
 
 TEST_F(ImportCommand, ExportThenImportChangesNothing) {
     WriteOddRecords();

@@ -51,6 +51,15 @@ TEST_P(StatisticsPanelTest, CountsAndListsTheRecordsOfABar) {
     const std::string rule = events ? "no-description" : "no-question";
     Choose("Problems by rule: " + rule + ", 1");
     EXPECT_TRUE(QTest::qWaitFor([this] { return Listed().size() == 2; })) << "Cherry, and what is on show";
+    for (QTreeWidgetItemIterator at(&Panel()); events && *at; ++at) {
+        const std::string shown = FromQt((*at)->data(0, Qt::AccessibleTextRole).toString());
+        if (!shown.starts_with("Morality weights: ") && !shown.starts_with("Attributes of "))
+            continue;
+        emit Panel().itemActivated(*at, 0);
+        const std::size_t count = std::stoul(shown.substr(shown.rfind(' ')));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Listed().size() == std::max<std::size_t>(count, 1); }))
+            << shown << ", but what is on show is always listed";
+    }
     Get<QLineEdit>("txtFilter")->clear();
     Click("cmdForward");
     Commit("a text");

@@ -1,4 +1,4 @@
-// What stands around the described windows.
+// What stands around the forms.
 #include "editor/Editors.h"
 
 #include <QMenuBar>

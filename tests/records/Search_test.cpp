@@ -1,6 +1,7 @@
 #include "records/Search.h"
 
 #include "LibraryFixture.h"
+#include "SoundRecords.h"
 #include "events/clsEvent.h"
 #include "platform/CodePage.h"
 #include "services/Catalogues.h"
@@ -162,6 +163,32 @@ TEST_F(SearchTest, LooksOnlyAtWhatIsLeftWhenTheFilterGetsLonger) {
     EXPECT_FALSE(narrows("-queens", "-queen"));
     EXPECT_FALSE(narrows("file:pirate", "pirate"));
     EXPECT_FALSE(narrows("-pirate", "pirate"));
+}
+
+TEST_F(SearchTest, LooksInAFieldByItsName) {
+    const auto lists = [this](const char* line, const Record& record) {
+        return Filter(line, &library.Kind).Matches(library.Kind, record, {});
+    };
+    const struct {
+        const char* Line;
+        bool Listed;
+    } cases[] = {
+        {"Probability:50", true},        {"probability:5", false},  {"GoodAttribute:\"morale bonus\"", true},
+        {"GoodAttribute:Morale", false}, {"GoodAttribute:2", true}, {"MoralityWeight:5", true},
+        {"MoralityWeight:99", true},     {"-Title:raid", false},    {"Description:\"a raid\"", true},
+        {"NoSuchField:Raid", false},     {"Title:", true},          {"Image:raid", false},
+    };
+    clsEvent event = SoundEvent("Raid");
+    event.Title = "Raid";
+    event.Description = "About a raid: NoSuchField";
+    event.Probability = 50;
+    event.EventType = 0;
+    event.GoodAttribute = 2;
+    event.MoralityWeight = 99; // the editor makes five of it
+    BuildCatalogues();
+    for (const auto& [line, listed] : cases)
+        EXPECT_EQ(lists(line, event), listed) << line;
+    EXPECT_FALSE(Filter("Probability:50", &library.Kind).Narrows(Filter("Probability:5", &library.Kind)));
 }
 
 } // namespace

@@ -18,7 +18,7 @@ using ::testing::Pointee;
 /// A key and where it stood.
 using Numbered = std::pair<std::int32_t, std::size_t>;
 
-/// The sort as it is described, pass by pass, up to and including the index `upper`.
+/// The game's sort, pass by pass, up to and including the index `upper`.
 void SortByPasses(std::vector<Numbered>& list, bool descending, std::size_t upper) {
     for (std::size_t limit = upper, lastSwap = 0; limit > 0; limit = lastSwap) {
         lastSwap = 0;
