@@ -171,7 +171,6 @@ void ProblemPanel::TellCounts() {
         return;
     count->setText(text);
     count->setFocusPolicy(model->Hidden() > 0 ? Qt::StrongFocus : Qt::NoFocus);
-    count->setAccessibleName(tr("Problems listed"));
 }
 
 void ProblemPanel::UpdateCommands() {

@@ -324,6 +324,21 @@ std::string RecordWindow::UnwrittenRecords() const {
     return lines.empty() ? lines : "Committed, but not yet written to file:\r\r" + lines;
 }
 
+bool RecordWindow::focusNextPrevChild(bool next) {
+    // A dock behind another one of its tabs counts as visible, though nobody sees it.
+    const auto isBehind = [](const QWidget* widget) {
+        while (widget && !qobject_cast<const QDockWidget*>(widget))
+            widget = widget->parentWidget();
+        return widget && widget->visibleRegion().isEmpty();
+    };
+    const QWidget* from = focusWidget();
+    do
+        if (!QMainWindow::focusNextPrevChild(next))
+            return false;
+    while (focusWidget() != from && isBehind(focusWidget()));
+    return true;
+}
+
 void RecordWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && controls.Details)

@@ -165,6 +165,7 @@ class RecordWindow : public QMainWindow {
     }
 
     void closeEvent(QCloseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void changeEvent(QEvent* event) override;
 
     Library library;

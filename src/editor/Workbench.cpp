@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
@@ -156,6 +157,9 @@ std::unique_ptr<QSettings> Workbench::Store(const QString& group) {
 void Workbench::Restore() {
     if (!firstState.isEmpty())
         return;
+    for (QWidget* box : window.findChildren<QWidget*>())
+        if (box->inherits("QLineEdit") || box->inherits("QPlainTextEdit"))
+            box->installEventFilter(this);
     LayOutFirst();
     firstState = window.saveState(LayoutVersion);
     const auto store = Store(window.objectName());
@@ -278,7 +282,22 @@ void Workbench::GoToLastEdited() {
         window.GoTo(window.Records().IndexOf(lastEdited));
 }
 
+bool Workbench::IsOwnCommand(const QKeyEvent& event) const {
+    // On some desktops boxes take these for themselves: to the end of the line, delete the rest of it.
+    const QKeyCombination key = event.keyCombination();
+    if (key != (Qt::CTRL | Qt::Key_E) && key != (Qt::CTRL | Qt::Key_K))
+        return false;
+    const QList<QAction*> actions = window.findChildren<QAction*>();
+    return std::any_of(actions.begin(), actions.end(), [&](const QAction* action) {
+        return action->isEnabled() && action->shortcuts().contains(QKeySequence(key));
+    });
+}
+
 bool Workbench::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && IsOwnCommand(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return true;
+    }
     if (event->type() == QEvent::ChildPolished) // the window makes tabs of docks that lie upon each other
         if (auto* tabs = qobject_cast<QTabBar*>(static_cast<QChildEvent*>(event)->child()))
             tabs->setAccessibleName(tr("Panels"));

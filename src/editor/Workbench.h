@@ -12,6 +12,7 @@
 class QAction;
 class QDockWidget;
 class QHeaderView;
+class QKeyEvent;
 class QMenu;
 class QSettings;
 class QToolBar;
@@ -64,6 +65,7 @@ class Workbench : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    [[nodiscard]] bool IsOwnCommand(const QKeyEvent& event) const;
     void AddHistory();
     void NoteShown();
     void GoAlong(int step);

@@ -1,8 +1,10 @@
 // What stands around the forms.
 #include "editor/Editors.h"
 
+#include <QDockWidget>
 #include <QMenuBar>
 #include <QToolBar>
+#include <set>
 
 namespace velmora {
 namespace {
@@ -54,6 +56,24 @@ TEST_P(WorkbenchTest, KeepsItsLayoutBesideTheSettings) {
         temp.Write("Home/workbench.ini", broken);
         EXPECT_EQ(restart(), shown);
     }
+}
+
+TEST_P(WorkbenchTest, TabPassesOverPanelsBehindOthers) {
+    Start();
+    std::set<const QDockWidget*> reached;
+    for (const char* dock : {"dckProblems", "dckReplace", "dckRecords"})
+        Get<QDockWidget>(dock)->show();
+    window->tabifyDockWidget(Get<QDockWidget>("dckProblems"), Get<QDockWidget>("dckReplace"));
+    Get<QDockWidget>("dckProblems")->raise();
+    Enter("txtFilter");
+    do {
+        for (const QWidget* at = window->focusWidget(); at; at = at->parentWidget())
+            if (const auto* dock = qobject_cast<const QDockWidget*>(at))
+                reached.insert(dock);
+        QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    } while (window->focusWidget() != Get<QWidget>("txtFilter"));
+    EXPECT_THAT(reached, ::testing::UnorderedElementsAre(Get<QDockWidget>("dckRecords"),
+                                                         Get<QDockWidget>("dckProblems")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Editors, WorkbenchTest, EveryEditor, ::testing::PrintToStringParamName());

@@ -33,6 +33,13 @@ class Keyboard : public WindowTest {
                 widget->focusProxy() || (widget->focusPolicy() & Qt::TabFocus) == 0)
                 continue;
             SCOPED_TRACE(widget->metaObject()->className() + (" " + FromQt(widget->objectName())));
+            const QWidget* dock = widget;
+            while (dock && !dock->inherits("QDockWidget"))
+                dock = dock->parentWidget();
+            EXPECT_FALSE(dock && dock->visibleRegion().isEmpty() && reached.count(widget))
+                << "behind another dock";
+            if (dock && dock->visibleRegion().isEmpty())
+                continue;
             // Of a group of option buttons Tab reaches one; the arrow keys reach the others.
             EXPECT_TRUE(widget->inherits("QRadioButton") || reached.count(widget)) << "Tab never reaches it";
             const auto* button = qobject_cast<const QAbstractButton*>(widget);
