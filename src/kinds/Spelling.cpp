@@ -38,11 +38,11 @@ std::set<std::string> WordsOfName(std::string_view name) {
 } // namespace
 
 bool Spelling::NameWords::Follow(std::string_view name, bool exists) {
-    const auto known = names.find(name);
-    if ((known != names.end()) == exists)
+    const auto held = names.find(name);
+    if ((held != names.end()) == exists)
         return false;
     bool otherWords = false;
-    for (const std::string& word : WordsOfName(exists ? name : *known)) { // where words part is in its case
+    for (const std::string& word : WordsOfName(exists ? name : *held)) { // where words part is in its case
         std::size_t& count = counts[word];
         count += exists ? 1 : -1;
         otherWords |= count == (exists ? 1 : 0);
@@ -52,7 +52,7 @@ bool Spelling::NameWords::Follow(std::string_view name, bool exists) {
     if (exists)
         names.emplace(name);
     else
-        names.erase(known);
+        names.erase(held);
     return otherWords;
 }
 
