@@ -35,10 +35,10 @@ void ReadInto(const fs::path& host, Sharing sharing, std::string& bytes) {
     });
 }
 
-void AppendTo(const fs::path& host, Sharing sharing, std::string_view bytes, bool flush) {
+void AppendTo(const fs::path& host, Sharing sharing, const Pieces& pieces, bool flush) {
     Attempt("write", host, Wanted::File, [&] {
         OutFile file(host, OutFile::Opening::Append, sharing == Sharing::Private);
-        file.Write(bytes);
+        pieces([&file](std::string_view piece) { file.Write(piece); });
         if (flush)
             file.Flush();
         file.Close();
@@ -88,11 +88,15 @@ std::uint64_t SizeOf(std::string_view path) {
 }
 
 void Append(std::string_view path, std::string_view bytes) {
-    AppendTo(HostPath(path), Sharing::Usual, bytes, false);
+    AppendTo(HostPath(path), Sharing::Usual, AsPieces(bytes), false);
 }
 
 void AppendSafely(std::string_view path, std::string_view bytes, Sharing sharing) {
-    AppendTo(HostPath(path), sharing, bytes, true);
+    AppendSafely(path, AsPieces(bytes), sharing);
+}
+
+void AppendSafely(std::string_view path, const Pieces& pieces, Sharing sharing) {
+    AppendTo(HostPath(path), sharing, pieces, true);
 }
 
 bool Holds(std::string_view path, std::string_view bytes) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,6 +65,14 @@ void Append(std::string_view path, std::string_view bytes);
 /// The same, returning once the bytes are on the disk itself.
 void AppendSafely(std::string_view path, std::string_view bytes, Sharing sharing = Sharing::Usual);
 
+/// Gives a file's bytes a piece at a time, so that a long text is never in memory as a whole.
+using Pieces = std::function<void(const std::function<void(std::string_view)>& write)>;
+/// A single one.
+inline Pieces AsPieces(std::string_view bytes) {
+    return [bytes](const auto& write) { write(bytes); };
+}
+void AppendSafely(std::string_view path, const Pieces& pieces, Sharing sharing = Sharing::Usual);
+
 /// How a file that is put in a place is shared.
 struct Placing {
     Sharing Readers = Sharing::Usual;
@@ -74,6 +83,7 @@ struct Placing {
 /// folder. Keeps the mode of the old file, follows a symbolic link to its target. On failure the old file is
 /// untouched and the temporary is gone.
 void ReplaceSafely(std::string_view path, std::string_view bytes, const Placing& placing = {});
+void ReplaceSafely(std::string_view path, const Pieces& pieces, const Placing& placing = {});
 
 /// Removes from a folder what ReplaceSafely left there when its program was killed: temporaries and second
 /// names that are more than a day old, so that no other program still works on them. Never throws.

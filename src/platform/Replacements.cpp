@@ -47,8 +47,12 @@ bool IsOldTemporary(std::string_view name) {
 } // namespace
 
 void ReplaceSafely(std::string_view path, std::string_view bytes, const Placing& placing) {
+    ReplaceSafely(path, AsPieces(bytes), placing);
+}
+
+void ReplaceSafely(std::string_view path, const Pieces& pieces, const Placing& placing) {
     Replacements single;
-    single.Put(path, bytes, placing);
+    single.Put(path, pieces, {}, placing);
     single.Settle();
 }
 
@@ -81,7 +85,7 @@ Replacements::~Replacements() {
     }
 }
 
-void Replacements::Put(std::string_view path, std::string_view bytes, std::function<void()> settled,
+void Replacements::Put(std::string_view path, const Pieces& pieces, std::function<void()> settled,
                        const Placing& placing) {
     if (failure)
         return; // Settle tells it
@@ -100,7 +104,7 @@ void Replacements::Put(std::string_view path, std::string_view bytes, std::funct
                 file->TakeModeOf(target);
             if (!placing.NoMoreOpenThan.empty())
                 file->BeNoMoreOpenThan(HostPath(placing.NoMoreOpenThan));
-            file->Write(bytes);
+            pieces([&file](std::string_view piece) { file->Write(piece); });
             file->StartFlush();
             pending.push_back({target, temporary, std::move(settled), std::move(file), {}, {}});
         } catch (...) {

@@ -6,6 +6,7 @@
 #include <exception>
 #include <functional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velmora::Files {
@@ -22,8 +23,12 @@ class Replacements {
 
     /// Writes a file beside its place. It is there, and lasts, from Settle on, which then calls `settled`. On
     /// failure the old file is untouched and the temporary is gone.
-    void Put(std::string_view path, std::string_view bytes, std::function<void()> settled = {},
+    void Put(std::string_view path, const Pieces& pieces, std::function<void()> settled = {},
              const Placing& placing = {});
+    void Put(std::string_view path, std::string_view bytes, std::function<void()> settled = {},
+             const Placing& placing = {}) {
+        Put(path, AsPieces(bytes), std::move(settled), placing);
+    }
     void Put(std::string_view path, std::string_view bytes, const Placing& placing) {
         Put(path, bytes, {}, placing);
     }

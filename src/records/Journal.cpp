@@ -3,7 +3,6 @@
 #include "platform/CodePage.h"
 #include "platform/ContentHash.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
 #include "platform/TimeText.h"
 #include "records/BlockReader.h"
 
@@ -23,6 +22,8 @@ constexpr std::string_view Removed = "REMOVED ";
 constexpr std::string_view Typing = "DRAFT ";
 constexpr std::string_view NothingTyped = "DRAFT\r\n";
 constexpr std::string_view Void = "VOID\r\n"; ///< an entry: what stands before it is written or given up
+
+constexpr std::size_t PieceSize = 1 << 20;
 
 const Files::Placing JustForTheUser{.Readers = Files::Sharing::Private};
 
@@ -66,6 +67,14 @@ std::string_view TakeEntry(std::string_view& text) {
 
 void AppendEntry(std::string_view entry, std::string& text) {
     text.append("ENTRY " + std::to_string(entry.size()) + ' ' + Checksum(entry) + "\r\n").append(entry);
+}
+
+/// Writes the text once that is worth it.
+void PassOn(std::string& text, const std::function<void(std::string_view)>& write) {
+    if (text.size() < PieceSize)
+        return;
+    write(text);
+    text.clear();
 }
 
 std::unique_ptr<Record> ReadBlock(const RecordKind& kind, std::string_view block) {
@@ -301,7 +310,7 @@ void Journal::WriteCopy(const std::string& copyPath, const std::string& dataFold
     copy.folder = dataFolder;
     if (draft)
         copy.draftNoted = DraftEntry(*draft);
-    committed ? copy.Rewrite() : copy.RewriteWith(FirstLines(library.Kind, dataFolder));
+    committed ? copy.Rewrite() : copy.RewriteWith(Files::AsPieces(FirstLines(library.Kind, dataFolder)));
 }
 
 std::string Journal::Note(const std::vector<std::string_view>& names) {
@@ -316,11 +325,15 @@ std::string Journal::Note(const std::vector<std::string_view>& names) {
             Rewrite();
             return;
         }
-        std::string text;
-        for (const std::string_view name : names)
-            AppendState(name, text);
-        if (!text.empty())
-            Files::AppendSafely(path, text, Files::Sharing::Private);
+        const auto states = [&](const auto& write) {
+            std::string text;
+            for (const std::string_view name : names) {
+                AppendState(name, text);
+                PassOn(text, write);
+            }
+            write(text);
+        };
+        Files::AppendSafely(path, states, Files::Sharing::Private);
     });
 }
 
@@ -359,19 +372,28 @@ bool Journal::AnyLosingTakenBack() const {
 void Journal::Rewrite() {
     losingNoted.clear();
     noted.RemoveAll();
-    std::string text = FirstLines(library.Kind, folder);
-    for (const auto& [name, record] : library)
-        if (record.IsDirty)
-            AppendEdit(record, text);
-    for (const auto& [name, file] : library.RemovedRecords())
-        AppendState(name, text);
-    RewriteWith(std::move(text));
+    RewriteWith([this](const auto& write) {
+        std::string text = FirstLines(library.Kind, folder);
+        for (const auto& [name, record] : library)
+            if (record.IsDirty) {
+                AppendEdit(record, text);
+                PassOn(text, write);
+            }
+        for (const auto& [name, file] : library.RemovedRecords())
+            AppendState(name, text);
+        write(text);
+    });
 }
 
-void Journal::RewriteWith(std::string text) {
-    if (!draftNoted.empty())
-        AppendEntry(draftNoted, text);
-    Files::ReplaceSafely(path, text, JustForTheUser);
+void Journal::RewriteWith(const Files::Pieces& pieces) {
+    const auto all = [&](const auto& write) {
+        pieces(write);
+        std::string text;
+        if (!draftNoted.empty())
+            AppendEntry(draftNoted, text);
+        write(text);
+    };
+    Files::ReplaceSafely(path, all, JustForTheUser);
     whole = true;
 }
 

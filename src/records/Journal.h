@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Files.h"
 #include "records/Draft.h"
 #include "records/Edits.h"
 
@@ -63,7 +64,8 @@ class Journal {
 
   private:
     void Rewrite();
-    void RewriteWith(std::string text);
+    /// Writes the whole file anew, what is typed at its end.
+    void RewriteWith(const Files::Pieces& pieces);
     [[nodiscard]] std::string DraftEntry(const Draft& draft) const;
     void RemoveFile() const;
     void AppendState(std::string_view name, std::string& text);

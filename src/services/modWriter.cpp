@@ -121,16 +121,17 @@ void NormalizeWildCards(std::string& text) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find_first_not_of('%', at), text.size());
-        const bool isWildCard = end > at && end < text.size() && (text[end] == 's' || text[end] == 'S');
+        const std::size_t run = std::min(text.find('%', at), text.size());
+        result.append(text, at, run - at);
+        at = std::min(text.find_first_not_of('%', run), text.size());
+        const bool isWildCard = at > run && at < text.size() && (text[at] == 's' || text[at] == 'S');
         // The last percent sign of a run belongs to the wild card; the others go in pairs.
-        const std::size_t others = end - at - (isWildCard ? 1 : 0);
+        const std::size_t others = at - run - (isWildCard ? 1 : 0);
         result.append(others + others % 2, '%');
-        if (isWildCard)
+        if (isWildCard) {
             result += WildCard;
-        else if (end < text.size())
-            result += text[end];
-        at = end + 1;
+            ++at;
+        }
     }
     text = std::move(result);
 }
