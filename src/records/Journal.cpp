@@ -269,7 +269,7 @@ std::string Journal::Attempt(const Work& work) {
 
 std::string Journal::Begin() {
     noting = true;
-    return Attempt([this] { library.AnyPending() || !draftNoted.empty() ? Rewrite() : RemoveFile(); });
+    return Attempt([this] { Holds() ? Rewrite() : RemoveFile(); });
 }
 
 std::string Journal::NoteDraft(const Draft* draft) {
@@ -278,7 +278,7 @@ std::string Journal::NoteDraft(const Draft* draft) {
         return {};
     draftNoted = entry;
     return Attempt([&] {
-        if (entry.empty() && !library.AnyPending()) {
+        if (!Holds()) {
             RemoveFile();
             return;
         }
@@ -321,6 +321,10 @@ std::string Journal::Note(const std::vector<std::string_view>& names) {
     if (!noting || std::none_of(names.begin(), names.end(), concerns))
         return {};
     return Attempt([&] {
+        if (!Holds()) { // no long file of what was undone
+            RemoveFile();
+            return;
+        }
         if (!whole || AnyLosingTakenBack() || !Files::FileExists(path)) {
             Rewrite();
             return;
@@ -349,7 +353,9 @@ std::string Journal::Remove() {
     }
 }
 
-void Journal::RemoveFile() const {
+void Journal::RemoveFile() {
+    losingNoted.clear();
+    noted.RemoveAll();
     if (!Files::FileExists(path))
         return;
     try {

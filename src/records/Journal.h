@@ -63,11 +63,13 @@ class Journal {
     std::string Remove();
 
   private:
+    /// False when there is nothing to note.
+    [[nodiscard]] bool Holds() const { return !draftNoted.empty() || library.AnyPending(); }
     void Rewrite();
     /// Writes the whole file anew, what is typed at its end.
     void RewriteWith(const Files::Pieces& pieces);
     [[nodiscard]] std::string DraftEntry(const Draft& draft) const;
-    void RemoveFile() const;
+    void RemoveFile();
     void AppendState(std::string_view name, std::string& text);
     void AppendEdit(const Record& record, std::string& text);
     [[nodiscard]] bool AnyLosingTakenBack() const;

@@ -66,6 +66,21 @@ TEST_F(JournalTest, GivesBackEveryKindOfEdit) {
     EXPECT_EQ(State(), before);
 }
 
+TEST_F(JournalTest, GivesBackWhatIsLongerThanAPiece) {
+    for (const char letter : {'a', 'b'}) { // written anew, appended
+        for (const std::string name : {"One", "Two", "Three"})
+            Title(name, std::string(900'000, letter));
+        EXPECT_EQ(journal.Note({"One", "Two", "Three"}), "");
+    }
+    const std::vector<std::string> before = State();
+    edits.GiveUp();
+    Load();
+    Journal::Leftover found;
+    journal.Find(path, data, found);
+    edits.Do(journal.TakeUp(found));
+    EXPECT_TRUE(State() == before);
+}
+
 TEST_F(JournalTest, FollowsWhatIsTakenBack) {
     edits.OnChange([this](const Edits::Change& change) { journal.Note(change.Names); });
     Title("One", "x");
@@ -93,6 +108,17 @@ TEST_F(JournalTest, IsGoneWhenItsEditsAreWrittenOrGivenUp) {
     EXPECT_EQ(journal.Remove(), "");
     EditAndNote("One", "after it was removed");
     EXPECT_FALSE(temp.Has("events.journal"));
+}
+
+TEST_F(JournalTest, IsGoneWhileAllIsUndone) {
+    edits.OnChange([this](const Edits::Change& change) { EXPECT_EQ(journal.Note(change.Names), ""); });
+    Move("Two", "a.event", "b.event");
+    edits.Undo();
+    EXPECT_FALSE(temp.Has("events.journal"));
+    edits.Redo();
+    Journal::Leftover found;
+    Journal::Read(EventKind, path, data, found);
+    EXPECT_THAT(found.FilesLosingRecords, ElementsAre("a.event"));
 }
 
 TEST_F(JournalTest, CostsWhatTheEditCosts) {
