@@ -11,6 +11,7 @@
 #include "services/modWriter.h"
 
 #include <algorithm>
+#include <future>
 #include <set>
 
 namespace velmora {
@@ -84,9 +85,15 @@ std::string Told(const MergeConflict& conflict) {
 } // namespace
 
 ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
-    const std::string base = Files::ReadWhole(options.Base);
-    const std::string ours = Files::ReadWhole(options.Ours);
-    const std::string theirs = Files::ReadWhole(options.Theirs);
+    const auto read = [](const std::string& path) {
+        return std::async(std::launch::async, [&path] { return Files::ReadWhole(path); });
+    };
+    auto baseRead = read(options.Base);
+    auto ourRead = read(options.Ours);
+    auto theirRead = read(options.Theirs);
+    const std::string base = baseRead.get();
+    const std::string ours = ourRead.get();
+    const std::string theirs = theirRead.get();
     const KindEntry* entry = KindOfFile(options.Name.empty() ? options.Out : options.Name);
     for (const std::string* side : {&ours, &theirs, &base})
         entry = entry ? entry : KindOfText(*side);

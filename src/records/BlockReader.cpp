@@ -56,20 +56,8 @@ void BlockReader::TakeWritten(const WrittenBlocks& blocks, std::size_t from, std
     if (from == to)
         return;
     LeaveUnfinished();
-    const std::string_view* text = blocks.TextsOf(from);
-    const std::int32_t* number = blocks.NumbersOf(from);
-    for (std::size_t at = from; at < to; ++at) {
-        const WrittenBlocks::Block& block = blocks.Blocks[at];
-        auto record = kind.Make();
-        record->HeaderLine = block.HeaderLine;
-        kind.Name.SetText(*record, block.Name);
-        for (const Field& field : kind.Fields)
-            if (field.Type == FieldType::Text)
-                field.SetText(*record, *text++);
-            else
-                field.SetNumber(*record, *number++);
-        take(std::move(record), block.EndLine);
-    }
+    for (std::size_t at = from; at < to; ++at)
+        take(blocks.MakeRecord(kind, at), blocks.Blocks[at].EndLine);
     HoldWritten(blocks, to - 1);
 }
 

@@ -49,7 +49,7 @@ void RecordSide::AddFile(const RecordKind& kind, const std::string& path) {
     }
     Bytes.TryAdd(name, std::string_view(text));
     for (const auto& [record, part] : parsed.Parts)
-        if (!Records.TryAdd(record, Entry{part.Content.get(), name}))
+        if (!Records.TryAdd(record, Entry{&part.Content(), name}))
             Faults.push_back({name, record + " is in " + Records.Find(record)->File + " too"});
 }
 

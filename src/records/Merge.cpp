@@ -30,10 +30,12 @@ std::string WithLineEnd(std::string_view text) {
 
 /// One record on the three sides and what becomes of it.
 struct Merged {
-    const Record* Wanted = nullptr;     ///< what it is to be, nullptr for none or a conflict
-    std::string_view Kept = {};         ///< what is written for it, as a side has it
-    std::string Text = {};              ///< what is written in its place
-    std::unique_ptr<Record> Built = {}; ///< where no side has it as it is to be
+    const RecordFile::Part* Taken = nullptr; ///< the side that has it as it is to be
+    std::string_view Kept = {};              ///< what is written for it, as a side has it
+    std::string Text = {};                   ///< what is written in its place
+    std::unique_ptr<Record> Built = {};      ///< where no side has it as it is to be
+    /// What it is to be, nullptr for none or a conflict.
+    [[nodiscard]] const Record* Wanted() const { return Taken ? &Taken->Content() : Built.get(); }
     [[nodiscard]] bool Stays() const { return !Kept.empty() || !Text.empty(); }
     [[nodiscard]] std::string_view Written() const { return Text.empty() ? Kept : std::string_view(Text); }
 };
@@ -60,7 +62,7 @@ class Merging {
         MergeResult result;
         const Places order = Order();
         // A value may have come from a block before that is another one now.
-        if (!base.GivesAll || !ours.GivesAll || !theirs.GivesAll)
+        if (!GiveAll())
             KeepValues(order);
         result.Text.reserve(std::max(ours.Bytes.size(), theirs.Bytes.size()) + theirs.Bytes.size() / 16);
         for (const std::size_t at : order) {
@@ -86,6 +88,7 @@ class Merging {
         [[nodiscard]] bool IsAnchor() const { return Before && Result.Stays(); }
     };
 
+    [[nodiscard]] bool GiveAll() const { return base.GivesAll && ours.GivesAll && theirs.GivesAll; }
     [[nodiscard]] const Subject& At(std::size_t at) const { return records.ItemAt(at); }
 
     /// Notes the records of one side and returns their order.
@@ -107,8 +110,11 @@ class Merging {
     }
 
     [[nodiscard]] bool Same(const Part& one, const Part& other) const {
-        return kind.NameOf(*one.Content) == kind.NameOf(*other.Content) &&
-               SameContent(kind, *one.Content, *other.Content);
+        // Where blocks take values over from those before, the same text may say something else.
+        if (GiveAll() && one.Text == other.Text)
+            return true;
+        return kind.NameOf(one.Content()) == kind.NameOf(other.Content()) &&
+               SameContent(kind, one.Content(), other.Content());
     }
 
     /// Of two wordings that say the same the one that was changed; of two changed ones the longer.
@@ -150,7 +156,7 @@ class Merging {
     Merged MergeRecord(const std::string& name, const Subject& subject) {
         const auto& [before, our, their, result] = subject;
         if (our && their && Same(*our, *their))
-            return Keep(*our->Content, Chosen(before ? before->Text : "", our->Text, their->Text));
+            return Keep(*our, Chosen(before ? before->Text : "", our->Text, their->Text));
         if (!our && !their)
             return {};
         if (!our || !their) {
@@ -165,9 +171,9 @@ class Merging {
             return Take(*our);
         return before ? MergeFields(name, subject) : Conflict(name, subject, {});
     }
-    static Merged Take(const Part& part) { return Keep(*part.Content, part.Text); }
-    static Merged Keep(const Record& record, std::string_view text) {
-        Merged merged{&record};
+    static Merged Take(const Part& part) { return Keep(part, part.Text); }
+    static Merged Keep(const Part& part, std::string_view text) {
+        Merged merged{&part};
         if (text.ends_with('\n'))
             merged.Kept = text;
         else
@@ -179,12 +185,12 @@ class Merging {
         const Part& before = *subject.Before;
         const Part& our = *subject.Our;
         const Part& their = *subject.Their;
-        auto built = kind.Copy(*our.Content);
+        auto built = kind.Copy(our.Content());
         std::vector<std::string> clashes;
         const auto merge = [&](const Field& field) {
-            const FieldValue old = field.Get(*before.Content);
-            const FieldValue mine = field.Get(*our.Content);
-            const FieldValue other = field.Get(*their.Content);
+            const FieldValue old = field.Get(before.Content());
+            const FieldValue mine = field.Get(our.Content());
+            const FieldValue other = field.Get(their.Content());
             if (mine == old)
                 field.Set(*built, other);
             else if (other != old && other != mine)
@@ -195,8 +201,7 @@ class Merging {
         if (!clashes.empty())
             return Conflict(name, subject, std::move(clashes));
         std::string text = Above(&before, &our, &their) + Block(*built);
-        const Record* wanted = built.get();
-        return {wanted, {}, std::move(text), std::move(built)};
+        return {nullptr, {}, std::move(text), std::move(built)};
     }
 
     Merged Conflict(const std::string& name, const Subject& subject, std::vector<std::string> fields) {
@@ -208,7 +213,7 @@ class Merging {
             merged.Text.append(line).append("\r\n");
             const Part* side = line == ConflictLines[0] ? our : line == ConflictLines[1] ? their : nullptr;
             if (side)
-                merged.Text += Block(*side->Content);
+                merged.Text += Block(side->Content());
         }
         return merged;
     }
@@ -301,7 +306,7 @@ class Merging {
             changed = false;
             std::string text;
             for (const std::size_t at : order)
-                if (At(at).Result.Wanted)
+                if (At(at).Result.Wanted())
                     text += At(at).Result.Written();
             RecordFile read;
             read.Read(kind, text);
@@ -309,9 +314,10 @@ class Merging {
                 Merged& merged = records.ItemAt(at).Result;
                 // One without a line for its name is read by the name of the block before.
                 const Part* part = read.Parts.Find(records.KeyAt(at));
-                if (!merged.Wanted || (part && SameContent(kind, *merged.Wanted, *part->Content)))
+                const Record* wanted = merged.Wanted();
+                if (!wanted || (part && SameContent(kind, *wanted, part->Content())))
                     continue;
-                std::string written = Above(merged.Written()) + Block(*merged.Wanted);
+                std::string written = Above(merged.Written()) + Block(*wanted);
                 if (written == merged.Text) // a name of which reading takes signs away until it is another
                     throw Failure(FailureInvalidArgument, "The record " + records.KeyAt(at) +
                                                               " reads differently once it is written anew");

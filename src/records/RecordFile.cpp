@@ -6,31 +6,54 @@
 
 namespace velmora {
 
+const Record& RecordFile::Part::Content() const {
+    if (!content)
+        content = file->written.MakeRecord(*file->recordKind, block);
+    return *content;
+}
+
 void RecordFile::Read(const RecordKind& kind, std::string_view bytes, const std::string& name) {
+    recordKind = &kind;
     Bytes = bytes;
     Parts.RemoveAll();
     Fault.clear();
     std::size_t taken = 0;
     std::size_t linesTaken = 0;
+    const auto add = [&](const std::string& recordName, Part part, std::size_t endLine) {
+        std::size_t end = taken;
+        for (; linesTaken < endLine && end < Bytes.size(); ++linesTaken)
+            end = std::min(Bytes.find('\n', end), Bytes.size() - 1) + 1;
+        part.file = this;
+        part.Text = Bytes.substr(taken, end - taken);
+        if (!Parts.TryAdd(recordName, std::move(part)))
+            Fault = "Two records are named " + recordName;
+        taken = end;
+    };
+    written.Find(kind, Bytes);
+    GivesAll = written.Others.empty();
+    for (std::size_t block = 0; GivesAll && block < written.Blocks.size(); ++block) {
+        Part part;
+        part.block = block;
+        add(std::string(written.Blocks[block].Name), std::move(part), written.Blocks[block].EndLine);
+    }
+    if (!GivesAll)
+        ReadAll(name, add);
+    Tail = Bytes.substr(taken);
+}
+
+template <class Add>
+void RecordFile::ReadAll(const std::string& name, const Add& add) {
     const ProblemSink sink = [this](const Problem& problem) {
         if (problem.Rule == UnfinishedBlockRule)
             Fault = "Line " + std::to_string(problem.Line) + ": " + problem.Text;
     };
-    BlockReader reader(kind, name, sink, [&](std::unique_ptr<Record> record, std::size_t endLine) {
-        std::size_t end = taken;
-        for (; linesTaken < endLine && end < Bytes.size(); ++linesTaken)
-            end = std::min(Bytes.find('\n', end), Bytes.size() - 1) + 1;
-        Part part{std::move(record), Bytes.substr(taken, end - taken)};
-        const std::string& recordName = kind.NameOf(*part.Content);
-        if (!Parts.TryAdd(recordName, std::move(part)))
-            Fault = "Two records are named " + recordName;
-        taken = end;
+    BlockReader reader(*recordKind, name, sink, [&](std::unique_ptr<Record> record, std::size_t endLine) {
+        Part part;
+        part.content = std::move(record);
+        const std::string recordName = recordKind->NameOf(*part.content);
+        add(recordName, std::move(part), endLine);
     });
-    WrittenBlocks blocks;
-    blocks.Find(kind, Bytes);
-    GivesAll = blocks.Others.empty();
-    reader.Read(blocks);
-    Tail = Bytes.substr(taken);
+    reader.Read(written);
 }
 
 } // namespace velmora

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "records/RecordKind.h"
+#include "records/WrittenBlocks.h"
 #include "services/KeyedCollection.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,9 +15,18 @@ namespace velmora {
 /// One file of records taken by itself, outside of any library, with the very text that each record stands
 /// in.
 struct RecordFile {
-    struct Part {
-        std::unique_ptr<Record> Content;
+    class Part {
+      public:
         std::string_view Text; ///< from the end of the record before it to its own last line
+        /// Made when it is first asked for: of two files most records stand in the same text. Not to be asked
+        /// by several threads at once.
+        [[nodiscard]] const Record& Content() const;
+
+      private:
+        friend RecordFile;
+        const RecordFile* file = nullptr;
+        std::size_t block = 0;
+        mutable std::unique_ptr<Record> content;
     };
 
     std::string_view Bytes;
@@ -32,6 +43,13 @@ struct RecordFile {
 
     /// Takes a file's bytes apart, which have to stay. Throws what BlockReader throws, naming the file.
     void Read(const RecordKind& kind, std::string_view bytes, const std::string& name = {});
+
+  private:
+    template <class Add>
+    void ReadAll(const std::string& name, const Add& add);
+
+    const RecordKind* recordKind = nullptr;
+    WrittenBlocks written;
 };
 
 } // namespace velmora

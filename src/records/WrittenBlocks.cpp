@@ -73,6 +73,20 @@ bool TakeEnd(std::string_view& bytes, std::string_view word) {
 
 } // namespace
 
+std::unique_ptr<Record> WrittenBlocks::MakeRecord(const RecordKind& kind, std::size_t block) const {
+    const std::string_view* text = TextsOf(block);
+    const std::int32_t* number = NumbersOf(block);
+    auto record = kind.Make();
+    record->HeaderLine = Blocks[block].HeaderLine;
+    kind.Name.SetText(*record, Blocks[block].Name);
+    for (const Field& field : kind.Fields)
+        if (field.Type == FieldType::Text)
+            field.SetText(*record, *text++);
+        else
+            field.SetNumber(*record, *number++);
+    return record;
+}
+
 void WrittenBlocks::Find(const RecordKind& kind, std::string_view bytes) {
     Blocks.clear();
     Texts.clear();

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -40,6 +41,8 @@ class WrittenBlocks {
     [[nodiscard]] const std::int32_t* NumbersOf(std::size_t block) const {
         return Numbers.data() + block * (Numbers.size() / Blocks.size());
     }
+
+    [[nodiscard]] std::unique_ptr<Record> MakeRecord(const RecordKind& kind, std::size_t block) const;
 
     /// Takes a file's bytes apart, in place of what was found before.
     void Find(const RecordKind& kind, std::string_view bytes);

@@ -29,7 +29,7 @@ Content ContentOf(const RecordKind& kind, const std::string& text) {
     Content content;
     for (const auto& part : file.Parts) {
         Fields& fields = content[part.first];
-        kind.ForEachField([&](const Field& field) { fields.push_back(field.Get(*part.second.Content)); });
+        kind.ForEachField([&](const Field& field) { fields.push_back(field.Get(part.second.Content())); });
     }
     return content;
 }
@@ -97,7 +97,8 @@ class History {
         file.Read(kind, part);
         if (file.Parts.Empty())
             return;
-        Record& record = *file.Parts.ItemAt(0).Content;
+        const auto copy = kind.Copy(file.Parts.ItemAt(0).Content());
+        Record& record = *copy;
         std::vector<const Field*> fields;
         kind.ForEachField([&](const Field& field) { fields.push_back(&field); });
         Change(record, *fields[random() % fields.size()]);
