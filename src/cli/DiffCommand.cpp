@@ -144,8 +144,12 @@ class Comparing {
 
 ExitStatus RunDiff(const DiffOptions& options, std::ostream& out) {
     const bool folders = Files::FolderExists(options.Before);
-    if (folders != Files::FolderExists(options.After))
-        throw Failure(FailureInvalidArgument, "a file and a folder cannot be compared");
+    if (folders != Files::FolderExists(options.After)) {
+        const std::string& other = folders ? options.After : options.Before;
+        throw Failure(FailureInvalidArgument, Files::FileExists(other)
+                                                  ? "a file and a folder cannot be compared"
+                                                  : other + ": no such file or directory");
+    }
     if (!folders && !KindOfBoth(options))
         throw Failure(FailureInvalidArgument,
                       "these are no two files of one kind: " + options.Before + ", " + options.After);

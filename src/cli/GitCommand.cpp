@@ -85,7 +85,7 @@ std::string Headers() {
     std::vector<std::string> words;
     for (const KindEntry& kind : Kinds())
         words.emplace_back(kind.Kind->Header);
-    return "^[ \t]*(" + Join(words, "|") + ")[ \t].*$";
+    return "^[ \t]*((" + Join(words, "|") + ")[ \t].*)$"; // git shows the first group
 }
 
 std::string ReadIfThere(const std::string& path) {

@@ -94,13 +94,19 @@ ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
     const std::string base = baseRead.get();
     const std::string ours = ourRead.get();
     const std::string theirs = theirRead.get();
-    const KindEntry* entry = KindOfFile(options.Name.empty() ? options.Out : options.Name);
+    const std::string& name = options.Name.empty() ? options.Out : options.Name;
+    const KindEntry* entry = KindOfFile(name);
     for (const std::string* side : {&ours, &theirs, &base})
         entry = entry ? entry : KindOfText(*side);
-    const std::string path = OutputText::Path(options.Name.empty() ? options.Out : options.Name);
     if (!entry)
         throw Failure(FailureInvalidArgument, options.Out + ": no file of events, UP issues or modules");
-    const MergeResult result = Merge(*entry->Kind, base, ours, theirs);
+    const MergeResult result = [&] {
+        try {
+            return Merge(*entry->Kind, base, ours, theirs);
+        } catch (const Failure& failure) { // version control hands over names that say nothing
+            throw Failure(failure.Number, name + ": " + failure.Description());
+        }
+    }();
     std::vector<std::string> lines;
     for (const MergeConflict& conflict : result.Conflicts)
         lines.push_back("conflict: " + Told(conflict));
@@ -109,7 +115,7 @@ ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
             lines.push_back("new: " + problem);
     Files::ReplaceSafely(options.Out, result.Text);
     for (const std::string& line : lines)
-        err << "velwriter: " << path << ": " << OutputText::OneLine(line) << '\n';
+        err << "velwriter: " << OutputText::Path(name) << ": " << OutputText::OneLine(line) << '\n';
     return lines.empty() ? ExitWell : ExitFound;
 }
 

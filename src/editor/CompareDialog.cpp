@@ -88,7 +88,8 @@ void CompareDialog::Tell() {
                        .arg(sum.Removed)
                        .arg(sum.Same);
     if (sum.Faults > 0)
-        text += tr("  %1 faults in its files.").arg(sum.Faults);
+        text +=
+            sum.Faults == 1 ? tr("  1 fault in its files.") : tr("  %1 faults in its files.").arg(sum.Faults);
     if (sum.WithProblems > 0)
         text += tr("  What is ticked would bring a problem to %1.").arg(sum.WithProblems);
     state->setText(text);

@@ -111,7 +111,7 @@ void RecordWindow::InitForm() {
         Action("mnuSortAlphabetically")->setChecked(alphabetical);
         Action(SortByFileItem())->setChecked(!alphabetical);
         const std::vector<std::string> changed = edits.Reread([this] {
-            library.Clear();
+            ClearLibrary();
             halfRead = true;
             BeginLoad();
             try {
@@ -126,6 +126,11 @@ void RecordWindow::InitForm() {
             TellOfEndedHistory(changed);
     });
     emit LibraryRead();
+}
+
+void RecordWindow::ClearLibrary() {
+    library.Clear();
+    anyShown = false; // panels that come to sight meanwhile ask
 }
 
 void RecordWindow::ShowNothing() {
@@ -378,7 +383,7 @@ void RecordWindow::closeEvent(QCloseEvent* event) {
         }
         KeepWhatIsGivenUp();
         edits.Forget();
-        library.Clear();
+        ClearLibrary();
         ReleaseRecords();
     } catch (const std::exception&) {
         // Closing never keeps the user from getting back to the main window.

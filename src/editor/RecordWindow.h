@@ -186,6 +186,7 @@ class RecordWindow : public QMainWindow {
     void Load();
     /// The loading itself; false without a data directory.
     bool ReadLibrary();
+    void ClearLibrary();
     /// After a load that failed: what it got to can be browsed, but nothing is on show.
     void ShowNothing();
     void ShowAt(std::size_t position);

@@ -269,8 +269,10 @@ void Import::TakeText(const Cells& cells, Row row) {
         else if (columns[i].For == Column::Use::ID)
             id = Csv::Unguarded(cells[i]);
     const std::string prefix = std::string(library.Kind.Word) + ".";
-    if (target.empty() || (!id.starts_with(prefix) && IsOfAnyKind(id)))
-        return Keep(std::move(row)); // not translated, or of another kind
+    if (!id.starts_with(prefix) && IsOfAnyKind(id))
+        return; // a text of another kind
+    if (target.empty())
+        return Keep(std::move(row)); // not translated
     const std::size_t dot = id.rfind('.');
     const Field* field =
         id.starts_with(prefix) ? TranslatableField(library.Kind, id.substr(dot + 1)) : nullptr;

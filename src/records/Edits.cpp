@@ -91,7 +91,9 @@ void Edits::Tell(How how, const Step& step) const {
 void Edits::Do(Step step) {
     if (!step.losingFiles.empty()) {
         step.losing = library.filesLosingRecords;
-        step.losing->insert(step.losing->end(), step.losingFiles.begin(), step.losingFiles.end());
+        for (const std::string& file : step.losingFiles)
+            if (!Holds(*step.losing, file))
+                step.losing->push_back(file);
     }
     Exchange(step);
     if (open) {

@@ -33,7 +33,9 @@ TEST(MergeCommand, TellsConflictsAndNewProblems) {
     const CliRun check("check", game.Typed(), "--kind", "events");
     EXPECT_THAT(check.Out,
                 HasSubstr("ours.event:1: warning: A merge left a conflict here: \"<<<<<<< ours\""));
-    EXPECT_EQ(merge(Raid("a"), game.Read("Data/ours.event"), Raid("c")).Status, 2) << "an unsettled side";
+    const CliRun unsettled = merge(Raid("a"), game.Read("Data/ours.event"), Raid("c"));
+    EXPECT_EQ(unsettled.Status, 2);
+    EXPECT_THAT(unsettled.Err, HasSubstr("ours.event: A conflict of an earlier merge is not settled yet"));
 
     const std::string wild = "DescStr01 1\r\n";
     const CliRun broken =
@@ -64,6 +66,8 @@ TEST(DiffCommand, TellsWhatChangedByRecordFieldAndWord) {
               "{\"field\":\"Title\",\"before\":\"a\",\"after\":\"é\"}");
     EXPECT_EQ(CliRun("diff", game.Typed(), game.Typed()).Status, 0);
     EXPECT_EQ(CliRun("diff", game.Typed(), game.Typed("Data/a.event")).Status, 2);
+    EXPECT_THAT(CliRun("diff", game.Typed("none"), game.Typed()).Err,
+                HasSubstr("none: no such file or directory"));
 }
 
 } // namespace

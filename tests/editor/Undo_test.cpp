@@ -232,6 +232,15 @@ TEST_P(UndoTest, RevertsFieldsToTheDiskAndGoesAlongTheHistory) {
     }
 }
 
+TEST_P(UndoTest, OpensAgainWithThePanelOfDifferencesInFront) {
+    Pick("mnuShowDifferences");
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(Get<QTreeWidget>("tvwDifferences")->isVisible());
+    window->close();
+    Reopen();
+    EXPECT_EQ(Shown(), "Apple, 1 of 3, ");
+}
+
 TEST_P(UndoTest, RevertsTheFileOfAMovedRecord) {
     const std::string own = FileName("A");
     const auto moveSelected = [this](int down, const std::string& file) {

@@ -1,5 +1,7 @@
 #include "SoundRecords.h"
 #include "TempFolder.h"
+#include "cli/CliRun.h"
+#include "services/modWriter.h"
 
 #include <gmock/gmock.h>
 
@@ -7,6 +9,20 @@
 
 namespace velmora {
 namespace {
+
+/// What the manual tells people to put into their init.lua.
+std::string LinesForNeovim() {
+    std::string lines;
+    bool met = false;
+    for (const std::string& line : Split(ReadProjectFile("docs/velwriter.md"), "\n"))
+        if (line.starts_with("Neovim "))
+            met = true;
+        else if (met && line.starts_with("    "))
+            lines += line + '\n';
+        else if (met && !lines.empty())
+            break;
+    return lines;
+}
 
 TEST(Neovim, IsServedFromOpeningToStopping) {
     TempFolder game;
@@ -22,10 +38,12 @@ TEST(Neovim, IsServedFromOpeningToStopping) {
     game.Write("Data/A.SBModule", "//\r\nSBMOD 1 Ring\r\nENDSBMOD\r\n");
     game.Write("Data/B.SBModule", "SBMOD 2 Choir\r\n  Module_Requirement  \"Ring\"\r\nENDSBMOD\r\n");
 
-    const std::string line = "cd '" + game.Host().string() +
-                             "' && HOME=$PWD VELMORA_SAID=$PWD/said VELWRITER='" VELWRITER
-                             "' nvim --clean --headless -n -c 'luafile " VELMORA_SAMPLE
-                             "/../../tests/lsp/neovim.lua' >nvim.log 2>&1 </dev/null";
+    game.Write("init.lua", LinesForNeovim());
+    const std::string line =
+        "cd '" + game.Host().string() +
+        "' && export HOME=$PWD VELMORA_SAID=$PWD/said && "
+        "PATH=$(dirname '" VELWRITER "'):$PATH nvim -u init.lua -i NONE --headless -n -c "
+        "'luafile " VELMORA_SAMPLE "/../../tests/lsp/neovim.lua' >nvim.log 2>&1 </dev/null";
     EXPECT_EQ(std::system(line.c_str()), 0);
     EXPECT_EQ(game.Read("said"),
               "encoding cp1252 dos\n"

@@ -10,11 +10,8 @@ local ok, failure = pcall(function()
   local function wait(what, condition)
     if not vim.wait(60000, condition, 10) then error("waited for " .. what) end
   end
-  vim.o.fileencodings = "cp1252"
   vim.cmd("edit Data/B.event")
   say("encoding", vim.bo.fileencoding, vim.bo.fileformat)
-  local client = vim.lsp.start_client({ name = "velwriter", cmd = { vim.env.VELWRITER, "lsp" }, root_dir = vim.fn.getcwd() })
-  vim.lsp.buf_attach_client(0, client)
   local function codes()
     local all = {}
     for _, d in ipairs(vim.diagnostic.get(0)) do table.insert(all, (d.lnum + 1) .. ":" .. d.code) end
@@ -23,7 +20,7 @@ local ok, failure = pcall(function()
   local function ask(method, params)
     local answers, failed = vim.lsp.buf_request_sync(0, method, params, 60000)
     if not answers then error(method .. ": " .. failed) end
-    local answer = answers[client]
+    local _, answer = next(answers)
     local refusal = answer.err or answer.error -- by version
     return refusal and { failed = refusal.message } or answer.result
   end
@@ -48,22 +45,24 @@ local ok, failure = pcall(function()
   vim.cmd("write")
 
   vim.cmd("edit ++enc=latin1 Data/Latin1.event")
-  vim.lsp.buf_attach_client(0, client)
   wait("diagnostics", function() return codes() ~= "" end)
   say("wrong", codes())
   local params = { textDocument = vim.lsp.util.make_text_document_params(), options = { tabSize = 2, insertSpaces = true } }
   say("refused", ask("textDocument/formatting", params).failed)
 
   vim.cmd("edit Data/B.SBModule")
-  vim.lsp.buf_attach_client(0, client)
+  wait("its server", function() return next(vim.lsp.buf_get_clients(0)) ~= nil end)
   vim.fn.search("Module_Requirement")
   vim.cmd("normal 24|")
   vim.lsp.buf.definition()
   wait("the module", function() return vim.fn.expand("%:t") == "A.SBModule" end)
   say("led to", vim.fn.expand("%:t"), vim.fn.getline("."))
 
-  vim.lsp.stop_client(client)
-  wait("the end", function() return vim.lsp.client_is_stopped(client) end)
+  local clients = vim.lsp.get_active_clients()
+  vim.lsp.stop_client(clients)
+  for _, client in ipairs(clients) do
+    wait("the end", function() return vim.lsp.client_is_stopped(client.id) end)
+  end
   say("stopped")
 end)
 if not ok then say("FAILED", failure) end
