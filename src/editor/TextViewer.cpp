@@ -36,11 +36,11 @@ TextViewer::TextViewer(const QString& title, const QString& text, QWidget* paren
     auto* copy = buttons->addButton(QStringLiteral("&Copy All"), QDialogButtonBox::ActionRole);
     copy->setObjectName(QStringLiteral("cmdCopyAll"));
     connect(copy, &QPushButton::clicked, this, [text] { QGuiApplication::clipboard()->setText(text); });
-    buttons->button(QDialogButtonBox::Close)->setDefault(true); // or Enter copies, which nobody sees
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(view);
     layout->addWidget(buttons);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true); // or Enter copies, which nobody sees
     // Left to itself, the button box keeps Close out of the round.
     setTabOrder(view, copy);
     setTabOrder(copy, buttons->button(QDialogButtonBox::Close));

@@ -73,6 +73,9 @@ TEST_F(Keyboard, ReachesEveryControlOfTheDialogs) {
 
     TextViewer viewer(QStringLiteral("Notes"), QStringLiteral("Some text\nof two lines"));
     Walk(viewer);
+    viewer.findChild<QPlainTextEdit*>()->setFocus();
+    QTest::keyClick(viewer.findChild<QPlainTextEdit*>(), Qt::Key_Return);
+    EXPECT_FALSE(viewer.isVisible()) << "Enter closes it";
 
     ErrorDetails details;
     details.CollectUserInput = true;
