@@ -23,7 +23,7 @@ void Demand(bool holds) {
 /// True when a file has just this record, or has it as little.
 bool Has(const RecordFile& file, const std::string& name, const RecordFile::Part* part) {
     const RecordFile::Part* held = file.Parts.Find(name);
-    return held && part ? SameContent(EventKind, *held->Content, *part->Content) : held == part;
+    return held && part ? SameContent(EventKind, held->Content(), part->Content()) : held == part;
 }
 
 void ExpectNothingLost(const std::vector<std::string>& sides, const MergeResult& merged) {
