@@ -112,7 +112,10 @@ void CopyFile(std::string_view from, std::string_view to) {
 
 void DeleteFile(std::string_view path) {
     const fs::path host = HostPath(path);
-    Attempt("delete", host, Wanted::File, [&] { HostFiles::Unlink(host); });
+    Attempt("delete", host, Wanted::File, [&] {
+        HostFiles::Unlink(host);
+        HostFiles::FlushFolderOf({.Target = host, .Kept = {}});
+    });
 }
 
 std::string WriteRefusal(std::string_view folder) {

@@ -93,6 +93,7 @@ void RemoveOldTemporaries(std::string_view folder);
 /// open than its file.
 void CopyFile(std::string_view from, std::string_view to);
 
+/// Once this returns the file does not come back, whatever happens to the machine.
 void DeleteFile(std::string_view path);
 /// Creates a folder, with its parents; an existing one is left alone.
 void CreateFolder(std::string_view path);

@@ -269,7 +269,18 @@ std::string Journal::Attempt(const Work& work) {
 
 std::string Journal::Begin() {
     noting = true;
-    return Attempt([this] { Holds() ? Rewrite() : RemoveFile(); });
+    return Keep({}, true);
+}
+
+std::string Journal::Keep(const Files::Pieces& news, bool anew) {
+    return Attempt([&] {
+        if (!Holds()) // no long file of what was undone
+            RemoveFile();
+        else if (anew || !whole || !Files::FileExists(path))
+            Rewrite();
+        else
+            Files::AppendSafely(path, news, Files::Sharing::Private);
+    });
 }
 
 std::string Journal::NoteDraft(const Draft* draft) {
@@ -277,19 +288,9 @@ std::string Journal::NoteDraft(const Draft* draft) {
     if (!noting || entry == draftNoted)
         return {};
     draftNoted = entry;
-    return Attempt([&] {
-        if (!Holds()) {
-            RemoveFile();
-            return;
-        }
-        if (!whole || !Files::FileExists(path)) {
-            Rewrite();
-            return;
-        }
-        std::string text;
-        AppendEntry(entry.empty() ? NothingTyped : entry, text);
-        Files::AppendSafely(path, text, Files::Sharing::Private);
-    });
+    std::string text;
+    AppendEntry(entry.empty() ? NothingTyped : entry, text);
+    return Keep(Files::AsPieces(text));
 }
 
 std::string Journal::DraftEntry(const Draft& draft) const {
@@ -320,25 +321,15 @@ std::string Journal::Note(const std::vector<std::string_view>& names) {
     };
     if (!noting || std::none_of(names.begin(), names.end(), concerns))
         return {};
-    return Attempt([&] {
-        if (!Holds()) { // no long file of what was undone
-            RemoveFile();
-            return;
+    const auto states = [&](const auto& write) {
+        std::string text;
+        for (const std::string_view name : names) {
+            AppendState(name, text);
+            PassOn(text, write);
         }
-        if (!whole || AnyLosingTakenBack() || !Files::FileExists(path)) {
-            Rewrite();
-            return;
-        }
-        const auto states = [&](const auto& write) {
-            std::string text;
-            for (const std::string_view name : names) {
-                AppendState(name, text);
-                PassOn(text, write);
-            }
-            write(text);
-        };
-        Files::AppendSafely(path, states, Files::Sharing::Private);
-    });
+        write(text);
+    };
+    return Keep(states, AnyLosingTakenBack());
 }
 
 std::string Journal::Remove() {
@@ -361,6 +352,8 @@ void Journal::RemoveFile() {
     try {
         Files::DeleteFile(path);
     } catch (const Failure&) {
+        if (!Files::FileExists(path))
+            throw;
         // It must not be offered again.
         std::string text;
         AppendEntry(Void, text);

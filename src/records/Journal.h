@@ -65,6 +65,8 @@ class Journal {
   private:
     /// False when there is nothing to note.
     [[nodiscard]] bool Holds() const { return !draftNoted.empty() || library.AnyPending(); }
+    /// Has the file hold what is to be noted: by appending the news where that will do.
+    std::string Keep(const Files::Pieces& news, bool anew = false);
     void Rewrite();
     /// Writes the whole file anew, what is typed at its end.
     void RewriteWith(const Files::Pieces& pieces);
