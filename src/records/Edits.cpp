@@ -185,9 +185,9 @@ void Edits::Exchange(Step& step) {
 }
 
 void Edits::NoteFileLeft(const Record& record, bool stays) {
-    if (record.FileOnDisk < 0)
+    const std::string onDisk(library.FileOnDiskOf(record));
+    if (onDisk.empty())
         return;
-    const std::string& onDisk = library.files.KeyAt(static_cast<std::size_t>(record.FileOnDisk));
     if (!stays)
         library.removedRecords.TryAdd(library.NameOf(record), onDisk);
     if ((!stays || !CodePage::EqualNoCase(record.ShortName, onDisk)) &&
@@ -197,8 +197,8 @@ void Edits::NoteFileLeft(const Record& record, bool stays) {
 
 bool Edits::LosesRecord(const std::string& file) const {
     for (const auto& [name, record] : library)
-        if (record.FileOnDisk >= 0 && !CodePage::EqualNoCase(record.ShortName, file) &&
-            CodePage::EqualNoCase(library.files.KeyAt(static_cast<std::size_t>(record.FileOnDisk)), file))
+        if (!CodePage::EqualNoCase(record.ShortName, file) &&
+            CodePage::EqualNoCase(library.FileOnDiskOf(record), file))
             return true;
     return std::any_of(library.removedRecords.begin(), library.removedRecords.end(),
                        [&](const auto& removed) { return CodePage::EqualNoCase(removed.second, file); });

@@ -22,6 +22,11 @@ const Record* Library::Find(std::string_view name) const {
     return found ? found->get() : nullptr;
 }
 
+std::string_view Library::FileOnDiskOf(const Record& record) const {
+    return record.FileOnDisk < 0 ? std::string_view()
+                                 : files.KeyAt(static_cast<std::size_t>(record.FileOnDisk));
+}
+
 std::vector<std::string> Library::Names() const {
     std::vector<std::string> names;
     names.reserve(Count());

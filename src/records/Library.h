@@ -48,6 +48,8 @@ class Library {
     /// The record of a name, nullptr when there is none.
     [[nodiscard]] const Record* Find(std::string_view name) const;
     [[nodiscard]] const std::string& NameOf(const Record& record) const { return Kind.NameOf(record); }
+    /// The file that holds the record on disk; empty while none does.
+    [[nodiscard]] std::string_view FileOnDiskOf(const Record& record) const;
     [[nodiscard]] std::vector<std::string> Names() const;
     [[nodiscard]] bool AnyDirty() const;
     /// True when the disk does not hold what the library does.

@@ -151,8 +151,10 @@ LossCounts Library::LossesOf(const std::string& shortName, std::string_view byte
     const ProblemSink nobody = [](const Problem&) {};
     BlockReader reader(Kind, shortName, nobody, [&](const std::unique_ptr<Record>& record, std::size_t) {
         const Record* mine = Find(NameOf(*record));
-        const bool kept =
-            mine && CodePage::EqualNoCase(mine->ShortName, shortName) && met.TryAdd(NameOf(*record), true);
+        const bool kept = mine &&
+                          (CodePage::EqualNoCase(mine->ShortName, shortName) ||
+                           CodePage::EqualNoCase(FileOnDiskOf(*mine), shortName)) && // or moves
+                          met.TryAdd(NameOf(*record), true);
         reader.Losses.Add(Loss::Dropped, !kept);
     });
     reader.Read(bytes);

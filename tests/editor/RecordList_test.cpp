@@ -151,6 +151,7 @@ TEST_P(RecordListTest, ChangesSeveralRecordsInOneStep) {
     Select({0, 1});
     prompts.ExpectInput("Please enter the name of the file to move 2 records to.", "B");
     Pick("mnuMoveSelected");
+    EXPECT_EQ(Text("lblUnwritten"), "3 records in 2 files not yet written");
     EXPECT_EQ((Strings{Cell(0, 3), Cell(1, 3)}), (Strings{FileName("B"), FileName("B")}));
     EXPECT_EQ(window->Changes().StepsDone(), 3u);
     Pick("mnuCopyAsCsv");

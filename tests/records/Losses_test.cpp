@@ -51,6 +51,17 @@ TEST_F(LossesTest, TellWhatReadingRepaired) {
                     "1 record dropped for its name", "1 block without its end"));
 }
 
+TEST_F(LossesTest, AreNoRecordsThatMoveToAnotherFile) {
+    Put("a.event", Whole("One") + Whole("Two"));
+    ASSERT_TRUE(Load());
+    Edits::Step step(library, "moving");
+    step.Move("One", data, "a.event", "b.event");
+    edits.Do(std::move(step));
+    const std::string foreign = Whole("One", "// by hand\r\n") + Whole("Two") + Whole("Foreign");
+    EXPECT_THAT(library.LossesOf("a.event", foreign).Texts(),
+                ElementsAre("1 comment", "1 record dropped for its name"));
+}
+
 TEST_F(LossesTest, StandInTheDetailsOfAWrite) {
     Put("a.event", Whole("One", "// by hand\r\n"));
     ASSERT_TRUE(Load());
