@@ -61,7 +61,7 @@ void VelwriterMerge(benchmark::State& state) {
                               out) != 0)
                  state.SkipWithError("they do not merge");
          }),
-         {});
+         {.Milliseconds = 1000});
 }
 VELMORA_MEASURE(VelwriterMerge);
 

@@ -99,12 +99,12 @@ ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
     for (const std::string* side : {&ours, &theirs, &base})
         entry = entry ? entry : KindOfText(*side);
     if (!entry)
-        throw Failure(FailureInvalidArgument, options.Out + ": no file of events, UP issues or modules");
+        throw Failure(FailureInvalidArgument, name + ": no file of events, UP issues or modules");
     const MergeResult result = [&] {
         try {
             return Merge(*entry->Kind, base, ours, theirs);
         } catch (const Failure& failure) { // version control hands over names that say nothing
-            throw Failure(failure.Number, name + ": " + failure.Description());
+            throw Failure(failure.Number, name + ": " + failure.Description(), failure.Source, failure.Line);
         }
     }();
     std::vector<std::string> lines;

@@ -42,6 +42,7 @@ class WrittenBlocks {
         return Numbers.data() + block * (Numbers.size() / Blocks.size());
     }
 
+    /// The record that a block gives, whatever stands before it.
     [[nodiscard]] std::unique_ptr<Record> MakeRecord(const RecordKind& kind, std::size_t block) const;
 
     /// Takes a file's bytes apart, in place of what was found before.
