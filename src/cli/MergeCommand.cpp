@@ -4,10 +4,10 @@
 #include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/TextLines.h"
-#include "records/BlockReader.h"
 #include "records/CheckContext.h"
 #include "records/LineGrammar.h"
 #include "records/Merge.h"
+#include "records/RecordFile.h"
 #include "services/modWriter.h"
 
 #include <algorithm>
@@ -33,28 +33,28 @@ const KindEntry* KindOfText(std::string_view bytes) {
 /// What is wrong with a file by itself and with some of its records, each in words that stay the same
 /// wherever it stands. Pictures are not looked for: their game may be elsewhere.
 std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& bytes,
-                                 const KeyedCollection<bool>& checked) {
+                                 const std::vector<std::string>& checked) {
     std::set<std::string> found;
     const auto note = [&](const std::string& record, const Problem& problem) {
         if (problem.Rule != "no-image")
             found.insert((record.empty() ? "" : record + ": ") + problem.Text + " [" +
                          std::string(problem.Rule) + "]");
     };
+    RecordFile file;
+    file.Read(kind, bytes, {}, [&](const Problem& problem) { note(problem.Record, problem); });
     const CheckContext nowhere("");
-    BlockReader reader(
-        kind, {}, [&](const Problem& problem) { note(problem.Record, problem); },
-        [&](const std::unique_ptr<Record>& record, std::size_t) {
-            if (!checked.Exists(kind.NameOf(*record)))
-                return;
-            std::vector<Problem> problems;
-            if (kind.Normalize)
-                kind.Normalize(*record);
-            if (kind.Check)
-                kind.Check(*record, nowhere, problems);
-            for (const Problem& problem : problems)
-                note(kind.NameOf(*record), problem);
-        });
-    reader.Read(bytes);
+    for (const std::string& name : checked) {
+        const RecordFile::Part* part = kind.Check ? file.Parts.Find(name) : nullptr;
+        if (!part)
+            continue;
+        const std::unique_ptr<Record> record = kind.Copy(part->Content());
+        if (kind.Normalize)
+            kind.Normalize(*record);
+        std::vector<Problem> problems;
+        kind.Check(*record, nowhere, problems);
+        for (const Problem& problem : problems)
+            note(name, problem);
+    }
     return found;
 }
 
@@ -62,14 +62,11 @@ std::set<std::string> ProblemsOf(const RecordKind& kind, const std::string& byte
 std::vector<std::string> NewProblems(const RecordKind& kind, const MergeResult& result,
                                      const std::string& ours, const std::string& theirs) {
     std::vector<std::string> fresh;
-    KeyedCollection<bool> joined;
-    for (const std::string& name : result.Joined)
-        joined.Add(name, true);
-    const std::set<std::string> found = ProblemsOf(kind, result.Text, joined);
+    const std::set<std::string> found = ProblemsOf(kind, result.Text, result.Joined);
     if (found.empty())
         return fresh;
-    const std::set<std::string> mine = ProblemsOf(kind, ours, joined);
-    const std::set<std::string> other = ProblemsOf(kind, theirs, joined);
+    const std::set<std::string> mine = ProblemsOf(kind, ours, result.Joined);
+    const std::set<std::string> other = ProblemsOf(kind, theirs, result.Joined);
     for (const std::string& problem : found)
         if (!mine.contains(problem) && !other.contains(problem))
             fresh.push_back(problem);
@@ -110,10 +107,13 @@ ExitStatus RunMerge(const MergeOptions& options, std::ostream& err) {
     std::vector<std::string> lines;
     for (const MergeConflict& conflict : result.Conflicts)
         lines.push_back("conflict: " + Told(conflict));
-    if (lines.empty())
-        for (const std::string& problem : NewProblems(*entry->Kind, result, ours, theirs))
-            lines.push_back("new: " + problem);
+    // The disk takes its time.
+    auto problems = std::async(std::launch::async, [&] {
+        return lines.empty() ? NewProblems(*entry->Kind, result, ours, theirs) : std::vector<std::string>();
+    });
     Files::ReplaceSafely(options.Out, result.Text);
+    for (const std::string& problem : problems.get())
+        lines.push_back("new: " + problem);
     for (const std::string& line : lines)
         err << "velwriter: " << OutputText::Path(name) << ": " << OutputText::OneLine(line) << '\n';
     return lines.empty() ? ExitWell : ExitFound;

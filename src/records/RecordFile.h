@@ -3,6 +3,7 @@
 #include "records/RecordKind.h"
 #include "records/WrittenBlocks.h"
 #include "services/KeyedCollection.h"
+#include "services/Problem.h"
 
 #include <cstddef>
 #include <memory>
@@ -41,12 +42,14 @@ struct RecordFile {
     RecordFile& operator=(const RecordFile&) = delete;
     ~RecordFile() = default;
 
-    /// Takes a file's bytes apart, which have to stay. Throws what BlockReader throws, naming the file.
-    void Read(const RecordKind& kind, std::string_view bytes, const std::string& name = {});
+    /// Takes a file's bytes apart, which have to stay, and tells what reading them reports. Throws what
+    /// BlockReader throws, naming the file.
+    void Read(const RecordKind& kind, std::string_view bytes, const std::string& name = {},
+              const ProblemSink& problems = {});
 
   private:
     template <class Add>
-    void ReadAll(const std::string& name, const Add& add);
+    void ReadAll(const std::string& name, const ProblemSink& problems, const Add& add);
 
     const RecordKind* recordKind = nullptr;
     WrittenBlocks written;

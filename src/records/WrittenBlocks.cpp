@@ -93,11 +93,14 @@ void WrittenBlocks::Find(const RecordKind& kind, std::string_view bytes) {
     Numbers.clear();
     Others.clear();
     lineCount = 0;
+    const std::size_t size = bytes.size();
     while (true) {
         SkipEmptyLines(bytes);
         if (bytes.empty())
             return;
-        if (!TakeBlock(kind, bytes))
+        if (TakeBlock(kind, bytes))
+            Blocks.back().End = size - bytes.size();
+        else
             TakeOther(bytes);
     }
 }

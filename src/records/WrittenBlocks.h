@@ -21,6 +21,7 @@ class WrittenBlocks {
         std::size_t HeaderLine = 0; ///< lines count from 1
         std::size_t EndLine = 0;
         std::string_view Name;
+        std::size_t End = 0; ///< offset of what stands behind it
     };
     /// Lines that have to be looked at one by one.
     struct OtherLines {
