@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <hunspell/hunspell.hxx>
 #include <optional>
+#include <sstream>
 
 namespace velmora {
 
@@ -33,18 +34,45 @@ std::string HowToInstall(const std::string& name, const std::vector<std::string>
     return "install the package hunspell-" + package;
 }
 
-/// What is wrong with the list of words, which Hunspell itself tells nobody but the console.
-std::string FaultOf(const std::string& dicPath) {
+// What is wrong with the files of a dictionary, Hunspell itself tells nobody but the console.
+
+std::string_view WithoutMark(std::string_view bytes) {
+    return bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0);
+}
+
+std::string FaultOfWords(const std::string& dicPath) {
     const std::string bytes = Files::ReadWhole(dicPath);
-    std::string_view rest = bytes;
-    if (rest.starts_with("\xEF\xBB\xBF"))
-        rest.remove_prefix(3);
+    std::string_view rest = WithoutMark(bytes);
     const std::string_view first = rest.empty() ? rest : TextLines::Stripped(TextLines::Take(rest));
     std::size_t count = 0;
     const auto [end, error] = std::from_chars(first.data(), first.data() + first.size(), count);
     if (error != std::errc() || end == first.data() || count == 0)
         return "its first line is no count of words";
     return count > bytes.size() ? "its first line counts more words than there are" : "";
+}
+
+/// Of a table of endings ("SFX S Y 2") all that it counts must follow.
+std::string FaultOfEndings(const std::string& affPath) {
+    const std::string bytes = Files::ReadWhole(affPath);
+    bool encoded = false;
+    std::size_t missing = 0;
+    for (const std::string_view line : TextLines::Split(WithoutMark(bytes))) {
+        std::istringstream words{std::string(line)};
+        std::string word;
+        std::string flag;
+        std::string joins;
+        words >> word >> flag;
+        encoded |= word == "SET" && !flag.empty();
+        if (word != "SFX" && word != "PFX")
+            continue;
+        if (missing > 0)
+            --missing;
+        else
+            words >> joins >> missing;
+    }
+    if (!encoded)
+        return "its .aff names no encoding";
+    return missing > 0 ? "its .aff ends within a table of endings" : "";
 }
 
 /// The bytes for a word in an encoding; nothing when that cannot be told.
@@ -147,7 +175,9 @@ std::string Speller::Open(const std::string& name, const std::vector<std::string
             continue;
         std::string fault;
         try {
-            fault = FaultOf(dic);
+            fault = FaultOfWords(dic);
+            if (fault.empty())
+                fault = FaultOfEndings(aff);
             if (fault.empty()) {
                 auto dictionary = std::make_unique<Dictionary>(aff, dic);
                 fault = dictionary->Fault();
