@@ -22,6 +22,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <exception>
 #include <utility>
@@ -265,14 +266,20 @@ void RecordWindow::SetReadOnly() {
     Trap(Routine("SetReadOnly"), NoInputParms, [this] {
         SetMode(EditMode::Browsing);
         const bool inForm = controls.Details->isAncestorOf(focusWidget());
+        const auto* area = findChild<QScrollArea*>(QStringLiteral("scrDetails"));
+        const QPoint place = area->widget()->pos();
         EnableFields(false);
         EnableFrames(false);
         for (QLabel* label :
              {controls.StatusCaption, controls.Status, controls.WhereWeAt, controls.EditStatus})
             label->setEnabled(true);
         EnableNavigation(!library.Empty());
-        if (inForm) // the toolkit has handed it to a panel's box, which takes Undo for its own text
+        if (inForm) {
+            // The toolkit has handed it on, scrolling, to a panel's box, which takes Undo for its own text.
             controls.Forward->setFocus(Qt::OtherFocusReason);
+            area->horizontalScrollBar()->setValue(-place.x());
+            area->verticalScrollBar()->setValue(-place.y());
+        }
         ShowHint(BrowsingText());
     });
 }

@@ -2,6 +2,8 @@
 #include "Fault.h"
 #include "editor/Editors.h"
 
+#include <QScrollArea>
+#include <QScrollBar>
 #include <cerrno>
 
 namespace velmora {
@@ -96,6 +98,19 @@ TEST_P(Workflow, AddsAndCopiesIntoTheOwnFile) {
     EXPECT_EQ(Shown(), "Copy, 4 of 4, " + edited);
     WriteWhenAsked(ownFile);
     EXPECT_EQ(OnDisk(ownFile), About("Copy", "about Apple"));
+}
+
+TEST_P(Workflow, ScrollsNoFormWhenEditingEnds) {
+    Start();
+    window->resize(window->width(), 400);
+    const auto* bar = Get<QScrollArea>("scrDetails")->verticalScrollBar();
+    for (const char* end : {"mnuDiscardChanges", "mnuCommitChanges"}) {
+        Pick(editItem);
+        const int before = bar->value();
+        ASSERT_LT(before, bar->maximum()) << end;
+        Pick(end);
+        EXPECT_EQ(bar->value(), before) << end;
+    }
 }
 
 TEST_P(Workflow, CommitsWritesAndMovesTheEdit) {
