@@ -20,6 +20,7 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace velmora {
 
@@ -81,7 +82,8 @@ void RecordList::BuildTree() {
     for (int column = 0; column < model->columnCount(); ++column) {
         const QString heading = model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         const bool wide = heading == tr("Name") || heading == ToQt(library.Kind.TitleWord);
-        tree->setColumnWidth(column, letter * (wide ? 20 : 10));
+        tree->setColumnWidth(column,
+                             std::max(letter * (wide ? 20 : 10), tree->header()->sectionSizeHint(column)));
         tree->setColumnHidden(column, column >= model->FirstExtraColumn());
     }
     BuildColumnMenu();
