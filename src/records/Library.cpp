@@ -67,9 +67,14 @@ std::int32_t Library::PlaceOf(const std::string& shortName) {
 
 std::vector<std::string> Library::NamesInFile(std::string_view shortName) const {
     std::vector<std::string> names;
-    for (const auto& [name, record] : *this)
-        if (CodePage::EqualNoCase(record.ShortName, shortName))
+    const std::size_t place = files.IndexOf(shortName);
+    for (const auto& [name, record] : *this) {
+        // Only edits part a record from its file on disk; to look at each one's name takes ten times as long.
+        const bool asOnDisk = record.FileOnDisk >= 0 && !record.IsDirty;
+        if (asOnDisk ? static_cast<std::size_t>(record.FileOnDisk) == place
+                     : CodePage::EqualNoCase(record.ShortName, shortName))
             names.push_back(name);
+    }
     return names;
 }
 

@@ -86,9 +86,14 @@ class EditsTest : public LibraryFixture {
     /// What a write leaves on disk.
     std::string Lasting() const {
         std::map<std::string, std::string> records;
-        for (const auto& [name, record] : library)
+        std::map<std::string, std::vector<std::string>> files;
+        for (const auto& [name, record] : library) {
+            files[CodePage::ToLower(record.ShortName)].push_back(name);
             if (!record.ToBeDeleted)
                 records[name] = record.ShortName + BlockOf(EventKind, record);
+        }
+        for (const auto& [file, names] : files)
+            EXPECT_EQ(library.NamesInFile(file), names);
         return ::testing::PrintToString(records);
     }
     void WriteAndReread() {
