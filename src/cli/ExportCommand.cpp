@@ -2,6 +2,7 @@
 #include "cli/RecordJson.h"
 #include "cli/Reports.h"
 #include "kinds/Sheets.h"
+#include "platform/Utf8.h"
 
 namespace velmora {
 
@@ -43,7 +44,7 @@ class Exporting {
         const KindEntry& kind = *options.Game.Kinds.front();
         Library library(*kind.Kind);
         LoadTelling(kind, library, err);
-        out << Sheets::ByteOrderMark << Sheets::RecordHeader(*kind.Kind, options.Separator);
+        out << Utf8::ByteOrderMark << Sheets::RecordHeader(*kind.Kind, options.Separator);
         for (const auto& [name, record] : library)
             out << Sheets::RecordRow(*kind.Kind, record, options.Separator);
     }
@@ -53,7 +54,7 @@ class Exporting {
         if (po)
             out << Sheets::PoHeader();
         else
-            out << Sheets::ByteOrderMark << Sheets::TextHeader(options.Separator);
+            out << Utf8::ByteOrderMark << Sheets::TextHeader(options.Separator);
         for (const KindEntry* kind : options.Game.Kinds) {
             if (PlayerTextsOf(*kind->Kind).empty())
                 continue;

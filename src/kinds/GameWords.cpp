@@ -14,14 +14,13 @@ namespace velmora {
 namespace {
 
 constexpr std::string_view FileName = "velmora.dic";
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsWide(std::string_view bytes) {
     return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
 }
 
 bool IsUtf8(std::string_view bytes) {
-    return bytes.starts_with(ByteOrderMark) || Utf8::IsBeyondAscii(bytes);
+    return bytes.starts_with(Utf8::ByteOrderMark) || Utf8::IsBeyondAscii(bytes);
 }
 
 bool IsCount(std::string_view line) {
@@ -46,10 +45,8 @@ void GameWords::Take(std::string_view content) {
     words.clear();
     broken.clear();
     const bool utf8 = IsUtf8(content);
-    if (content.starts_with(ByteOrderMark))
-        content.remove_prefix(ByteOrderMark.size());
     std::size_t number = 0;
-    for (std::string_view line : TextLines::Split(content)) {
+    for (std::string_view line : TextLines::Split(Utf8::WithoutMark(content))) {
         ++number;
         line = TextLines::Stripped(line.substr(0, line.find_first_of("#/")));
         if (line.empty() || (number == 1 && IsCount(line)))

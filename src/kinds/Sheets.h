@@ -10,9 +10,6 @@
 /// Records as tables for people who work in other programs, in UTF-8. Import reads them back.
 namespace velmora::Sheets {
 
-/// Tells a spreadsheet that what follows is UTF-8.
-inline constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-
 /// A row a record: name, contents in file order, file. Texts are guarded (Csv::Guarded).
 std::string RecordHeader(const RecordKind& kind, char separator);
 std::string RecordRow(const RecordKind& kind, const Record& record, char separator);

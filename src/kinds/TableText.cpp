@@ -45,8 +45,8 @@ bool IsUtf8(std::string_view text) {
 } // namespace
 
 std::string TableText(const std::string& bytes) {
-    if (bytes.starts_with("\xEF\xBB\xBF"))
-        return bytes.substr(3);
+    if (bytes.starts_with(Utf8::ByteOrderMark))
+        return std::string(Utf8::WithoutMark(bytes));
     if (bytes.starts_with("\xFF\xFE"))
         return FromUtf16(std::string_view(bytes).substr(2), true);
     if (bytes.starts_with("\xFE\xFF"))

@@ -7,6 +7,13 @@
 /// UTF-8 as the platform layer reads and writes it: strict, no overlong forms, no surrogates.
 namespace velmora::Utf8 {
 
+/// What many programs begin a text in UTF-8 with.
+inline constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
+inline std::string_view WithoutMark(std::string_view text) {
+    return text.substr(text.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0);
+}
+
 /// Takes the first character off `rest`. Nothing, and `rest` untouched, when it does not start with one.
 inline std::optional<char32_t> TakeCharacter(std::string_view& rest) {
     if (rest.empty())

@@ -9,6 +9,18 @@
 
 namespace velmora {
 
+namespace {
+
+/// True for a record of a file that has this place among the library's.
+bool IsIn(const Record& record, std::string_view shortName, std::size_t place) {
+    // Only edits part a record from its file on disk; to look at each one's name takes ten times as long.
+    if (record.FileOnDisk >= 0 && !record.IsDirty)
+        return static_cast<std::size_t>(record.FileOnDisk) == place;
+    return CodePage::EqualNoCase(record.ShortName, shortName);
+}
+
+} // namespace
+
 void Library::Clear() {
     records.RemoveAll();
     files.RemoveAll();
@@ -68,19 +80,16 @@ std::int32_t Library::PlaceOf(const std::string& shortName) {
 std::vector<std::string> Library::NamesInFile(std::string_view shortName) const {
     std::vector<std::string> names;
     const std::size_t place = files.IndexOf(shortName);
-    for (const auto& [name, record] : *this) {
-        // Only edits part a record from its file on disk; to look at each one's name takes ten times as long.
-        const bool asOnDisk = record.FileOnDisk >= 0 && !record.IsDirty;
-        if (asOnDisk ? static_cast<std::size_t>(record.FileOnDisk) == place
-                     : CodePage::EqualNoCase(record.ShortName, shortName))
+    for (const auto& [name, record] : *this)
+        if (IsIn(record, shortName, place))
             names.push_back(name);
-    }
     return names;
 }
 
 std::size_t Library::FirstInFile(std::string_view shortName) const {
+    const std::size_t place = files.IndexOf(shortName);
     for (std::size_t i = 0; i < Count(); ++i)
-        if (CodePage::EqualNoCase(At(i).ShortName, shortName))
+        if (IsIn(At(i), shortName, place))
             return i;
     return None;
 }

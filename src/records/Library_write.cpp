@@ -61,9 +61,7 @@ class Library::Writer {
             own->Records.push_back(&record);
             own->Gains |= record.FileOnDisk != own->Place;
         }
-        if (record.FileOnDisk < 0)
-            return;
-        File* before = files.Find(library.files.KeyAt(static_cast<std::size_t>(record.FileOnDisk)));
+        File* before = files.Find(library.FileOnDiskOf(record));
         if (before && before != own)
             before->Leaving.push_back(&record);
     }

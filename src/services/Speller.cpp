@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Process.h"
 #include "platform/TextLines.h"
+#include "platform/Utf8.h"
 #include "services/modWriter.h"
 
 #include <algorithm>
@@ -34,15 +35,11 @@ std::string HowToInstall(const std::string& name, const std::vector<std::string>
     return "install the package hunspell-" + package;
 }
 
-// What is wrong with the files of a dictionary, Hunspell itself tells nobody but the console.
-
-std::string_view WithoutMark(std::string_view bytes) {
-    return bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0);
-}
+// Hunspell itself tells nobody but the console what is wrong with the files of a dictionary.
 
 std::string FaultOfWords(const std::string& dicPath) {
     const std::string bytes = Files::ReadWhole(dicPath);
-    std::string_view rest = WithoutMark(bytes);
+    std::string_view rest = Utf8::WithoutMark(bytes);
     const std::string_view first = rest.empty() ? rest : TextLines::Stripped(TextLines::Take(rest));
     std::size_t count = 0;
     const auto [end, error] = std::from_chars(first.data(), first.data() + first.size(), count);
@@ -51,12 +48,12 @@ std::string FaultOfWords(const std::string& dicPath) {
     return count > bytes.size() ? "its first line counts more words than there are" : "";
 }
 
-/// Of a table of endings ("SFX S Y 2") all that it counts must follow.
-std::string FaultOfEndings(const std::string& affPath) {
+/// Of a table of affixes ("SFX S Y 2") all that it counts must follow.
+std::string FaultOfAffixes(const std::string& affPath) {
     const std::string bytes = Files::ReadWhole(affPath);
     bool encoded = false;
     std::size_t missing = 0;
-    for (const std::string_view line : TextLines::Split(WithoutMark(bytes))) {
+    for (const std::string_view line : TextLines::Split(Utf8::WithoutMark(bytes))) {
         std::istringstream words{std::string(line)};
         std::string word;
         std::string flag;
@@ -72,7 +69,7 @@ std::string FaultOfEndings(const std::string& affPath) {
     }
     if (!encoded)
         return "its .aff names no encoding";
-    return missing > 0 ? "its .aff ends within a table of endings" : "";
+    return missing > 0 ? "its .aff ends within a table of affixes" : "";
 }
 
 /// The bytes for a word in an encoding; nothing when that cannot be told.
@@ -177,7 +174,7 @@ std::string Speller::Open(const std::string& name, const std::vector<std::string
         try {
             fault = FaultOfWords(dic);
             if (fault.empty())
-                fault = FaultOfEndings(aff);
+                fault = FaultOfAffixes(aff);
             if (fault.empty()) {
                 auto dictionary = std::make_unique<Dictionary>(aff, dic);
                 fault = dictionary->Fault();

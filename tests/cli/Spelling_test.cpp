@@ -92,7 +92,7 @@ TEST(Spelling, SaysWhichDictionaryToInstallOrRepair) {
              {"SET UTF-8\n", "ship\nboat\n", "its first line is no count of words"},
              {"SET UTF-8\n", "900000000\nship\n", "its first line counts more words than there are"},
              {"ship\n", "1\nship\n", "its .aff names no encoding"},
-             {"SET UTF-8\nSFX S Y 2\nSFX S 0 s x\n", "1\nship\n", "its .aff ends within a table of endings"},
+             {"SET UTF-8\nSFX S Y 2\nSFX S 0 s x\n", "1\nship\n", "its .aff ends within a table of affixes"},
              {"SET KOI8-R\n", "1\nship\n", "it is in KOI8-R, which is not read"}}) {
         folder.Write("en_XX.aff", c.Aff);
         folder.Write("en_XX.dic", c.Dic);

@@ -185,5 +185,12 @@ TEST_F(JournalTest, TroubleIsToldOnceAndMadeUpFor) {
     }
 }
 
+TEST_F(JournalTest, StaysAwayThoughItsFolderCannotBeFlushed) {
+    EditAndNote("One", "x");
+    const Fault fault("fsync", 0, EIO);
+    static_cast<void>(journal.Remove()); // some hosts know no flush of folders, and then no trouble
+    EXPECT_FALSE(Files::FileExists(path));
+}
+
 } // namespace
 } // namespace velmora
