@@ -15,6 +15,7 @@ namespace {
 std::unique_ptr<Spelling> SpellingOf(const Library& library) {
     qunsetenv("DICPATH"); // the windows' benchmarks hide the dictionaries
     auto spelling = std::make_unique<Spelling>();
+    spelling->LearnVocabulary();
     spelling->Learn(library);
     return spelling;
 }

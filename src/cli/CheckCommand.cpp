@@ -53,6 +53,7 @@ void Checking::ReadKnown() {
 
 void Checking::OpenSpelling() {
     spelling = std::make_unique<Spelling>(options.Dictionaries);
+    spelling->LearnVocabulary();
     if (!spelling->Trouble().empty())
         throw Failure(FailureFileNotFound, spelling->Trouble());
     spelling->ReadWords(loader.GamePath());

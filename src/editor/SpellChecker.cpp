@@ -73,6 +73,7 @@ void SpellChecker::Open() {
             this,
             [this, opened] {
                 spelling = opened;
+                spelling->LearnVocabulary();
                 opening = false;
                 ReadWords();
                 Learn();

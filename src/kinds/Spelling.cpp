@@ -57,7 +57,11 @@ bool Spelling::NameWords::Follow(std::string_view name, bool exists) {
 }
 
 Spelling::Spelling(const std::vector<std::string>& dictionaries, const std::vector<std::string>& folders)
-    : speller(dictionaries, folders) {
+    : speller(dictionaries, folders) {}
+
+void Spelling::LearnVocabulary() {
+    const std::lock_guard lock(mutex);
+    known.clear();
     for (const Catalogue* catalogue : {&UPIssueAttributes, &RandomEventAttributes, &ColonialEventAttributes,
                                        &UPIssueTypes, &SBModuleTypes})
         for (const auto& [name, number] : *catalogue)

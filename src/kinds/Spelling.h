@@ -36,6 +36,9 @@ class Spelling {
     [[nodiscard]] const std::string& WordsPath() const { return words.Path(); }
     /// Adds to the game's own words. Throws Failure and changes nothing when it cannot be.
     void AddWords(const std::vector<std::string>& added);
+    /// Makes the game's vocabulary known. To be called where the catalogues are built and released: opening
+    /// dictionaries is meant for another thread.
+    void LearnVocabulary();
     /// Makes the names of a library's records known.
     void Learn(const Library& library);
     /// Makes the names of records known, and no others; meant for another thread when there are many.

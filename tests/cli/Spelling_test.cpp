@@ -40,6 +40,7 @@ TEST(Spelling, KnowsDictionariesVocabularyNamesAndTheGamesWords) {
     events.Load();
     game.Write("velmora.dic", "Blorb\r\n");
     Spelling spelling({"xx", "yy"}, dictionaries.Folders);
+    spelling.LearnVocabulary();
     EXPECT_EQ(spelling.Trouble(), "");
     EXPECT_FALSE(spelling.Knows("Zarg"));
     EXPECT_FALSE(spelling.Knows("blorb"));
